@@ -1,0 +1,69 @@
+#pragma once
+
+#include "AlarmGroup.h"
+#include "AudioPlayer.h"
+
+#include <QObject>
+
+namespace kova {
+
+class Bookmarks;
+class Log;
+class Resources;
+
+/// Plays one sound at a time: a ringing alarm's in a loop, a preview's once. Failures are logged, never
+/// returned. It does not notice the end of a sound: what was started counts as playing until `stop`.
+/// Main thread.
+class SoundPlayer : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isPlaying READ isPlaying NOTIFY isPlayingChanged)
+    Q_PROPERTY(QString currentPreviewId READ currentPreviewId NOTIFY currentPreviewIdChanged)
+
+public:
+    SoundPlayer(AudioPlayers &audioPlayers, Bookmarks &bookmarks, Resources &resources, Log &log);
+
+    /// The one player of the process, on the installed ports.
+    static SoundPlayer &shared();
+
+    bool isPlaying() const { return m_isPlaying; }
+
+    /// What was started last: a group's id text, "alarm" or "__preview__"; null after `stop`.
+    QString currentPreviewId() const { return m_currentPreviewId; }
+
+    /// Starts the group's sound at its volume. The caller stops what plays already.
+    void play(const AlarmGroup &group, bool loop, const QString &previewId);
+
+    /// Stops what plays and plays a built-in sound once.
+    void preview(const QString &soundName, float volume);
+
+    /// Starts or stops the preview of the group's own sound.
+    void togglePreview(const AlarmGroup &group);
+
+    void stop();
+
+    /// The file of a built-in sound; none when there is no such file.
+    std::optional<QString> builtInSoundURL(const QString &soundName) const;
+
+Q_SIGNALS:
+    void isPlayingChanged();
+    void currentPreviewIdChanged();
+
+private:
+    std::optional<QString> soundURL(const AlarmGroup &group) const;
+    std::optional<QString> customSoundURL(const QString &customSoundPath) const;
+    std::unique_ptr<AudioPlayer> open(const QString &path, const QString &errorPrefix);
+    void start(std::unique_ptr<AudioPlayer> player, const QString &previewId);
+    void setCurrentPreviewId(const QString &previewId);
+    void setIsPlaying(bool isPlaying);
+
+    AudioPlayers &m_audioPlayers;
+    Bookmarks &m_bookmarks;
+    Resources &m_resources;
+    Log &m_log;
+
+    bool m_isPlaying = false;
+    QString m_currentPreviewId;
+    std::unique_ptr<AudioPlayer> m_player;
+};
+
+} // namespace kova

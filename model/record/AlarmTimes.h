@@ -1,0 +1,52 @@
+#pragma once
+
+#include "AlarmGroup.h"
+
+#include <QStringList>
+#include <optional>
+
+namespace kova {
+
+/// A time of day without a date.
+struct ClockTime {
+    int hour;   ///< 0 to 23
+    int minute; ///< 0 to 59
+
+    friend bool operator==(const ClockTime &, const ClockTime &) = default;
+};
+
+/// The weekday labels, 0 = Sunday.
+const QStringList &dayLabels();
+
+/// The time of the alarm at a 0-based index of the run, exact for all stored values.
+ClockTime alarmTime(const AlarmGroup &group, qint64 index);
+
+bool isLastAlarm(const AlarmGroup &group, qint64 index);
+
+/// False for a group that has no alarms: a count below 1, more alarms than a year has minutes, or a run
+/// whose minutes don't fit into 64 bits.
+bool hasAlarms(const AlarmGroup &group);
+
+/// The indexes of the run's alarms at one time of day, in ascending order: first, first + period,
+/// first + 2 × period and so on below alarmCount. Found in constant time, however long the run is.
+struct AlarmIndexes {
+    qint64 first;
+    qint64 period; ///< at least 1
+};
+
+/// None when the group has no alarm at that time.
+std::optional<AlarmIndexes> alarmsAt(const AlarmGroup &group, ClockTime time);
+
+/// "7:05".
+QString timeText(qint64 hour, qint64 minute);
+inline QString timeText(ClockTime time) {
+    return timeText(time.hour, time.minute);
+}
+
+/// "月・水・金", or the words for every day and for no weekday.
+QString repeatDaysText(const AlarmGroup &group);
+
+/// "3回 / 5分間隔"; none for a run of fewer than two alarms.
+std::optional<QString> sequenceText(const AlarmGroup &group);
+
+} // namespace kova

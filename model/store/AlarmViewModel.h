@@ -1,0 +1,69 @@
+#pragma once
+
+#include "AlarmGroup.h"
+
+#include <QObject>
+#include <QSet>
+
+namespace kova {
+
+class AlarmScheduler;
+class Clock;
+class PowerManager;
+class Preferences;
+
+/// The store: the ordered list of groups, saved at the end of each operation and handed to the scheduler at
+/// every change, and the state of the editor. Main thread.
+class AlarmViewModel : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isEditing READ isEditing NOTIFY isEditingChanged)
+
+public:
+    /// Loads the saved list and starts the scheduler.
+    AlarmViewModel(Preferences &preferences, Clock &clock, AlarmScheduler &scheduler,
+                   PowerManager &powerManager);
+
+    const QList<AlarmGroup> &groups() const { return m_groups; }
+    const std::optional<AlarmGroup> &editingGroup() const { return m_editingGroup; }
+    bool isEditing() const { return m_isEditing; }
+
+    /// The editor's changes; they reach neither the list nor the preferences.
+    void setEditingGroup(std::optional<AlarmGroup> group);
+
+    /// Keeps the list when nothing stored can be read.
+    void load();
+    void save();
+
+    void updateGroup(const AlarmGroup &group);
+    void toggleGroup(const QUuid &id);
+    void duplicateGroup(const AlarmGroup &group);
+    void deleteGroup(const QUuid &id);
+    void deleteSelectedGroups(const QSet<QUuid> &ids);
+
+    void startEditing(const AlarmGroup &group);
+    void cancelEditing();
+    void saveEditedGroup(const AlarmGroup &group);
+
+Q_SIGNALS:
+    void groupsChanged();
+    void editingGroupChanged();
+    void isEditingChanged();
+
+private:
+    qsizetype indexOf(const QUuid &id) const;
+    void setGroups(QList<AlarmGroup> groups);
+    void setIsEditing(bool isEditing);
+    void handOn();
+
+    Preferences &m_preferences;
+    Clock &m_clock;
+    AlarmScheduler &m_scheduler;
+    PowerManager &m_powerManager;
+
+    const QString m_key = QStringLiteral("kova_alarm_groups");
+    QList<AlarmGroup> m_groups;
+    std::optional<AlarmGroup> m_editingGroup;
+    bool m_isEditing = false;
+};
+
+} // namespace kova

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Instant.h"
+
+#include <optional>
+
+namespace kova {
+
+/// A moment as the user's calendar and time zone show it.
+struct LocalTime {
+    int hour;    ///< 0 to 23
+    int minute;  ///< 0 to 59
+    int second;  ///< 0 to 59, 60 in a leap second
+    int weekday; ///< 1 = Sunday to 7 = Saturday
+};
+
+/// The wall clock. Any thread.
+class Clock {
+public:
+    virtual ~Clock() = default;
+
+    virtual Instant now() const = 0;
+
+    /// None when the calendar can't express the moment.
+    virtual std::optional<LocalTime> localTime(Instant moment) const = 0;
+};
+
+} // namespace kova

@@ -1,0 +1,43 @@
+#pragma once
+
+namespace kova {
+
+class Application;
+class AudioPlayers;
+class Bookmarks;
+class Clock;
+class FileChooser;
+class Log;
+class NotificationCenter;
+class PowerAssertions;
+class Preferences;
+class ProcessActivity;
+class Resources;
+class RunLoop;
+class SpeechSynthesizers;
+
+/// Every port of the running program.
+struct Platform {
+    Application &application;
+    AudioPlayers &audioPlayers;
+    Bookmarks &bookmarks;
+    Clock &clock;
+    FileChooser &fileChooser;
+    Log &log;
+    NotificationCenter &notificationCenter;
+    PowerAssertions &powerAssertions;
+    Preferences &preferences;
+    ProcessActivity &processActivity;
+    Resources &resources;
+    RunLoop &runLoop;
+    SpeechSynthesizers &speechSynthesizers;
+
+    /// Hands the ports to the shared services; once, by main, before any of them is used. The record and its
+    /// ports must outlive every use of a service.
+    static void install(const Platform &platform);
+
+    /// The installed ports.
+    static const Platform &installed();
+};
+
+} // namespace kova
