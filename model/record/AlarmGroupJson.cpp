@@ -12,46 +12,89 @@ namespace kova {
 
 namespace {
 
-// The shortest decimal that names the float, so that 0.8 is stored as 0.8 and reads back as the same float.
-double shortestDecimal(float value) {
-    std::array<char, 32> digits{};
-    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-    double decimal = 0;
-    std::from_chars(digits.data(), written.ptr, decimal);
-    return decimal;
-}
+// Half a step above the largest float: from here on a number no longer rounds to a finite float.
+constexpr double firstBeyondFloat = 0x1.ffffffp+127;
 
-QJsonObject encodeGroup(const AlarmGroup &group) {
-    QJsonArray repeatDays;
-    for (const qint64 day : group.repeatDays) {
-        repeatDays.append(day);
+// Writes the members of one object. By hand, since a document of a long list in memory would cost many times
+// the list itself.
+class Writer {
+public:
+    explicit Writer(QByteArray &json) : m_json(json) { m_json += '{'; }
+    void end() { m_json += '}'; }
+
+    void write(const char *key, bool value) { append(key, value ? "true" : "false"); }
+    void write(const char *key, qint64 value) { append(key, QByteArray::number(value)); }
+    void write(const char *key, double value) { append(key, shortestDecimal(value)); }
+    void write(const char *key, float value) { append(key, shortestDecimal(value)); }
+    void write(const char *key, const QString &value) { append(key, quoted(value)); }
+    void write(const char *key, const std::optional<QString> &value) {
+        if (value) {
+            write(key, *value);
+        }
     }
-    QJsonObject object{
-        {QStringLiteral("id"), group.idText()},
-        {QStringLiteral("label"), group.label},
-        {QStringLiteral("targetHour"), group.targetHour},
-        {QStringLiteral("targetMinute"), group.targetMinute},
-        {QStringLiteral("alarmCount"), group.alarmCount},
-        {QStringLiteral("intervalMinutes"), group.intervalMinutes},
-        {QStringLiteral("startBefore"), group.startBefore},
-        {QStringLiteral("isEnabled"), group.isEnabled},
-        {QStringLiteral("repeatDays"), repeatDays},
-        {QStringLiteral("soundName"), group.soundName},
-        {QStringLiteral("volume"), shortestDecimal(group.volume)},
-        {QStringLiteral("ttsEnabled"), group.ttsEnabled},
-        {QStringLiteral("ttsMessage"), group.ttsMessage},
-        {QStringLiteral("ttsLastEnabled"), group.ttsLastEnabled},
-        {QStringLiteral("ttsLastMessage"), group.ttsLastMessage},
-        {QStringLiteral("ttsVolume"), shortestDecimal(group.ttsVolume)},
-        {QStringLiteral("createdAt"), group.createdAt},
-    };
-    if (group.customSoundPath) {
-        object.insert(QStringLiteral("customSoundPath"), *group.customSoundPath);
+    void write(const char *key, const QList<qint64> &values) {
+        QByteArray list;
+        for (const qint64 value : values) {
+            list += (list.isEmpty() ? "" : ",") + QByteArray::number(value);
+        }
+        append(key, '[' + list + ']');
     }
-    if (group.customSoundName) {
-        object.insert(QStringLiteral("customSoundName"), *group.customSoundName);
+
+private:
+    void append(const char *key, const QByteArray &value) {
+        m_json += m_json.endsWith('{') ? "\"" : ",\"";
+        m_json += key;
+        m_json += "\":";
+        m_json += value;
     }
-    return object;
+
+    // The shortest decimal that reads back as the same number: a float of 0.8 is written as 0.8.
+    template <typename Number> static QByteArray shortestDecimal(Number value) {
+        std::array<char, 32> digits{};
+        const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+        return {digits.data(), static_cast<qsizetype>(written.ptr - digits.data())};
+    }
+
+    static QByteArray quoted(const QString &text) {
+        QByteArray json = "\"";
+        for (const char byte : text.toUtf8()) {
+            if (byte == '"' || byte == '\\') {
+                json += '\\';
+                json += byte;
+            } else if (static_cast<unsigned char>(byte) < 0x20) {
+                json += "\\u00" + QByteArray(1, byte).toHex();
+            } else {
+                json += byte;
+            }
+        }
+        return json + '"';
+    }
+
+    QByteArray &m_json;
+};
+
+void encodeGroup(const AlarmGroup &group, QByteArray &json) {
+    Writer writer(json);
+    writer.write("id", group.idText());
+    writer.write("label", group.label);
+    writer.write("targetHour", group.targetHour);
+    writer.write("targetMinute", group.targetMinute);
+    writer.write("alarmCount", group.alarmCount);
+    writer.write("intervalMinutes", group.intervalMinutes);
+    writer.write("startBefore", group.startBefore);
+    writer.write("isEnabled", group.isEnabled);
+    writer.write("repeatDays", group.repeatDays);
+    writer.write("soundName", group.soundName);
+    writer.write("customSoundPath", group.customSoundPath);
+    writer.write("customSoundName", group.customSoundName);
+    writer.write("volume", group.volume);
+    writer.write("ttsEnabled", group.ttsEnabled);
+    writer.write("ttsMessage", group.ttsMessage);
+    writer.write("ttsLastEnabled", group.ttsLastEnabled);
+    writer.write("ttsLastMessage", group.ttsLastMessage);
+    writer.write("ttsVolume", group.ttsVolume);
+    writer.write("createdAt", group.createdAt);
+    writer.end();
 }
 
 // Reads the members of one object and remembers the first that is not what it must be.
@@ -73,8 +116,9 @@ public:
     void read(QLatin1StringView key, float &field) {
         double value = 0;
         read(key, value);
-        check(key, std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max()));
-        field = m_failedKey.isEmpty() ? static_cast<float>(value) : 0.0F;
+        const bool fits = std::abs(value) < firstBeyondFloat;
+        check(key, fits);
+        field = fits ? static_cast<float>(value) : 0.0F;
     }
     void read(QLatin1StringView key, QString &field) {
         const QJsonValue value = m_object.value(key);
@@ -108,10 +152,13 @@ private:
             m_failedKey = key;
         }
     }
-    // A fraction or a number beyond 64 bits gives whichever default is asked for.
+    // A fraction or a number beyond 64 bits gives whichever default is asked for. A number just below the
+    // smallest integer has been rounded up to it; only that it is no longer kept as an integer tells.
     qint64 integer(QLatin1StringView key, const QJsonValue &value) {
         const qint64 number = value.toInteger(0);
-        check(key, value.isDouble() && (number != 0 || value.toInteger(1) == 0));
+        const bool isRounded =
+            number == std::numeric_limits<qint64>::min() && value.toVariant().typeId() != QMetaType::LongLong;
+        check(key, value.isDouble() && (number != 0 || value.toInteger(1) == 0) && !isRounded);
         return number;
     }
 
@@ -146,14 +193,18 @@ QString decodeGroup(const QJsonObject &object, AlarmGroup &group) {
 } // namespace
 
 Result<QByteArray> encodeGroups(const QList<AlarmGroup> &groups) {
-    QJsonArray array;
+    constexpr qsizetype usualSize = 512;
+    QByteArray json = "[";
+    json.reserve(groups.size() * usualSize);
     for (const AlarmGroup &group : groups) {
-        if (!std::isfinite(group.volume) || !std::isfinite(group.ttsVolume)) {
-            return Failure{QStringLiteral("the volume of group %1 is not a number").arg(group.idText())};
+        if (!std::isfinite(group.volume) || !std::isfinite(group.ttsVolume) ||
+            !std::isfinite(group.createdAt)) {
+            return Failure{QStringLiteral("group %1 holds a number that is not finite").arg(group.idText())};
         }
-        array.append(encodeGroup(group));
+        json += json.size() > 1 ? "," : "";
+        encodeGroup(group, json);
     }
-    return QJsonDocument(array).toJson(QJsonDocument::Compact);
+    return json + ']';
 }
 
 Result<QList<AlarmGroup>> decodeGroups(const QByteArray &json) {
