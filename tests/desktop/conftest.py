@@ -1,0 +1,10 @@
+import pytest
+
+from session import Session
+
+
+@pytest.fixture
+def session():
+    session = Session()
+    yield session
+    session.close()

@@ -1,0 +1,105 @@
+"""A sound server with one silent sink, private to a session, and what is heard there."""
+
+import ctypes
+import time
+from pathlib import Path
+
+import numpy
+
+from process import Process
+
+RATE = 44100
+
+
+class SoundServer(Process):
+    def __init__(self, runtime, env):
+        socket = Path(runtime, "pulse/native")
+        socket.parent.mkdir(mode=0o700, exist_ok=True)
+        socket.unlink(missing_ok=True)
+        super().__init__(
+            ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+             "-L", f"module-null-sink sink_name=kova rate={RATE} channels=2",
+             "-L", f"module-native-protocol-unix auth-anonymous=1 socket={socket}"], env)
+        deadline = time.monotonic() + 20
+        while not socket.exists():
+            if time.monotonic() > deadline or not self.is_running():
+                raise AssertionError("the sound server does not start")
+            time.sleep(0.02)
+
+
+class Recording:
+    """What the sink plays, from now until `end`: mono samples from -1 to 1."""
+
+    def __init__(self, folder, env):
+        self._file = Path(folder, f"recording-{time.monotonic_ns()}")
+        with self._file.open("wb") as output:
+            self._process = Process(["parec", "--device=kova.monitor", "--format=s16le", f"--rate={RATE}",
+                                     "--channels=1", "--latency-msec=10"], env, stdout=output)
+        while self._file.stat().st_size == 0:
+            if not self._process.is_running():
+                raise AssertionError("the recording does not start")
+            time.sleep(0.005)
+        self.started = time.monotonic()
+
+    def samples(self):
+        size = self._file.stat().st_size // 2
+        return numpy.fromfile(self._file, dtype="<i2", count=size) / 32768
+
+    def end(self):
+        self._process.kill()
+        return self.samples()
+
+
+def loudness(samples, step=0.05):
+    """The root mean square of each step of that many seconds."""
+    size = int(step * RATE)
+    whole = samples[:len(samples) // size * size].reshape(-1, size)
+    return numpy.sqrt((whole ** 2).mean(axis=1))
+
+
+def sounding(samples, threshold=0.002, step=0.02, shortest_pause=0.5):
+    """The stretches (from, to) in seconds that are not silent, apart by at least the shortest pause."""
+    stretches = []
+    for index in numpy.flatnonzero(loudness(samples, step) > threshold):
+        begin, end = index * step, (index + 1) * step
+        if stretches and begin - stretches[-1][1] < shortest_pause:
+            stretches[-1][1] = end
+        else:
+            stretches.append([begin, end])
+    return stretches
+
+
+def find(sound, samples):
+    """Where the sound lies in the samples and how loud it is there: (second, gain, likeness). The likeness is
+    the normalised correlation, 1 for the sound alone and about 0 for anything else."""
+    size = 1 << (len(sound) + len(samples)).bit_length()
+    spectrum = numpy.conj(numpy.fft.rfft(sound, size)) * numpy.fft.rfft(samples, size)
+    correlation = numpy.fft.irfft(spectrum, size)[:len(samples) - len(sound) + 1]
+    at = int(correlation.argmax())
+    power = (sound ** 2).sum()
+    there = (samples[at:at + len(sound)] ** 2).sum()
+    return at / RATE, correlation[at] / power, correlation[at] / numpy.sqrt(power * there + 1e-12)
+
+
+class _Info(ctypes.Structure):
+    _fields_ = [("frames", ctypes.c_int64), ("rate", ctypes.c_int), ("channels", ctypes.c_int),
+                ("format", ctypes.c_int), ("sections", ctypes.c_int), ("seekable", ctypes.c_int)]
+
+
+def read(path):
+    """A sound file as mono samples at our rate."""
+    library = ctypes.CDLL("libsndfile.so.1")
+    library.sf_open.restype = ctypes.c_void_p
+    info = _Info()
+    file = library.sf_open(str(path).encode(), 0x10, ctypes.byref(info))
+    assert file, f"{path} can't be read"
+    data = numpy.zeros(info.frames * info.channels, dtype=numpy.float32)
+    library.sf_readf_float.restype = ctypes.c_int64
+    frames = library.sf_readf_float(ctypes.c_void_p(file), data.ctypes.data_as(ctypes.c_void_p),
+                                    ctypes.c_int64(info.frames))
+    library.sf_close(ctypes.c_void_p(file))
+    mono = data.reshape(-1, info.channels)[:frames].mean(axis=1)
+    if info.rate != RATE:
+        times = numpy.arange(int(len(mono) * RATE / info.rate)) * info.rate / RATE
+        mono = numpy.interp(times, numpy.arange(len(mono)), mono)
+    return mono
