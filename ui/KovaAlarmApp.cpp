@@ -1,0 +1,32 @@
+#include "KovaAlarmApp.h"
+
+#include "Application.h"
+#include "Platform.h"
+
+namespace kova {
+
+KovaAlarmApp::KovaAlarmApp(const Platform &platform)
+    : m_platform(platform),
+      m_activity(platform.processActivity.beginUserInitiated(
+          QStringLiteral("KOVA alarm scheduling must remain active"))),
+      m_viewModel(platform.preferences, platform.clock, AlarmScheduler::shared(), PowerManager::shared()),
+      m_scheduler(AlarmScheduler::shared()),
+      m_home(m_viewModel, SoundPlayer::shared(), m_scheduler, PowerManager::shared()),
+      m_mainWindow({{QStringLiteral("home"), QVariant::fromValue(&m_home)}}),
+      m_menuBarExtra(m_viewModel, m_scheduler, PowerManager::shared()) {
+    connect(&m_mainWindow, &MainWindow::quit, this, &KovaAlarmApp::quit);
+    connect(&m_menuBarExtra, &MenuBarExtra::showWindow, this, &KovaAlarmApp::showWindow);
+    connect(&m_menuBarExtra, &MenuBarExtra::quit, this, &KovaAlarmApp::quit);
+}
+
+void KovaAlarmApp::showWindow() {
+    m_platform.application.activate();
+    m_platform.application.showMainWindow();
+}
+
+void KovaAlarmApp::quit() {
+    PowerManager::shared().allowSleep();
+    m_platform.application.terminate();
+}
+
+} // namespace kova

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "AlarmViewModel.h"
+#include "HomeScreen.h"
+#include "MainWindow.h"
+#include "MenuBarExtra.h"
+#include "ProcessActivity.h"
+
+namespace kova {
+
+struct Platform;
+
+/// The application: it begins the process activity, then makes the store, which loads the list and starts the
+/// scheduler, then the main window and the menu-bar item. Main thread.
+class KovaAlarmApp : public QObject {
+    Q_OBJECT
+
+public:
+    /// The ports must be installed already.
+    explicit KovaAlarmApp(const Platform &platform);
+
+    /// Made, but not shown yet.
+    MainWindow &mainWindow() { return m_mainWindow; }
+
+    /// Call when the desktop has a place for the item.
+    void showMenuBarExtra() { m_menuBarExtra.show(); }
+
+    /// Brings the main window back, in front of other applications.
+    void showWindow();
+
+    /// Lets the machine sleep again, and ends.
+    void quit();
+
+private:
+    const Platform &m_platform;
+    std::unique_ptr<ActivityToken> m_activity;
+    AlarmViewModel m_viewModel;
+    AlarmScheduler &m_scheduler;
+    HomeScreen m_home;
+    MainWindow m_mainWindow;
+    MenuBarExtra m_menuBarExtra;
+};
+
+} // namespace kova

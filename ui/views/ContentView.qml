@@ -1,0 +1,14 @@
+import QtQuick
+import Kova
+
+// The root of the main window: the home list, and over it the editor while a group is edited.
+Item {
+    id: contentView
+
+    required property HomeScreen home
+
+    HomeView {
+        anchors.fill: parent
+        home: contentView.home
+    }
+}
