@@ -47,7 +47,7 @@ def climb(score, bells, bar, ladder, rise):
     for beat, index in steps:
         level = 0.42 + 0.4 * rise + 0.02 * index
         place = -0.6 + 1.2 * index / 7
-        score.play(bells, 4 * bar + beat, glass_bell(ladder[index], 3.2, level), pan=place, loose=0.004)
+        score.play(bells, 4 * bar + beat, glass_bell(ladder[index], 3.2 - rise, level), pan=place, loose=0.004)
         if bar >= 9:
             score.play(bells, 4 * bar + beat, glass_bell(ladder[index] + 12, 2.0, 0.45 * level), pan=-place)
 
@@ -68,6 +68,6 @@ def last_call(score, bells, sparks):
     first = 4 * (BARS - 1)
     for strike in (0, 0.25, 1, 1.25, 2, 2.25):
         for tone, place in zip(notes("A4 E5 A5 C#6 E6 A6"), (-0.7, -0.4, -0.1, 0.2, 0.5, 0.8)):
-            score.play(bells, first + strike, glass_bell(tone, 1.8, 0.75), 0.5, place)
+            score.play(bells, first + strike, glass_bell(tone, 1.8, 0.8), 0.8, place)
     score.play(sparks, first + 3, glass_bell("E6", 1.2, 0.4))
     score.play(bells, first + 3.5, glass_bell("A5", 1.0, 0.3), pan=0.3)
