@@ -46,7 +46,7 @@ def compose():
 def comp(score, keys, bar, chord):
     """Rolled chord on one, a lazy answer after two."""
     rise = bar / (len(CHORDS) - 1)
-    hits = ((0, 1.5), (1.66, 0.7), (2.66, 1.1)) if bar % 2 else ((0, 2.3), (2.66, 1.2))
+    hits = ((0, 1.5), (1.66, 0.7), (2.66, 1.1)) if bar % 2 or bar == 0 else ((0, 2.3), (2.66, 1.2))
     for at, length in hits:
         for index, tone in enumerate(chord[1:]):
             sound = electric_piano(tone, score.seconds(length), 0.5 + 0.25 * rise + (0.1 if at == 0 else 0))

@@ -27,19 +27,24 @@ def compose():
 
 
 def ring(score, signal, bar, count, tone):
-    """The group begins on the bar; the answering bar repeats it at the half as well."""
+    """The group begins on the bar. Answering bars say it twice, or, once it is long, twice as fast and on."""
     loud = 0.5 + 0.45 * bar / (BARS - 1)
     bite = 0.35 + 0.6 * bar / (BARS - 1)
-    starts = [0] if bar % 2 == 0 or count > 6 else [0, 2 if count <= 4 else 2.5]
+    answering = bar % 2 == 1
+    if count <= 6:
+        starts, step = ([0, 2 if count <= 4 else 2.5] if answering else [0]), 0.25
+    else:
+        starts, step = [0], (0.25 if answering else 0.5)
+        count = 2 * count - 1 if answering else count
     for start in starts:
-        for index in range(count if start == 0 else min(count, 6)):
-            at = start + index * (0.25 if count <= 6 else 0.5 - 0.25 * (bar % 2))
-            if at >= 3.75:
+        for index in range(count):
+            at = start + index * step
+            if at > 3.5:
                 break
-            last = index == count - 1 and count > 1
-            score.play(signal, 4 * bar + at, beep(tone + (5 if last else 0), 0.105, loud, bite), pan=-0.12)
+            lift = 5 if index == count - 1 and count > 1 else 0
+            score.play(signal, 4 * bar + at, beep(tone + lift, 0.105, loud, bite), pan=-0.12)
             score.play(signal, 4 * bar + at, beep(tone - 12, 0.105, 0.5 * loud, bite), pan=0.12)
-    if count >= 7:
+    if bar >= 12:
         for index in range(15):
             score.play(signal, 4 * bar + index / 4, beep(tone + (12 if index % 4 == 0 else 0), 0.06, 0.5 * loud, 0.4), pan=0.6 * (-1) ** index)
 

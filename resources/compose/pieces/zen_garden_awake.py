@@ -30,25 +30,21 @@ def compose():
     score = Score("zen_garden_awake", bpm=66, beats=BEATS)
     strings = score.bus(gain=1.0, room=0.25, effects=[effects.bell_curve(420, 4, 1.0), effects.bell_curve(3000, 3, 1.2)])
     flute = score.bus(gain=0.62, room=0.5)
-    bronze = score.bus(gain=0.7, room=0.4)
+    bronze = score.bus(gain=0.5, room=0.4)
     wood = score.bus(gain=0.8, room=0.3)
 
     for beat, note, bend in KOTO:
-        score.play(strings, beat, koto(score.rng, notes(note)[0], 3.2, 0.6 + 0.25 * score.progress(beat), bend), pan=-0.25, loose=0.006)
+        score.play(strings, beat, koto(score.rng, notes(note)[0], 3.2, 0.72 + 0.2 * score.progress(beat), bend), pan=-0.25, loose=0.006)
     for beat, note, length, fall in FLUTE:
-        loud = 0.5 + 0.4 * score.progress(beat)
+        loud = 0.65 + 0.3 * score.progress(beat)
         sound = shakuhachi(score.rng, notes(note)[0], score.seconds(length) + 0.25, loud, scoop=0.8, fall=fall)
         score.play(flute, beat, sound, pan=0.35)
     for beat, note, loud in ((0, "D3", 0.9), (8, "A3", 0.5), (16, "D3", 0.9), (24, "D3", 0.9), (28, "A3", 0.7), (32, "D3", 0.95),
                              (34, "A3", 0.8), (36, "D4", 0.9), (37, "D4", 0.9), (38, "D4", 0.95), (39, "D4", 1.0), (40, "D4", 1.0)):
-        score.play(bronze, beat, bowl(note_number(note), 9.0, loud), pan=0.1)
+        score.play(bronze, beat, bowl(notes(note)[0], 9.0, loud), pan=0.1)
     gather_speed(score, wood)
     run_strings(score, strings)
     return score.mix(effects.room(2.8, brightness=4500, predelay=0.02))
-
-
-def note_number(note):
-    return notes(note)[0]
 
 
 def gather_speed(score, wood):
