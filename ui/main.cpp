@@ -9,12 +9,9 @@
 
 #include <QApplication>
 #include <QQuickWindow>
-#include <QtQml/QQmlExtensionPlugin>
 
 #include <cstdio>
 #include <unistd.h>
-
-Q_IMPORT_QML_PLUGIN(KovaPlugin)
 
 namespace {
 
