@@ -12,11 +12,17 @@ KovaAlarmApp::KovaAlarmApp(const Platform &platform)
       m_viewModel(platform.preferences, platform.clock, AlarmScheduler::shared(), PowerManager::shared()),
       m_scheduler(AlarmScheduler::shared()),
       m_home(m_viewModel, SoundPlayer::shared(), m_scheduler, PowerManager::shared()),
-      m_mainWindow({{QStringLiteral("home"), QVariant::fromValue(&m_home)}}),
-      m_menuBarExtra(m_viewModel, m_scheduler, PowerManager::shared()) {
+      m_mainWindow({{QStringLiteral("home"), QVariant::fromValue(&m_home)}}) {
     connect(&m_mainWindow, &MainWindow::quit, this, &KovaAlarmApp::quit);
-    connect(&m_menuBarExtra, &MenuBarExtra::showWindow, this, &KovaAlarmApp::showWindow);
-    connect(&m_menuBarExtra, &MenuBarExtra::quit, this, &KovaAlarmApp::quit);
+}
+
+void KovaAlarmApp::showMenuBarExtra() {
+    if (!m_menuBarExtra) {
+        m_menuBarExtra = std::make_unique<MenuBarExtra>(m_viewModel, m_scheduler, PowerManager::shared());
+        connect(m_menuBarExtra.get(), &MenuBarExtra::showWindow, this, &KovaAlarmApp::showWindow);
+        connect(m_menuBarExtra.get(), &MenuBarExtra::quit, this, &KovaAlarmApp::quit);
+        m_menuBarExtra->show();
+    }
 }
 
 void KovaAlarmApp::showWindow() {

@@ -6,6 +6,8 @@
 #include "MenuBarExtra.h"
 #include "ProcessActivity.h"
 
+#include <memory>
+
 namespace kova {
 
 struct Platform;
@@ -23,7 +25,7 @@ public:
     MainWindow &mainWindow() { return m_mainWindow; }
 
     /// Call when the desktop has a place for the item.
-    void showMenuBarExtra() { m_menuBarExtra.show(); }
+    void showMenuBarExtra();
 
     /// Brings the main window back, in front of other applications.
     void showWindow();
@@ -38,7 +40,7 @@ private:
     AlarmScheduler &m_scheduler;
     HomeScreen m_home;
     MainWindow m_mainWindow;
-    MenuBarExtra m_menuBarExtra;
+    std::unique_ptr<MenuBarExtra> m_menuBarExtra; ///< from the moment when there is a place for it
 };
 
 } // namespace kova

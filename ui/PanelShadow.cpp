@@ -45,7 +45,9 @@ void blur(QImage &image, qreal deviation) {
 
 PanelShadow::PanelShadow(QQuickItem *parent) : QQuickItem(parent) {
     setFlag(ItemHasContents);
-    connect(this, &PanelShadow::changed, this, &QQuickItem::update);
+    connect(this, &PanelShadow::colorChanged, this, &QQuickItem::update);
+    connect(this, &PanelShadow::radiusChanged, this, &QQuickItem::update);
+    connect(this, &PanelShadow::cornerRadiusChanged, this, &QQuickItem::update);
 }
 
 QSGNode *PanelShadow::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *) {

@@ -10,16 +10,18 @@ namespace kova {
 class PanelShadow : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed REQUIRED)
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY colorChanged REQUIRED)
     /// How far the shadow is blurred, in logical pixels; nothing is left of it at 1.5 times that distance.
-    Q_PROPERTY(qreal radius MEMBER m_radius NOTIFY changed REQUIRED)
-    Q_PROPERTY(qreal cornerRadius MEMBER m_cornerRadius NOTIFY changed REQUIRED)
+    Q_PROPERTY(qreal radius MEMBER m_radius NOTIFY radiusChanged REQUIRED)
+    Q_PROPERTY(qreal cornerRadius MEMBER m_cornerRadius NOTIFY cornerRadiusChanged REQUIRED)
 
 public:
     explicit PanelShadow(QQuickItem *parent = nullptr);
 
 Q_SIGNALS:
-    void changed();
+    void colorChanged();
+    void radiusChanged();
+    void cornerRadiusChanged();
 
 protected:
     QSGNode *updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *data) override;

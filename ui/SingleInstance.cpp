@@ -73,7 +73,9 @@ SingleInstance::~SingleInstance() {
 
 // The descriptor is closed in child processes: a speech service that outlives us must not keep the lock.
 bool SingleInstance::acquire() {
-    QDir().mkpath(QFileInfo(m_lockPath).path());
+    const QString folder = QFileInfo(m_lockPath).path();
+    QDir().mkpath(QFileInfo(folder).path());
+    QDir().mkdir(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     m_lock = ::open(QFile::encodeName(m_lockPath).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     return m_lock < 0 || ::flock(m_lock, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }

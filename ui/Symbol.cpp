@@ -16,7 +16,7 @@ void Symbol::setName(const QString &name) {
     if (m_name != name) {
         m_name = name;
         updateImplicitSize();
-        Q_EMIT changed();
+        Q_EMIT nameChanged();
     }
 }
 
@@ -24,7 +24,7 @@ void Symbol::setSize(qreal size) {
     if (m_size != size) {
         m_size = size;
         updateImplicitSize();
-        Q_EMIT changed();
+        Q_EMIT sizeChanged();
     }
 }
 
@@ -32,7 +32,7 @@ void Symbol::setColor(const QColor &color) {
     if (m_color != color) {
         m_color = color;
         update();
-        Q_EMIT changed();
+        Q_EMIT colorChanged();
     }
 }
 

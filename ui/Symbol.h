@@ -10,10 +10,10 @@ namespace kova {
 class Symbol : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QString name MEMBER m_name WRITE setName NOTIFY changed REQUIRED)
+    Q_PROPERTY(QString name MEMBER m_name WRITE setName NOTIFY nameChanged REQUIRED)
     /// The font size beside which the symbol looks right, in logical pixels.
-    Q_PROPERTY(qreal size MEMBER m_size WRITE setSize NOTIFY changed REQUIRED)
-    Q_PROPERTY(QColor color MEMBER m_color WRITE setColor NOTIFY changed REQUIRED)
+    Q_PROPERTY(qreal size MEMBER m_size WRITE setSize NOTIFY sizeChanged REQUIRED)
+    Q_PROPERTY(QColor color MEMBER m_color WRITE setColor NOTIFY colorChanged REQUIRED)
 
 public:
     explicit Symbol(QQuickItem *parent = nullptr);
@@ -23,7 +23,9 @@ public:
     void setColor(const QColor &color);
 
 Q_SIGNALS:
-    void changed();
+    void nameChanged();
+    void sizeChanged();
+    void colorChanged();
 
 protected:
     QSGNode *updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *data) override;

@@ -37,10 +37,6 @@ qreal smoothing(qreal available) {
     return low;
 }
 
-qreal fittingRadius(qreal radius, qreal room) {
-    return std::clamp<qreal>(radius, 0, std::max<qreal>(room, 0));
-}
-
 // The corner between the x and the y axis, run through from the x axis, for a radius of 1.
 void addCorner(QPainterPath &path, const QTransform &placed, qreal t) {
     const qreal angle = 2 * std::atan(t);
@@ -62,14 +58,9 @@ void addCorner(QPainterPath &path, const QTransform &placed, qreal t) {
 
 } // namespace
 
-qreal continuousCornerExtent(qreal radius, qreal room) {
-    const qreal fitting = fittingRadius(radius, room);
-    return fitting > 0 ? fitting * extent(smoothing(room / fitting)) : 0;
-}
-
 QPainterPath continuousRectangle(const QRectF &rect, qreal radius) {
     const qreal room = std::min(rect.width(), rect.height()) / 2;
-    const qreal r = fittingRadius(radius, room);
+    const qreal r = std::min(radius, room);
     QPainterPath path;
     if (r <= 0) {
         path.addRect(rect);

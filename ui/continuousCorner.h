@@ -4,10 +4,6 @@
 
 namespace kova {
 
-/// How far from the corner a continuous corner begins to bend when it has `room` along each edge, half the
-/// shorter side at most. Never less than the radius, unless the room is.
-qreal continuousCornerExtent(qreal radius, qreal room);
-
 /// A rectangle with continuous corners: an arc that cubic curves join to the edges so that the curvature
 /// grows from nothing to the arc's without a step. Where the sides are too short for that, less of the corner
 /// is smoothed, down to a plain arc.

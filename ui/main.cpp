@@ -9,14 +9,45 @@
 
 #include <QApplication>
 #include <QQuickWindow>
+
+#include <cstdio>
 #include <unistd.h>
 
 namespace {
 
-// The desktop's permission to take the focus, handed to a program that the user starts.
+constexpr const char *activationTokens[] = {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"};
+
+// The desktop's permission to take the focus, given to the process that the user started.
 QByteArray activationToken() {
-    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
-    return token.isEmpty() ? qgetenv("DESKTOP_STARTUP_ID") : token;
+    for (const char *name : activationTokens) {
+        if (const QByteArray token = qgetenv(name); !token.isEmpty()) {
+            return token;
+        }
+    }
+    return {};
+}
+
+int activateRunningInstance(const kova::SingleInstance &instance) {
+    if (!instance.activateOwner(activationToken())) {
+        std::fputs("kova-alarm: already running, but it does not answer\n", stderr);
+    }
+    return 0;
+}
+
+// A clock in the background must not hold a GPU context.
+void drawInSoftware() {
+    if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION")) {
+        qputenv("QT_XCB_GL_INTEGRATION", "none");
+    }
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+}
+
+void describeApplication() {
+    QApplication::setApplicationName(QStringLiteral("KOVA"));
+    QApplication::setApplicationDisplayName(QStringLiteral("KOVA Alarm"));
+    QApplication::setDesktopFileName(QStringLiteral("jp.kova.Alarm"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("jp.kova.Alarm")));
+    QApplication::setQuitOnLastWindowClosed(false);
 }
 
 } // namespace
@@ -24,15 +55,11 @@ QByteArray activationToken() {
 int main(int argc, char *argv[]) {
     kova::SingleInstance instance(kova::FilePreferences::defaultFolder());
     if (!instance.acquire()) {
-        instance.activateOwner(activationToken());
-        return 0;
+        return activateRunningInstance(instance);
     }
-
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    drawInSoftware();
     const QApplication qtApplication(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("kova-alarm"));
-    QApplication::setDesktopFileName(QStringLiteral("jp.kova.Alarm"));
-    QApplication::setQuitOnLastWindowClosed(false);
+    describeApplication();
 
     kova::DesktopApplication application;
     kova::DesktopFileChooser fileChooser;
@@ -44,18 +71,27 @@ int main(int argc, char *argv[]) {
     const kova::TerminationSignals terminationSignals([&app] { app.quit(); });
     application.setMainWindow(&app.mainWindow());
     fileChooser.setParentWindow(&app.mainWindow());
-    instance.listen();
-    QObject::connect(&instance, &kova::SingleInstance::activated, &app, [&app](const QByteArray &token) {
-        qputenv("XDG_ACTIVATION_TOKEN", token);
-        app.showWindow();
-    });
+    app.mainWindow().show();
+
     kova::MenuBarHost menuBarHost;
     QObject::connect(&menuBarHost, &kova::MenuBarHost::available, &app, &kova::KovaAlarmApp::showMenuBarExtra);
-    app.mainWindow().show();
     menuBarHost.watch();
+
+    QObject::connect(&instance, &kova::SingleInstance::activated, &app, [&app](const QByteArray &token) {
+        qputenv(activationTokens[0], token);
+        app.showWindow();
+    });
+    instance.listen();
+
+    kova::AlarmScheduler &scheduler = kova::AlarmScheduler::shared();
+    QObject::connect(&scheduler, &kova::AlarmScheduler::activeAlarmChanged, &app, [&scheduler, &fileChooser] {
+        if (scheduler.activeAlarm()) {
+            fileChooser.cancel(); // it would stand in front of the alert
+        }
+    });
     const int status = QApplication::exec();
 
-    kova::AlarmScheduler::shared().endRinging();
+    scheduler.endRinging();
     if (!desktop.shutDown()) {
         _exit(status);
     }

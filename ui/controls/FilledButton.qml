@@ -1,4 +1,4 @@
-import QtQuick
+import QtQuick 2.15
 import Kova
 
 // A button whose face is its text on a filled shape.

@@ -1,4 +1,4 @@
-import QtQuick
+import QtQuick 2.15
 import Kova
 
 // The ring around its parent that shows where the keyboard is.

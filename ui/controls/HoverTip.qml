@@ -1,4 +1,4 @@
-import QtQuick
+import QtQuick 2.15
 
 // A tooltip at its parent, made when the pointer rests there and gone when it leaves.
 Loader {

@@ -1,14 +1,14 @@
-import QtQuick
+import QtQuick 2.15
 import Kova
 
 // A round mark that its user checks: the model's state alone decides what it shows.
 PlainButton {
     id: mark
 
-    required property bool checked
+    required property bool isSelected
 
     Accessible.checkable: true
-    Accessible.checked: checked
+    Accessible.checked: isSelected
     Accessible.role: Accessible.CheckBox
     cornerRadius: 11
     implicitHeight: 22
@@ -17,9 +17,9 @@ PlainButton {
     contentItem: Item {
         ContinuousRectangle {
             anchors.fill: parent
-            borderColor: mark.checked ? Palette.accent : Palette.textSecondary
+            borderColor: mark.isSelected ? Palette.accent : Palette.textSecondary
             borderWidth: 2
-            color: mark.checked ? Palette.accent : "transparent"
+            color: mark.isSelected ? Palette.accent : "transparent"
             radius: 11
         }
         Symbol {
@@ -27,7 +27,7 @@ PlainButton {
             color: "black"
             name: "checkmark"
             size: 11
-            visible: mark.checked
+            visible: mark.isSelected
         }
     }
 }

@@ -1,4 +1,4 @@
-import QtQuick
+import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
@@ -43,7 +43,7 @@ T.Switch {
     }
 
     FocusRing {
-        cornerRadius: control.height / 2
+        cornerRadius: 11
         shown: control.visualFocus
     }
 }

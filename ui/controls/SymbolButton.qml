@@ -1,4 +1,4 @@
-import QtQuick
+import QtQuick 2.15
 import Kova
 
 // A button without a bezel whose face is a symbol.

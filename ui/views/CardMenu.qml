@@ -1,4 +1,4 @@
-import QtQuick
+import QtQuick 2.15
 import Kova
 
 // The menu of one group's card.

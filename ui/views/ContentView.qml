@@ -1,4 +1,4 @@
-import QtQuick
+import QtQuick 2.15
 import Kova
 
 // The root of the main window: the home list, and over it the editor while a group is edited.

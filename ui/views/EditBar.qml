@@ -1,4 +1,4 @@
-import QtQuick
+import QtQuick 2.15
 import Kova
 
 // The edit mode's bar: selects all or none, and asks to delete what is selected.

@@ -1,4 +1,4 @@
-import QtQuick
+import QtQuick 2.15
 import Kova
 
 // One group's row: its card, and in edit mode the mark that selects it.
@@ -45,7 +45,7 @@ Item {
 
         sourceComponent: SelectionMark {
             Accessible.name: row.label === "" ? row.timeText : row.timeText + " " + row.label
-            checked: row.isSelected
+            isSelected: row.isSelected
 
             onClicked: row.home.selection.toggle(row.groupId)
         }
