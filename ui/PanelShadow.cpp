@@ -14,6 +14,8 @@ namespace kova {
 
 namespace {
 
+constexpr qreal cornerExtent = 1.6; // how far a continuous corner reaches along the edges, in radii
+
 // Averages each pixel with its neighbours along lines of `count` pixels that are `step` bytes apart.
 void boxBlur(uchar *line, qsizetype count, qsizetype step, int halfWidth) {
     std::vector<int> sums(size_t(count) + 1, 0);
@@ -86,7 +88,7 @@ QImage PanelShadow::patch(qreal devicePixelRatio) const {
     if (QPixmap cached; QPixmapCache::find(key, &cached)) {
         return cached.toImage();
     }
-    const qreal inside = reach() + continuousCornerExtent(m_cornerRadius, m_cornerRadius * 2);
+    const qreal inside = reach() + cornerExtent * m_cornerRadius;
     const int size = 2 * qCeil((reach() + inside) * devicePixelRatio) + qCeil(devicePixelRatio);
     QImage coverage(size, size, QImage::Format_Alpha8);
     coverage.fill(0);
