@@ -81,7 +81,7 @@ class Session:
         alone = {"PATH": "/nonexistent"}  # it can't start a speech service of its own
         # Even root must heed the permissions of files.
         plain = ["/usr/bin/setpriv", "--bounding-set=-all", "--inh-caps=-all"] if os.getuid() == 0 else []
-        program = Process([*plain, PROGRAM], self.env | self.clock.env | alone | (env or {}), stderr=None)
+        program = Program([*plain, PROGRAM], self.env | self.clock.env | alone | (env or {}), stderr=None)
         self._others.append(program)
         program.wait_for("[Scheduler] Started", 20)
         return program
@@ -100,6 +100,17 @@ class Session:
             except OSError:
                 pass
         shutil.rmtree(self.folder, ignore_errors=True)
+
+
+class Program(Process):
+    def told(self):
+        """Its lines, but for the notification service's answer, which may come at any time."""
+        return [text for text in self.texts() if not text.startswith("[Scheduler] Notification")]
+
+    def end(self, number=signal.SIGTERM):
+        """Ends it in the proper way."""
+        self.signal(number)
+        assert self.wait(5) == 0
 
 
 def until(condition, timeout=10, step=0.01):

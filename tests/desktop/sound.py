@@ -83,6 +83,14 @@ def find(sound, samples):
     return at / RATE, correlation[at] / power, correlation[at] / numpy.sqrt(power * there + 1e-12)
 
 
+def heard(sound, samples, piece=0.2):
+    """How loud and how much like itself the sound is found in the samples: the medians (gain, likeness) over
+    its pieces, since a busy machine drops out now and then."""
+    pieces = sound[:len(sound) // int(piece * RATE) * int(piece * RATE)].reshape(-1, int(piece * RATE))
+    found = [find(one, samples)[1:] for one in pieces if one.std() > 0.1 * sound.std()]
+    return numpy.median(found, axis=0)
+
+
 class _Info(ctypes.Structure):
     _fields_ = [("frames", ctypes.c_int64), ("rate", ctypes.c_int), ("channels", ctypes.c_int),
                 ("format", ctypes.c_int), ("sections", ctypes.c_int), ("seekable", ctypes.c_int)]

@@ -24,7 +24,7 @@ def test_sleep_is_held_off_until_the_end(session, inhibitor, lock, end):
     program = session.run()
     for reason in (ACTIVITY, REASON):
         session[inhibitor].wait_for_call("Inhibit", why=reason, **lock)
-    assert program.texts()[0].startswith("[PowerManager] Sleep prevention ON (id: ")
+    assert program.told()[0].startswith("[PowerManager] Sleep prevention ON (id: ")
     program.signal(end)
     assert program.wait() == (0 if end != signal.SIGKILL else -end)
     assert ("[PowerManager] Sleep prevention OFF" in program.texts()) == (end != signal.SIGKILL)
@@ -37,8 +37,7 @@ def test_sleep_is_allowed_while_every_group_is_off(session):
     session.save(group(isEnabled=False))
     program = session.run()
     session["logind"].wait_for_call("Inhibit", why=ACTIVITY)
-    program.signal(signal.SIGTERM)
-    assert program.wait() == 0
+    program.end()
     assert not [text for text in program.texts() if text.startswith("[PowerManager]")]
     assert [call["why"] for call in session["logind"].calls("Inhibit")] == [ACTIVITY]
 
@@ -47,10 +46,8 @@ def test_nothing_that_holds_sleep_off_is_a_failure(session):
     session.start("session-bus", "system-bus")
     session.save(group())
     program = session.run()
-    failure = program.texts()[0]
-    assert int(failure.removeprefix("[PowerManager] Failed to create assertion: ")) != 0
-    program.signal(signal.SIGTERM)
-    assert program.wait() == 0
+    assert int(program.told()[0].removeprefix("[PowerManager] Failed to create assertion: ")) != 0
+    program.end()
     assert "[PowerManager] Sleep prevention OFF" not in program.texts()
 
 
@@ -62,8 +59,7 @@ def test_the_end_of_the_program_ends_the_ringing(session, end):
         program = session.run()
         program.wait_for("[TTSPlayer] speaking…")
         time.sleep(2)
-        program.signal(end)
-        assert program.wait() == 0
+        program.end(end)
         ended = len(recording.samples())
         time.sleep(2)
     assert sound.sounding(recording.samples()[:ended])

@@ -2,7 +2,6 @@
 
 import json
 import os
-import signal
 
 import pytest
 
@@ -36,9 +35,8 @@ BAD = {
 
 def start_and_end(session, env=None):
     program = session.run("06:59:59.0", env)
-    program.signal(signal.SIGTERM)
-    assert program.wait() == 0
-    return [text for text in program.texts() if not text.startswith("[Scheduler] Notification")]
+    program.end()
+    return program.told()
 
 
 def test_a_good_list_is_read(session):
