@@ -230,7 +230,7 @@ public:
             return fail();
         }
         if (m_depth == 1) {
-            groups.emplaceBack();
+            groups.resize(groups.size() + 1);
             m_found = 0;
         }
         m_depth += 1;

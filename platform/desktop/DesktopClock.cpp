@@ -1,0 +1,34 @@
+#include "DesktopClock.h"
+
+#include <cmath>
+#include <ctime>
+
+namespace kova {
+
+Instant DesktopClock::now() const {
+    return currentInstant();
+}
+
+std::optional<LocalTime> DesktopClock::localTime(Instant moment) const {
+    const double seconds = std::floor(moment + instantEpoch);
+    constexpr double mostSeconds = 1e17; // beyond any calendar, and a safe cast
+    if (!(std::abs(seconds) < mostSeconds)) {
+        return std::nullopt;
+    }
+    const auto time = static_cast<time_t>(seconds);
+    tm local{};
+    if (localtime_r(&time, &local) == nullptr) {
+        return std::nullopt;
+    }
+    if (local.tm_sec == 0) {
+        // localtime_r keeps the zone that it found first; looking for another one costs file accesses, so only
+        // the second that counts pays for it.
+        tzset();
+        if (localtime_r(&time, &local) == nullptr) {
+            return std::nullopt;
+        }
+    }
+    return LocalTime{local.tm_hour, local.tm_min, local.tm_sec, local.tm_wday + 1};
+}
+
+} // namespace kova

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "NotificationCenter.h"
+
+namespace kova {
+
+class MessageBuses;
+
+/// The session's notification service. Where there is one it shows notifications to everybody, so its answer is
+/// the permission.
+class FreedesktopNotificationCenter : public NotificationCenter {
+public:
+    explicit FreedesktopNotificationCenter(MessageBuses &buses) : m_buses(buses) {}
+
+    void requestAuthorization(AuthorizationOptions options, Authorized answer) override;
+    void add(const NotificationRequest &request) override;
+
+private:
+    void askCapabilities(const Authorized &answer);
+
+    MessageBuses &m_buses;
+    bool m_takesMarkup = true; ///< on the buses' thread; most services do, so it holds until one says no
+};
+
+} // namespace kova

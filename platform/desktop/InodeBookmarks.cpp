@@ -1,0 +1,101 @@
+#include "InodeBookmarks.h"
+
+#include "BookmarkForm.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <cerrno>
+#include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
+
+namespace kova {
+
+namespace {
+
+// None, with errno set, where there is no regular file.
+std::optional<FileIdentity> fileAt(const QByteArray &path) {
+    struct statx status{};
+    if (statx(AT_FDCWD, path.constData(), AT_STATX_SYNC_AS_STAT, STATX_TYPE | STATX_INO | STATX_BTIME, &status) !=
+        0) {
+        return std::nullopt;
+    }
+    if (!S_ISREG(status.stx_mode)) {
+        errno = S_ISDIR(status.stx_mode) ? EISDIR : EINVAL;
+        return std::nullopt;
+    }
+    const bool hasBirth = (status.stx_mask & STATX_BTIME) != 0;
+    constexpr qint64 nanoseconds = 1'000'000'000;
+    return FileIdentity{
+        .device = makedev(status.stx_dev_major, status.stx_dev_minor),
+        .inode = status.stx_ino,
+        .birth = hasBirth ? status.stx_btime.tv_sec * nanoseconds + status.stx_btime.tv_nsec : 0,
+    };
+}
+
+// A device number may change from one start of the machine to the next, and an inode be used again by another
+// file; the time of birth settles both where it is known.
+bool isSameFile(const FileIdentity &a, const FileIdentity &b) {
+    if (a.inode != b.inode) {
+        return false;
+    }
+    return a.birth != 0 && b.birth != 0 ? a.birth == b.birth : a.device == b.device;
+}
+
+std::optional<QByteArray> findInFolder(const QByteArray &folder, const FileIdentity &file) {
+    const std::unique_ptr<DIR, int (*)(DIR *)> entries(opendir(folder.constData()), &closedir);
+    while (const dirent *entry = entries ? readdir(entries.get()) : nullptr) {
+        if (entry->d_ino != file.inode) {
+            continue;
+        }
+        const QByteArray path = folder + entry->d_name;
+        const std::optional<FileIdentity> found = fileAt(path);
+        if (found && isSameFile(*found, file)) {
+            return path;
+        }
+    }
+    return std::nullopt;
+}
+
+QString reason(int error, const QString &path) {
+    return QString::fromLocal8Bit(std::strerror(error)) + QStringLiteral(": ") + path;
+}
+
+} // namespace
+
+Result<QByteArray> InodeBookmarks::create(const QString &path) const {
+    const QByteArray absolutePath = QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+    const std::optional<FileIdentity> file = fileAt(absolutePath);
+    if (!file) {
+        return Failure{reason(errno, path)};
+    }
+    return encodeBookmark({.path = absolutePath, .file = *file});
+}
+
+Result<ResolvedBookmark> InodeBookmarks::resolve(const QByteArray &bookmark) const {
+    const std::optional<BookmarkRecord> record = decodeBookmark(bookmark);
+    if (!record) {
+        return Failure{QStringLiteral("The data is not a bookmark")};
+    }
+    const QString path = QFile::decodeName(record->path);
+    if (const std::optional<FileIdentity> file = fileAt(record->path)) {
+        return ResolvedBookmark{.path = path, .isStale = !isSameFile(*file, record->file)};
+    }
+    const int error = errno;
+    const QByteArray folder = record->path.left(record->path.lastIndexOf('/') + 1);
+    if (const std::optional<QByteArray> renamed = findInFolder(folder, record->file)) {
+        return ResolvedBookmark{.path = QFile::decodeName(*renamed), .isStale = true};
+    }
+    return Failure{reason(error, path)};
+}
+
+bool InodeBookmarks::startAccessing(const QString &path) const {
+    return access(QFile::encodeName(path).constData(), R_OK) == 0;
+}
+
+} // namespace kova

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QObject>
+#include <QThread>
+#include <array>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace kova {
+
+enum class Bus { System, Session };
+
+/// The desktop's message buses, served by one thread, so that nobody waits for a bus or a service that is
+/// missing, slow or hung. Each is connected at its first use, and again at the next one after it was lost.
+class MessageBuses {
+public:
+    using Reply = std::function<void(const QDBusMessage &reply)>;
+
+    MessageBuses();
+    /// Waits for the thread, as long as a bus holds it up.
+    ~MessageBuses();
+    MessageBuses(const MessageBuses &) = delete;
+    MessageBuses &operator=(const MessageBuses &) = delete;
+
+    /// Runs the action on the buses' thread. Any thread.
+    void run(std::function<void()> action);
+
+    /// Sends a call; its reply or error comes to the buses' thread. On the buses' thread.
+    void call(Bus bus, const QDBusMessage &message, const Reply &reply,
+              std::chrono::milliseconds timeout = std::chrono::seconds(25));
+
+    /// Sends a call whose reply nobody needs. On the buses' thread.
+    void send(Bus bus, const QDBusMessage &message);
+
+    /// Tells each new owner of a session service's name. On the buses' thread.
+    void watch(const QString &service, std::function<void()> newOwner);
+
+    /// Lets everything that was run so far be sent, and ends the thread; false when a bus holds it up.
+    bool close(std::chrono::milliseconds timeout);
+
+private:
+    struct Watch {
+        QString service;
+        std::function<void()> newOwner;
+    };
+
+    QDBusConnection connection(Bus bus);
+    void startWatching(const QDBusConnection &session);
+
+    QThread m_thread;
+    QObject m_home; ///< lives on the thread
+    std::unique_ptr<QObject> m_watchers; ///< of the present session bus
+    std::array<QString, 2> m_names;
+    int m_connections = 0;
+    std::vector<Watch> m_watches;
+};
+
+} // namespace kova

@@ -1,0 +1,86 @@
+#include "MixerAudioPlayers.h"
+
+#include <QFile>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kova {
+
+namespace {
+
+// Why the file can't be read. It does not wait for a pipe's other end.
+std::optional<QString> obstacle(const QByteArray &path) {
+    const int descriptor = open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) {
+        return QString::fromLocal8Bit(std::strerror(errno));
+    }
+    struct stat status{};
+    const bool isFile = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    close(descriptor);
+    return isFile ? std::nullopt : std::optional(QStringLiteral("Not a regular file"));
+}
+
+} // namespace
+
+class MixerAudioPlayers::Player : public AudioPlayer {
+public:
+    Player(MixerAudioPlayers &players, const QByteArray &path, Refusal refused)
+        : m_players(players),
+          m_path(path),
+          m_refused(std::move(refused)) {}
+
+    ~Player() override { Player::stop(); }
+
+    void setVolume(float volume) override {
+        m_volume = volume;
+        m_players.m_thread.setVolume(m_sound, volume);
+    }
+
+    void setNumberOfLoops(int loops) override { m_loops = loops; }
+
+    void play() override {
+        stop();
+        m_sound = ++m_players.m_lastSound;
+        m_players.m_refusals.insert(m_sound, m_refused);
+        m_players.m_thread.play({.id = m_sound, .path = m_path, .loops = m_loops}, m_volume);
+    }
+
+    void stop() override {
+        m_players.m_refusals.remove(m_sound);
+        m_players.m_thread.stop(m_sound);
+    }
+
+private:
+    MixerAudioPlayers &m_players;
+    const QByteArray m_path;
+    const Refusal m_refused;
+    float m_volume = 1.0F;
+    int m_loops = 0;
+    quint64 m_sound = 0; ///< none yet
+};
+
+MixerAudioPlayers::MixerAudioPlayers()
+    : m_thread([this](quint64 sound, const QString &reason) {
+          QMetaObject::invokeMethod(
+              &m_mainThread, [this, sound, reason] { refuse(sound, reason); }, Qt::QueuedConnection);
+      }) {}
+
+Result<std::unique_ptr<AudioPlayer>> MixerAudioPlayers::open(const QString &path, Refusal refused) {
+    const QByteArray name = QFile::encodeName(path);
+    if (const std::optional<QString> reason = obstacle(name)) {
+        return Failure{*reason + QStringLiteral(": ") + path};
+    }
+    return std::unique_ptr<AudioPlayer>(std::make_unique<Player>(*this, name, std::move(refused)));
+}
+
+// The player may be gone, or end in the call.
+void MixerAudioPlayers::refuse(quint64 sound, const QString &reason) {
+    if (const Refusal refused = m_refusals.take(sound)) {
+        refused(reason);
+    }
+}
+
+} // namespace kova

@@ -1,0 +1,304 @@
+#include "SpeechDispatcher.h"
+
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QtDebug>
+#include <pwd.h>
+#include <unistd.h>
+
+namespace kova {
+
+namespace {
+
+constexpr std::chrono::seconds idleTime{10};
+constexpr std::chrono::seconds longestSilence{3}; // of a service that owes an answer
+
+namespace answer {
+constexpr int messageQueued = 225;
+constexpr int receivingData = 230;
+constexpr int firstEvent = 700;
+constexpr int end = 702;
+constexpr int cancel = 703;
+} // namespace answer
+
+QString defaultSocketPath() {
+    const QString runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    const QString folder = runtimeFolder.isEmpty()
+                               ? QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)
+                               : runtimeFolder;
+    return folder + QStringLiteral("/speech-dispatcher/speechd.sock");
+}
+
+// "unix_socket" or "unix_socket:PATH", as the service's own clients read it.
+QString socketPath() {
+    const QString address = qEnvironmentVariable("SPEECHD_ADDRESS");
+    const QString prefix = QStringLiteral("unix_socket:");
+    return address.startsWith(prefix) ? address.mid(prefix.size()) : defaultSocketPath();
+}
+
+QByteArray userName() {
+    const passwd *const user = getpwuid(getuid());
+    return user != nullptr ? QByteArray(user->pw_name) : QByteArray("user");
+}
+
+// A line of the text that starts with a dot must not end it.
+QByteArray asData(QString text) {
+    static const QRegularExpression lineBreak(QStringLiteral("\r\n|[\r\n]"));
+    text.replace(QChar(u'\0'), QChar(u' ')).replace(lineBreak, QStringLiteral("\r\n"));
+    QByteArray data = text.toUtf8().replace("\r\n.", "\r\n..");
+    return (data.startsWith('.') ? '.' + data : data) + "\r\n.\r\n";
+}
+
+} // namespace
+
+SpeechDispatcher::SpeechDispatcher(Ended ended) : m_ended(std::move(ended)) {
+    connect(&m_socket, &QLocalSocket::connected, this, &SpeechDispatcher::introduce);
+    connect(&m_socket, &QLocalSocket::readyRead, this, &SpeechDispatcher::receive);
+    // Queued, so that a connection that fails at once is told like one that is lost later.
+    connect(
+        &m_socket, &QLocalSocket::stateChanged, this,
+        [this](QLocalSocket::LocalSocketState state) {
+            if (state == QLocalSocket::UnconnectedState && m_socket.state() == state) {
+                connectionLost();
+            }
+        },
+        Qt::QueuedConnection);
+
+    m_starter.setStandardInputFile(QProcess::nullDevice());
+    m_starter.setStandardOutputFile(QProcess::nullDevice());
+    m_starter.setStandardErrorFile(QProcess::nullDevice());
+    connect(&m_starter, &QProcess::finished, this, &SpeechDispatcher::serviceStarted);
+    connect(&m_starter, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) {
+            serviceStarted();
+        }
+    });
+
+    m_idle.setSingleShot(true);
+    m_idle.setInterval(idleTime);
+    connect(&m_idle, &QTimer::timeout, this, &SpeechDispatcher::drop);
+}
+
+SpeechDispatcher::~SpeechDispatcher() {
+    if (m_reading) {
+        stop(m_reading->id);
+    }
+    drop();
+}
+
+void SpeechDispatcher::read(const Reading &reading) {
+    if (m_reading) {
+        stop(m_reading->id);
+    }
+    m_idle.stop();
+    m_reading = reading;
+    m_stage = Stage::Waiting;
+    if (isStuck()) {
+        drop();
+    }
+    if (m_socket.state() == QLocalSocket::ConnectedState) {
+        submit();
+    } else if (m_socket.state() == QLocalSocket::UnconnectedState && m_starter.state() == QProcess::NotRunning) {
+        m_hasStartedService = false;
+        open();
+    }
+}
+
+void SpeechDispatcher::stop(quint64 id) {
+    if (!m_reading || m_reading->id != id) {
+        return;
+    }
+    m_reading.reset();
+    switch (m_stage) {
+    case Stage::Waiting:
+        break;
+    case Stage::Announced:
+        drop(); // instead of a text
+        break;
+    case Stage::Sent:
+    case Stage::Read:
+        command("CANCEL SELF");
+        break;
+    }
+    rest();
+}
+
+// The connection, and the service if need be.
+
+void SpeechDispatcher::open() {
+    m_sinceProgress.start();
+    m_socket.connectToServer(socketPath());
+}
+
+void SpeechDispatcher::startService() {
+    m_hasStartedService = true;
+    m_starter.start(QStringLiteral("speech-dispatcher"),
+                    {QStringLiteral("--spawn"), QStringLiteral("--communication-method"),
+                     QStringLiteral("unix_socket"), QStringLiteral("--socket-path"), socketPath()});
+}
+
+void SpeechDispatcher::serviceStarted() {
+    if (m_reading) {
+        open();
+    }
+}
+
+void SpeechDispatcher::introduce() {
+    command("SET SELF CLIENT_NAME \"" + userName() + ":kova-alarm:main\"");
+    command("SET SELF NOTIFICATION END ON");
+    command("SET SELF NOTIFICATION CANCEL ON");
+    command("SET SELF PRIORITY IMPORTANT"); // no other program's message takes its place
+    if (m_reading) {
+        submit();
+    } else {
+        rest();
+    }
+}
+
+void SpeechDispatcher::connectionLost() {
+    const QString reason = m_socket.errorString();
+    drop();
+    if (!m_reading) {
+        return;
+    }
+    if (m_stage == Stage::Waiting && !m_hasStartedService) {
+        startService();
+        return;
+    }
+    qWarning().noquote() << "kova-alarm: no speech:" << reason;
+    end(false);
+}
+
+// Whatever the service still has to say is of no more use.
+void SpeechDispatcher::drop() {
+    m_idle.stop();
+    m_replies.clear();
+    m_lines.clear();
+    m_message.clear();
+    m_earlyEnds.clear();
+    const QSignalBlocker blocker(m_socket);
+    m_socket.flush();
+    m_socket.abort();
+    if (m_starter.state() != QProcess::NotRunning) {
+        m_starter.kill();
+    }
+}
+
+bool SpeechDispatcher::isStuck() const {
+    const bool owesAnswer = !m_replies.empty() || m_socket.state() == QLocalSocket::ConnectingState ||
+                            m_starter.state() != QProcess::NotRunning;
+    return owesAnswer && m_sinceProgress.hasExpired(std::chrono::milliseconds(longestSilence).count());
+}
+
+// The reading.
+
+void SpeechDispatcher::submit() {
+    command("SET SELF VOLUME " + QByteArray::number(m_reading->volume));
+    m_stage = Stage::Announced;
+    m_message.clear();
+    m_earlyEnds.clear();
+    const quint64 id = m_reading->id;
+    command("SPEAK", [this, id](int code, const Lines &) {
+        if (code != answer::receivingData) {
+            end(false);
+            return;
+        }
+        m_stage = Stage::Sent;
+        send(asData(m_reading->text), [this, id](int result, const Lines &lines) {
+            if (m_reading && m_reading->id == id) {
+                textSubmitted(result, lines);
+            }
+        });
+    });
+}
+
+void SpeechDispatcher::textSubmitted(int code, const Lines &lines) {
+    if (code != answer::messageQueued || lines.isEmpty()) {
+        end(false);
+        return;
+    }
+    m_stage = Stage::Read;
+    m_message = lines.first();
+    if (const auto early = m_earlyEnds.constFind(m_message); early != m_earlyEnds.cend()) {
+        end(*early);
+    }
+}
+
+void SpeechDispatcher::end(bool finished) {
+    const quint64 id = m_reading->id;
+    m_reading.reset();
+    rest();
+    QMetaObject::invokeMethod(
+        this, [this, id, finished] { m_ended(id, finished); }, Qt::QueuedConnection);
+}
+
+void SpeechDispatcher::rest() {
+    if (m_socket.state() == QLocalSocket::ConnectedState) {
+        m_idle.start();
+    }
+}
+
+// The protocol: a command is a line, an answer some lines with a code, the last one without a hyphen after it.
+
+void SpeechDispatcher::command(const QByteArray &line, Reply reply) {
+    send(line + "\r\n", std::move(reply));
+}
+
+void SpeechDispatcher::send(const QByteArray &bytes, Reply reply) {
+    if (m_replies.empty()) {
+        m_sinceProgress.start();
+    }
+    m_replies.push_back(std::move(reply));
+    m_socket.write(bytes);
+    m_socket.flush();
+}
+
+void SpeechDispatcher::receive() {
+    while (m_socket.canReadLine()) {
+        receiveLine(m_socket.readLine().trimmed());
+    }
+    constexpr qint64 longestLine = 4096;
+    if (m_socket.bytesAvailable() > longestLine) {
+        m_socket.abort(); // this is no speech service
+    }
+}
+
+void SpeechDispatcher::receiveLine(const QByteArray &line) {
+    constexpr qsizetype codeLength = 3;
+    bool isCode = false;
+    const int code = line.left(codeLength).toInt(&isCode);
+    if (!isCode || line.size() <= codeLength) {
+        m_socket.abort();
+        return;
+    }
+    if (line[codeLength] == '-') {
+        m_lines.append(line.mid(codeLength + 1));
+        return;
+    }
+    const Lines lines = std::exchange(m_lines, {});
+    if (code >= answer::firstEvent) {
+        receiveEvent(code, lines);
+    } else if (!m_replies.empty()) {
+        m_sinceProgress.start();
+        const Reply reply = std::move(m_replies.front());
+        m_replies.pop_front();
+        if (reply) {
+            reply(code, lines);
+        }
+    }
+}
+
+void SpeechDispatcher::receiveEvent(int code, const Lines &lines) {
+    const bool isEnd = code == answer::end || code == answer::cancel;
+    if (!isEnd || lines.isEmpty() || !m_reading) {
+        return;
+    }
+    const bool finished = code == answer::end;
+    if (m_stage == Stage::Sent) {
+        m_earlyEnds.insert(lines.first(), finished);
+    } else if (m_stage == Stage::Read && lines.first() == m_message) {
+        end(finished);
+    }
+}
+
+} // namespace kova
