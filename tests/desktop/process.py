@@ -46,7 +46,8 @@ class Process:
                     return Line(line)
             left = deadline - time.monotonic()
             if left <= 0 or not self._read(left):
-                raise AssertionError(f"no {wanted!r} within {timeout} s; the output was {self.texts()}")
+                when = f"within {timeout} s" if left <= 0 else "before the end"
+                raise AssertionError(f"no {wanted!r} {when} of the output: {self.texts()}")
 
     def _read(self, timeout):
         """False at the end of the output."""

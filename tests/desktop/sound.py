@@ -28,7 +28,7 @@ class SoundServer(Process):
 
 
 class Recording:
-    """What the sink plays, from now until `end`: mono samples from -1 to 1."""
+    """What the sink plays, in mono, from -1 to 1, for as long as a `with` statement lasts."""
 
     def __init__(self, folder, env):
         self._file = Path(folder, f"recording-{time.monotonic_ns()}")
@@ -45,9 +45,11 @@ class Recording:
         size = self._file.stat().st_size // 2
         return numpy.fromfile(self._file, dtype="<i2", count=size) / 32768
 
-    def end(self):
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
         self._process.kill()
-        return self.samples()
 
 
 def loudness(samples, step=0.05):
@@ -81,23 +83,47 @@ def find(sound, samples):
     return at / RATE, correlation[at] / power, correlation[at] / numpy.sqrt(power * there + 1e-12)
 
 
+def heard(sound, samples, piece=0.2):
+    """How loud and how much like itself the sound is found in the samples: the medians (gain, likeness) over
+    its pieces, since a busy machine drops out now and then."""
+    pieces = sound[:len(sound) // int(piece * RATE) * int(piece * RATE)].reshape(-1, int(piece * RATE))
+    found = [find(one, samples)[1:] for one in pieces if one.std() > 0.1 * sound.std()]
+    return numpy.median(found, axis=0)
+
+
 class _Info(ctypes.Structure):
     _fields_ = [("frames", ctypes.c_int64), ("rate", ctypes.c_int), ("channels", ctypes.c_int),
                 ("format", ctypes.c_int), ("sections", ctypes.c_int), ("seekable", ctypes.c_int)]
 
 
-def read(path):
-    """A sound file as mono samples at our rate."""
+_FORMS = {".wav": 0x010002, ".aiff": 0x020002, ".flac": 0x170002, ".ogg": 0x200060, ".mp3": 0x230082}
+
+
+def _transfer(path, mode, info, data=None):
+    """Reads or writes a whole file with libsndfile, which the sound server brings along."""
     library = ctypes.CDLL("libsndfile.so.1")
     library.sf_open.restype = ctypes.c_void_p
+    library.sf_readf_float.restype = library.sf_writef_float.restype = ctypes.c_int64
+    file = ctypes.c_void_p(library.sf_open(str(path).encode(), mode, ctypes.byref(info)))
+    assert file, f"{path} can't be opened"
+    if data is None:
+        data = numpy.zeros(info.frames * info.channels, dtype=numpy.float32)
+    transfer = library.sf_readf_float if mode == 0x10 else library.sf_writef_float
+    frames = transfer(file, data.ctypes.data_as(ctypes.c_void_p), ctypes.c_int64(len(data) // info.channels))
+    library.sf_close(file)
+    return data, frames
+
+
+def write(path, samples):
+    """A sound file in the form that its suffix names."""
+    info = _Info(0, RATE, 1, _FORMS[path.suffix])
+    _transfer(path, 0x20, info, samples.astype(numpy.float32))
+
+
+def read(path):
+    """A sound file as mono samples at our rate."""
     info = _Info()
-    file = library.sf_open(str(path).encode(), 0x10, ctypes.byref(info))
-    assert file, f"{path} can't be read"
-    data = numpy.zeros(info.frames * info.channels, dtype=numpy.float32)
-    library.sf_readf_float.restype = ctypes.c_int64
-    frames = library.sf_readf_float(ctypes.c_void_p(file), data.ctypes.data_as(ctypes.c_void_p),
-                                    ctypes.c_int64(info.frames))
-    library.sf_close(ctypes.c_void_p(file))
+    data, frames = _transfer(path, 0x10, info)
     mono = data.reshape(-1, info.channels)[:frames].mean(axis=1)
     if info.rate != RATE:
         times = numpy.arange(int(len(mono) * RATE / info.rate)) * info.rate / RATE
