@@ -90,8 +90,9 @@ def measure_seam(path, probe, audio):
     seam, near, around = len(audio), round(0.05 * RATE), round(0.2 * RATE)
     if len(played) < seam + around:
         raise Unreadable("the player stopped before the second pass")
-    at_seam = played[seam - 3:seam + 3]
-    beside = max(largest_step(played[seam - near:seam - 2]), largest_step(played[seam + 2:seam + near]))
+    blur = 44  # the codec rings for about a millisecond on both sides of a jump
+    at_seam = played[seam - blur:seam + 4]
+    beside = max(largest_step(played[seam - near:seam - blur]), largest_step(played[seam + blur:seam + near]))
     return {"gap": longest_quiet_run(played[seam - around:seam + around]),
             "step": largest_step(at_seam), "step_beside": beside, "step_inside": largest_step(played[near:seam - near]),
             "slip": slip(played[:RATE], played[seam - RATE // 10:seam + RATE])}
