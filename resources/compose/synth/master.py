@@ -60,8 +60,37 @@ def master(loop):
 
 
 def encode(loop, path, title):
-    """Variable-rate MP3; LAME's tag tells players the exact length, so a loop closes to the sample."""
-    samples = np.round(np.clip(loop, -1, 1) * (2 ** 31 - 1)).astype("<i4")
+    """Variable-rate MP3 whose decoded length is the loop's to the sample.
+
+    The codec blurs what stands next to silence, so it is given the loop's end before its start and its start
+    after its end; the tag then tells the player to leave these margins out."""
+    before, after = 2304, 1152
+    wrapped = np.concatenate([loop[-before:], loop, loop[:after]])
+    samples = np.round(np.clip(wrapped, -1, 1) * (2 ** 31 - 1)).astype("<i4")
     subprocess.run(["lame", "--silent", "-r", "-s", "44.1", "--bitwidth", "32", "--signed", "--little-endian",
                     "-m", "j", "-q", "0", "-V", "3", "--noreplaygain", "--id3v2-only", "--id3v2-utf16",
-                    "--tt", title, "-", str(path)], input=samples.tobytes(), check=True)
+                    "--tt", title, "-", str(path)], input=samples.tobytes(), stderr=subprocess.DEVNULL, check=True)
+    widen_margins(path, before, after)
+
+
+def widen_margins(path, before, after):
+    """Adds to the encoder delay and padding in the LAME tag (12 bits each) and renews the tag's checksum."""
+    data = bytearray(path.read_bytes())
+    frame = data.index(b"Xing") - 36
+    fields = frame + 177
+    packed = int.from_bytes(data[fields:fields + 3], "big")
+    delay, padding = (packed >> 12) + before, (packed & 0xFFF) + after
+    assert max(delay, padding) < 4096 and tag_checksum(data[frame:frame + 190]) == data[frame + 190:frame + 192]
+    data[fields:fields + 3] = (delay << 12 | padding).to_bytes(3, "big")
+    data[frame + 190:frame + 192] = tag_checksum(data[frame:frame + 190])
+    path.write_bytes(data)
+
+
+def tag_checksum(data):
+    """CRC-16 (polynomial 0x8005, reflected)."""
+    value = 0
+    for byte in data:
+        value ^= byte
+        for _ in range(8):
+            value = value >> 1 ^ (0xA001 if value & 1 else 0)
+    return value.to_bytes(2, "big")
