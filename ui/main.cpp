@@ -67,8 +67,11 @@ int main(int argc, char *argv[]) {
     const kova::Platform platform = desktop.ports();
     kova::Platform::install(platform);
 
-    kova::KovaAlarmApp app(platform);
-    const kova::TerminationSignals terminationSignals([&app] { app.quit(); });
+    // Before all that takes time: the action waits for the event loop, so the application is there by then.
+    std::unique_ptr<kova::KovaAlarmApp> made;
+    const kova::TerminationSignals terminationSignals([&made] { made->quit(); });
+    made = std::make_unique<kova::KovaAlarmApp>(platform);
+    kova::KovaAlarmApp &app = *made;
     application.setMainWindow(&app.mainWindow());
     fileChooser.setParentWindow(&app.mainWindow());
     app.mainWindow().show();
