@@ -3,6 +3,7 @@
 #include "Result.h"
 
 #include <QByteArray>
+#include <SDL2/SDL_events.h>
 #include <SDL2/SDL_mixer.h>
 #include <atomic>
 #include <functional>
