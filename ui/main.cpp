@@ -26,6 +26,7 @@ public:
 } // namespace
 
 int main(int argc, char *argv[]) {
+    kova::TerminationSignals terminationSignals;
     const QCoreApplication qtApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kova-alarm"));
 
@@ -36,7 +37,7 @@ int main(int argc, char *argv[]) {
     kova::Platform::install(platform);
 
     kova::KovaAlarmApp app(platform);
-    const kova::TerminationSignals terminationSignals([&app] { app.quit(); });
+    terminationSignals.listen([&app] { app.quit(); });
     const int status = QCoreApplication::exec();
 
     kova::AlarmScheduler::shared().endRinging();
