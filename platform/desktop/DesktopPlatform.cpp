@@ -1,38 +1,66 @@
 #include "DesktopPlatform.h"
 
+#include "DesktopClock.h"
+#include "EventLoopRunLoop.h"
+#include "FilePreferences.h"
+#include "FreedesktopNotificationCenter.h"
+#include "InhibitorPowerAssertions.h"
+#include "InhibitorProcessActivity.h"
+#include "InodeBookmarks.h"
+#include "InstalledResources.h"
+#include "MessageBuses.h"
+#include "MixerAudioPlayers.h"
+#include "SpeechDispatcherSynthesizers.h"
+#include "StandardOutputLog.h"
+
 namespace kova {
+
+struct DesktopPlatform::Services {
+    DesktopClock clock;
+    StandardOutputLog log;
+    EventLoopRunLoop runLoop;
+    FilePreferences preferences;
+    InstalledResources resources;
+    InodeBookmarks bookmarks;
+    MessageBuses buses;
+    InhibitorProcessActivity processActivity{buses};
+    InhibitorPowerAssertions powerAssertions{buses};
+    FreedesktopNotificationCenter notificationCenter{buses};
+    MixerAudioPlayers audioPlayers;
+    SpeechDispatcherSynthesizers speechSynthesizers;
+};
 
 DesktopPlatform::DesktopPlatform(Application &application, FileChooser &fileChooser)
     : m_application(application),
       m_fileChooser(fileChooser),
-      m_processActivity(m_buses),
-      m_powerAssertions(m_buses),
-      m_notificationCenter(m_buses) {}
+      m_services(std::make_unique<Services>()) {}
+
+DesktopPlatform::~DesktopPlatform() = default;
 
 Platform DesktopPlatform::ports() {
     return {
         .application = m_application,
-        .audioPlayers = m_audioPlayers,
-        .bookmarks = m_bookmarks,
-        .clock = m_clock,
+        .audioPlayers = m_services->audioPlayers,
+        .bookmarks = m_services->bookmarks,
+        .clock = m_services->clock,
         .fileChooser = m_fileChooser,
-        .log = m_log,
-        .notificationCenter = m_notificationCenter,
-        .powerAssertions = m_powerAssertions,
-        .preferences = m_preferences,
-        .processActivity = m_processActivity,
-        .resources = m_resources,
-        .runLoop = m_runLoop,
-        .speechSynthesizers = m_speechSynthesizers,
+        .log = m_services->log,
+        .notificationCenter = m_services->notificationCenter,
+        .powerAssertions = m_services->powerAssertions,
+        .preferences = m_services->preferences,
+        .processActivity = m_services->processActivity,
+        .resources = m_services->resources,
+        .runLoop = m_services->runLoop,
+        .speechSynthesizers = m_services->speechSynthesizers,
     };
 }
 
 bool DesktopPlatform::shutDown() {
     constexpr std::chrono::seconds forTheDisk{5};
     constexpr std::chrono::milliseconds forAService{500};
-    const bool isSaved = m_preferences.flush(forTheDisk);
-    const bool isSilent = m_audioPlayers.close(forAService);
-    const bool isOffTheBuses = m_buses.close(forAService);
+    const bool isSaved = m_services->preferences.flush(forTheDisk);
+    const bool isSilent = m_services->audioPlayers.close(forAService);
+    const bool isOffTheBuses = m_services->buses.close(forAService);
     return isSaved && isSilent && isOffTheBuses;
 }
 

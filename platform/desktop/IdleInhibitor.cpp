@@ -77,6 +77,9 @@ std::vector<SessionInhibitor> sessionInhibitors(const QString &reason) {
 }
 
 qint32 errorNumber(const QDBusMessage &reply) {
+    if (reply.errorName() == u"org.freedesktop.DBus.Error.NameHasNoOwner") {
+        return -ENOENT;
+    }
     switch (QDBusError(reply).type()) {
     case QDBusError::Disconnected:
     case QDBusError::NoServer:

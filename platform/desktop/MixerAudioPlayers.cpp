@@ -1,6 +1,7 @@
 #include "MixerAudioPlayers.h"
 
 #include <QFile>
+#include <QTimer>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -66,7 +67,10 @@ MixerAudioPlayers::MixerAudioPlayers()
     : m_thread([this](quint64 sound, const QString &reason) {
           QMetaObject::invokeMethod(
               &m_mainThread, [this, sound, reason] { refuse(sound, reason); }, Qt::QueuedConnection);
-      }) {}
+      }) {
+    constexpr std::chrono::seconds untilStartIsOver{2};
+    QTimer::singleShot(untilStartIsOver, &m_mainThread, [this] { m_thread.prepare(); });
+}
 
 Result<std::unique_ptr<AudioPlayer>> MixerAudioPlayers::open(const QString &path, Refusal refused) {
     const QByteArray name = QFile::encodeName(path);

@@ -11,6 +11,7 @@ namespace kova {
 /// Players on the mixer. One sound is heard at a time: the one started last.
 class MixerAudioPlayers : public AudioPlayers {
 public:
+    /// Loads the mixer a little after the event loop has started.
     MixerAudioPlayers();
 
     Result<std::unique_ptr<AudioPlayer>> open(const QString &path, Refusal refused) override;

@@ -1,64 +1,71 @@
 #include "MixerDevice.h"
 
-#include <SDL2/SDL.h>
 #include <span>
 
 namespace kova {
 
 namespace {
 
-QString mixerError() {
-    return QString::fromUtf8(Mix_GetError());
+QString mixerError(const MixerLibrary &library) {
+    return QString::fromUtf8(library.SDL_GetError());
 }
 
-void describeStream() {
-    SDL_SetMainReady();
-    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    SDL_SetHint(SDL_HINT_APP_NAME, "KOVA Alarm");
-    SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "KOVA Alarm");
-    SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_NAME, "KOVA Alarm");
+void describeStream(const MixerLibrary &library) {
+    library.SDL_SetMainReady();
+    library.SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    library.SDL_SetHint(SDL_HINT_APP_NAME, "KOVA Alarm");
+    library.SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "KOVA Alarm");
+    library.SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_NAME, "KOVA Alarm");
     // Not "event": whoever turned down the sounds of events still wants to be woken.
-    SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_ROLE, "alarm");
+    library.SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_ROLE, "alarm");
 }
 
 } // namespace
 
 Result<std::unique_ptr<MixerDevice>> MixerDevice::open(const std::atomic<float> &volume,
                                                        std::function<void()> changed) {
-    describeStream();
-    if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
-        return Failure{mixerError()};
+    const Result<const MixerLibrary *> loaded = MixerLibrary::load();
+    if (!loaded) {
+        return Failure{loaded.error()};
+    }
+    const MixerLibrary &library = *loaded.value();
+    describeStream(library);
+    if (library.SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
+        return Failure{mixerError(library)};
     }
     // Samples as floats take any volume without loss; 1024 of them last 23 ms.
-    if (Mix_OpenAudioDevice(44100, AUDIO_F32SYS, 2, 1024, nullptr, 0) != 0) {
-        const QString reason = mixerError();
-        SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    if (library.Mix_OpenAudioDevice(44100, AUDIO_F32SYS, 2, 1024, nullptr, 0) != 0) {
+        const QString reason = mixerError(library);
+        library.SDL_QuitSubSystem(SDL_INIT_AUDIO);
         return Failure{reason};
     }
-    return std::unique_ptr<MixerDevice>(new MixerDevice(volume, std::move(changed)));
+    return std::unique_ptr<MixerDevice>(new MixerDevice(library, volume, std::move(changed)));
 }
 
-MixerDevice::MixerDevice(const std::atomic<float> &volume, std::function<void()> changed)
-    : m_volume(volume),
-      m_changed(std::move(changed)) {
-    SDL_AddEventWatch(&eventArrived, this);
-    Mix_SetPostMix(&postMix, this);
+MixerDevice::MixerDevice(const MixerLibrary &library, const std::atomic<float> &volume,
+                         std::function<void()> changed)
+    : m_library(library),
+      m_volume(volume),
+      m_changed(std::move(changed)),
+      m_music(nullptr, library.Mix_FreeMusic) {
+    m_library.SDL_AddEventWatch(&eventArrived, this);
+    m_library.Mix_SetPostMix(&postMix, this);
 }
 
 MixerDevice::~MixerDevice() {
     stop();
-    Mix_SetPostMix(nullptr, nullptr);
-    SDL_DelEventWatch(&eventArrived, this);
-    Mix_CloseAudio();
-    Mix_Quit();
-    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    m_library.Mix_SetPostMix(nullptr, nullptr);
+    m_library.SDL_DelEventWatch(&eventArrived, this);
+    m_library.Mix_CloseAudio();
+    m_library.Mix_Quit();
+    m_library.SDL_QuitSubSystem(SDL_INIT_AUDIO);
 }
 
 std::optional<QString> MixerDevice::play(const QByteArray &path, int loops) {
     stop();
-    m_music.reset(Mix_LoadMUS(path.constData()));
-    if (!m_music || Mix_PlayMusic(m_music.get(), loops < 0 ? -1 : loops + 1) != 0) {
-        const QString reason = mixerError();
+    m_music.reset(m_library.Mix_LoadMUS(path.constData()));
+    if (!m_music || m_library.Mix_PlayMusic(m_music.get(), loops < 0 ? -1 : loops + 1) != 0) {
+        const QString reason = mixerError(m_library);
         m_music.reset();
         return reason;
     }
@@ -69,7 +76,7 @@ std::optional<QString> MixerDevice::play(const QByteArray &path, int loops) {
 void MixerDevice::stop() {
     m_isPlaying = false;
     if (m_music) {
-        Mix_HaltMusic();
+        m_library.Mix_HaltMusic();
         m_music.reset();
     }
     m_hasEnded = false;
@@ -82,7 +89,7 @@ void MixerDevice::postMix(void *device, Uint8 *stream, int length) {
     for (float &sample : std::span(reinterpret_cast<float *>(stream), static_cast<size_t>(length) / sizeof(float))) {
         sample *= volume;
     }
-    if (self->m_isPlaying && Mix_PlayingMusic() == 0 && !self->m_hasEnded.exchange(true)) {
+    if (self->m_isPlaying && self->m_library.Mix_PlayingMusic() == 0 && !self->m_hasEnded.exchange(true)) {
         self->m_changed();
     }
 }

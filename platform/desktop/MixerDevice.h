@@ -1,16 +1,13 @@
 #pragma once
 
+#include "MixerLibrary.h"
 #include "Result.h"
 
 #include <QByteArray>
-#include <SDL2/SDL_events.h>
-#include <SDL2/SDL_mixer.h>
 #include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
-
-union SDL_Event;
 
 namespace kova {
 
@@ -36,13 +33,14 @@ public:
     bool isLost() const { return m_isLost; }
 
 private:
-    MixerDevice(const std::atomic<float> &volume, std::function<void()> changed);
+    MixerDevice(const MixerLibrary &library, const std::atomic<float> &volume, std::function<void()> changed);
     static void postMix(void *device, Uint8 *stream, int length);
     static int eventArrived(void *device, SDL_Event *event);
 
+    const MixerLibrary &m_library;
     const std::atomic<float> &m_volume;
     const std::function<void()> m_changed;
-    std::unique_ptr<Mix_Music, decltype(&Mix_FreeMusic)> m_music{nullptr, &Mix_FreeMusic};
+    std::unique_ptr<Mix_Music, decltype(MixerLibrary::Mix_FreeMusic)> m_music;
     std::atomic<bool> m_isPlaying = false;
     std::atomic<bool> m_hasEnded = false;
     std::atomic<bool> m_isLost = false;

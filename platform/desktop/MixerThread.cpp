@@ -28,14 +28,16 @@ MixerThread::~MixerThread() {
     }
 }
 
+void MixerThread::prepare() {
+    const Lock lock(m_mutex);
+    startThread();
+}
+
 void MixerThread::play(const Sound &sound, float volume) {
     const Lock lock(m_mutex);
     m_wanted = sound;
     m_volume = volume;
-    if (!m_thread.joinable()) {
-        m_isRunning = true;
-        m_thread = std::thread([this] { run(); });
-    }
+    startThread();
     wake();
 }
 
@@ -66,7 +68,15 @@ void MixerThread::wake() {
     m_changed.notify_all();
 }
 
+void MixerThread::startThread() {
+    if (!m_thread.joinable() && !m_isClosing) {
+        m_isRunning = true;
+        m_thread = std::thread([this] { run(); });
+    }
+}
+
 void MixerThread::run() {
+    MixerLibrary::load(); // a failure is told when a sound is wanted
     Lock lock(m_mutex);
     while (!m_isClosing) {
         step(lock);

@@ -35,6 +35,9 @@ public:
     MixerThread(const MixerThread &) = delete;
     MixerThread &operator=(const MixerThread &) = delete;
 
+    /// Lets the thread get ready, so that the first sound comes as fast as the next ones.
+    void prepare();
+
     /// Replaces what is heard. The volume goes from 0 to 1.
     void play(const Sound &sound, float volume);
     void setVolume(quint64 id, float volume);
@@ -48,6 +51,7 @@ private:
 
     bool isWanted(quint64 id) const { return m_wanted && m_wanted->id == id; }
     void wake();
+    void startThread();
     void run();
     void step(Lock &lock);
     void start(Lock &lock);
@@ -71,7 +75,7 @@ private:
     std::optional<quint64> m_heard;
     bool m_isOutage = false;
 
-    std::thread m_thread; ///< from the first sound on
+    std::thread m_thread; ///< once it is prepared or a sound is wanted
 };
 
 } // namespace kova

@@ -38,11 +38,19 @@ bool isIgnored(int signal) {
 
 } // namespace
 
-TerminationSignals::TerminationSignals(std::function<void()> action) {
+TerminationSignals::TerminationSignals() {
     handle(SIGPIPE, &doNothing);
     if (pipe2(thePipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
         return;
     }
+    for (const int signal : terminations) {
+        if (!isIgnored(signal)) { // as nohup asks for
+            handle(signal, &tellEventLoop);
+        }
+    }
+}
+
+void TerminationSignals::listen(std::function<void()> action) {
     m_notifier = std::make_unique<QSocketNotifier>(thePipe[0], QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
                      [action = std::move(action)] {
@@ -51,11 +59,6 @@ TerminationSignals::TerminationSignals(std::function<void()> action) {
                          }
                          action();
                      });
-    for (const int signal : terminations) {
-        if (!isIgnored(signal)) { // as nohup asks for
-            handle(signal, &tellEventLoop);
-        }
-    }
 }
 
 } // namespace kova
