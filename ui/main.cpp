@@ -45,8 +45,8 @@ void drawInSoftware() {
 void describeApplication() {
     QApplication::setApplicationName(QStringLiteral("KOVA"));
     QApplication::setApplicationDisplayName(QStringLiteral("KOVA Alarm"));
-    QApplication::setDesktopFileName(QStringLiteral("kova-alarm"));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("kova-alarm")));
+    QApplication::setDesktopFileName(QStringLiteral("jp.kova.Alarm"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("jp.kova.Alarm")));
     QApplication::setQuitOnLastWindowClosed(false);
 }
 

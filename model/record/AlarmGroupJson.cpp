@@ -1,194 +1,297 @@
 #include "AlarmGroupJson.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <rapidjson/error/en.h>
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
+#include <string_view>
 
 namespace kova {
 
 namespace {
 
-// Half a step above the largest float: from here on a number no longer rounds to a finite float.
-constexpr double firstBeyondFloat = 0x1.ffffffp+127;
+template <typename T> using Member = T AlarmGroup::*;
+using Field = std::variant<Member<QUuid>, Member<QString>, Member<std::optional<QString>>, Member<qint64>,
+                           Member<QList<qint64>>, Member<bool>, Member<float>, Member<double>>;
 
-// Writes the members of one object. By hand, since a document of a long list in memory would cost many times
-// the list itself.
-class Writer {
-public:
-    explicit Writer(QByteArray &json) : m_json(json) { m_json += '{'; }
-    void end() { m_json += '}'; }
+struct CodingKey {
+    std::string_view name;
+    Field field;
 
-    void write(const char *key, bool value) { append(key, value ? "true" : "false"); }
-    void write(const char *key, qint64 value) { append(key, QByteArray::number(value)); }
-    void write(const char *key, double value) { append(key, shortestDecimal(value)); }
-    void write(const char *key, float value) { append(key, shortestDecimal(value)); }
-    void write(const char *key, const QString &value) { append(key, quoted(value)); }
-    void write(const char *key, const std::optional<QString> &value) {
-        if (value) {
-            write(key, *value);
+    bool isOptional() const { return std::holds_alternative<Member<std::optional<QString>>>(field); }
+};
+
+const std::array<CodingKey, 19> codingKeys{{
+    {"id", &AlarmGroup::id},
+    {"label", &AlarmGroup::label},
+    {"targetHour", &AlarmGroup::targetHour},
+    {"targetMinute", &AlarmGroup::targetMinute},
+    {"alarmCount", &AlarmGroup::alarmCount},
+    {"intervalMinutes", &AlarmGroup::intervalMinutes},
+    {"startBefore", &AlarmGroup::startBefore},
+    {"isEnabled", &AlarmGroup::isEnabled},
+    {"repeatDays", &AlarmGroup::repeatDays},
+    {"soundName", &AlarmGroup::soundName},
+    {"customSoundPath", &AlarmGroup::customSoundPath},
+    {"customSoundName", &AlarmGroup::customSoundName},
+    {"volume", &AlarmGroup::volume},
+    {"ttsEnabled", &AlarmGroup::ttsEnabled},
+    {"ttsMessage", &AlarmGroup::ttsMessage},
+    {"ttsLastEnabled", &AlarmGroup::ttsLastEnabled},
+    {"ttsLastMessage", &AlarmGroup::ttsLastMessage},
+    {"ttsVolume", &AlarmGroup::ttsVolume},
+    {"createdAt", &AlarmGroup::createdAt},
+}};
+
+// Writing: one overload for each type of field. Each appends the value and tells whether JSON can express it.
+
+template <typename Number> bool append(QByteArray &json, Number value) {
+    if constexpr (std::is_floating_point_v<Number>) {
+        if (!std::isfinite(value)) {
+            return false;
         }
     }
-    void write(const char *key, const QList<qint64> &values) {
-        QByteArray list;
-        for (const qint64 value : values) {
-            list += (list.isEmpty() ? "" : ",") + QByteArray::number(value);
-        }
-        append(key, '[' + list + ']');
-    }
-
-private:
-    void append(const char *key, const QByteArray &value) {
-        m_json += m_json.endsWith('{') ? "\"" : ",\"";
-        m_json += key;
-        m_json += "\":";
-        m_json += value;
-    }
-
     // The shortest decimal that reads back as the same number: a float of 0.8 is written as 0.8.
-    template <typename Number> static QByteArray shortestDecimal(Number value) {
-        std::array<char, 32> digits{};
-        const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-        return {digits.data(), static_cast<qsizetype>(written.ptr - digits.data())};
-    }
+    std::array<char, 32> digits{};
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    json.append(digits.data(), written.ptr - digits.data());
+    return true;
+}
 
-    static QByteArray quoted(const QString &text) {
-        QByteArray json = "\"";
-        for (const char byte : text.toUtf8()) {
-            if (byte == '"' || byte == '\\') {
-                json += '\\';
-                json += byte;
-            } else if (static_cast<unsigned char>(byte) < 0x20) {
-                json += "\\u00" + QByteArray(1, byte).toHex();
-            } else {
-                json += byte;
+bool append(QByteArray &json, bool value) {
+    json += value ? "true" : "false";
+    return true;
+}
+
+bool append(QByteArray &json, const QString &value) {
+    json += '"';
+    for (const char byte : value.toUtf8()) {
+        if (byte == '"' || byte == '\\') {
+            json += '\\';
+            json += byte;
+        } else if (static_cast<unsigned char>(byte) < 0x20) {
+            json += "\\u00" + QByteArray(1, byte).toHex();
+        } else {
+            json += byte;
+        }
+    }
+    json += '"';
+    return true;
+}
+
+bool append(QByteArray &json, const std::optional<QString> &value) {
+    return append(json, value.value_or(QString()));
+}
+
+bool append(QByteArray &json, const QUuid &value) {
+    return append(json, value.toString(QUuid::WithoutBraces).toUpper());
+}
+
+bool append(QByteArray &json, const QList<qint64> &values) {
+    json += '[';
+    for (const qint64 value : values) {
+        json += json.endsWith('[') ? "" : ",";
+        append(json, value);
+    }
+    json += ']';
+    return true;
+}
+
+bool isAbsent(const AlarmGroup &group, const Field &field) {
+    const auto *const text = std::get_if<Member<std::optional<QString>>>(&field);
+    return text != nullptr && !(group.**text).has_value();
+}
+
+bool append(QByteArray &json, const AlarmGroup &group) {
+    json += '{';
+    for (const CodingKey &key : codingKeys) {
+        if (isAbsent(group, key.field)) {
+            continue;
+        }
+        json += json.endsWith('{') ? "\"" : ",\"";
+        json.append(key.name.data(), static_cast<qsizetype>(key.name.size()));
+        json += "\":";
+        if (!std::visit([&](auto member) { return append(json, group.*member); }, key.field)) {
+            return false;
+        }
+    }
+    json += '}';
+    return true;
+}
+
+// Reading: a type of JSON value fits some types of field, and no others.
+
+struct NumberText {
+    std::string_view digits;
+};
+
+double toDouble(NumberText number) {
+    return QByteArrayView(number.digits.data(), static_cast<qsizetype>(number.digits.size())).toDouble();
+}
+
+template <typename Value, typename T> bool assign(Value, T &) {
+    return false;
+}
+
+bool assign(bool value, bool &field) {
+    field = value;
+    return true;
+}
+
+bool assign(std::nullptr_t, std::optional<QString> &field) {
+    field.reset();
+    return true;
+}
+
+bool assign(std::string_view value, QString &field) {
+    field = QString::fromUtf8(value.data(), static_cast<qsizetype>(value.size()));
+    return true;
+}
+
+bool assign(std::string_view value, std::optional<QString> &field) {
+    return assign(value, field.emplace());
+}
+
+bool assign(std::string_view value, QUuid &field) {
+    const QLatin1StringView text(value.data(), static_cast<qsizetype>(value.size()));
+    field = QUuid::fromString(text);
+    return text.compare(field.toString(QUuid::WithoutBraces), Qt::CaseInsensitive) == 0;
+}
+
+bool assign(NumberText number, double &field) {
+    field = toDouble(number);
+    return std::isfinite(field);
+}
+
+bool assign(NumberText number, float &field) {
+    // Half a step above the largest float: from here on a number no longer rounds to a finite float.
+    constexpr double firstBeyond = 0x1.ffffffp+127;
+    const double value = toDouble(number);
+    const bool fits = std::abs(value) < firstBeyond;
+    field = fits ? static_cast<float>(value) : 0.0F;
+    return fits;
+}
+
+// A whole number may be written with a fraction or an exponent, as 7.0.
+bool assign(NumberText number, qint64 &field) {
+    if (number.digits.find_first_of(".eE") == std::string_view::npos) {
+        const char *const end = number.digits.data() + number.digits.size();
+        return std::from_chars(number.digits.data(), end, field).ec == std::errc();
+    }
+    const double value = toDouble(number);
+    const bool fits = value >= -0x1p63 && value < 0x1p63 && std::trunc(value) == value;
+    field = fits ? static_cast<qint64>(value) : 0;
+    return fits;
+}
+
+bool assign(NumberText number, QList<qint64> &field) {
+    return assign(number, field.emplaceBack());
+}
+
+// Takes the parser's events: the list at depth 1, a group at depth 2, its weekdays or what it does not know
+// below. Nothing is kept but the groups themselves.
+class ListReader : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, ListReader> {
+public:
+    QList<AlarmGroup> groups;
+    QString failure;
+
+    bool Null() { return scalar(nullptr); }
+    bool Bool(bool value) { return scalar(value); }
+    bool RawNumber(const char *text, unsigned size, bool) { return scalar(NumberText{{text, size}}); }
+    bool String(const char *text, unsigned size, bool) { return scalar(std::string_view(text, size)); }
+
+    bool StartArray() {
+        if (m_depth == 2 && m_key != nullptr) {
+            const auto *const list = std::get_if<Member<QList<qint64>>>(&m_key->field);
+            if (list == nullptr) {
+                return fail();
+            }
+            (groups.last().**list).clear();
+            m_isInList = true;
+            m_found |= bit(*m_key);
+        } else if (m_depth == 1 || m_isInList) {
+            return fail();
+        }
+        m_depth += 1;
+        return true;
+    }
+    bool EndArray(unsigned) {
+        m_depth -= 1;
+        m_isInList = false;
+        return true;
+    }
+    bool StartObject() {
+        if (m_depth == 0 || m_isInList || (m_depth == 2 && m_key != nullptr)) {
+            return fail();
+        }
+        if (m_depth == 1) {
+            groups.resize(groups.size() + 1);
+            m_found = 0;
+        }
+        m_depth += 1;
+        return true;
+    }
+    bool EndObject(unsigned) {
+        m_depth -= 1;
+        for (const CodingKey &key : codingKeys) {
+            if (m_depth == 1 && !key.isOptional() && (m_found & bit(key)) == 0) {
+                m_key = &key;
+                return fail();
             }
         }
-        return json + '"';
+        m_key = nullptr;
+        return true;
     }
-
-    QByteArray &m_json;
-};
-
-void encodeGroup(const AlarmGroup &group, QByteArray &json) {
-    Writer writer(json);
-    writer.write("id", group.idText());
-    writer.write("label", group.label);
-    writer.write("targetHour", group.targetHour);
-    writer.write("targetMinute", group.targetMinute);
-    writer.write("alarmCount", group.alarmCount);
-    writer.write("intervalMinutes", group.intervalMinutes);
-    writer.write("startBefore", group.startBefore);
-    writer.write("isEnabled", group.isEnabled);
-    writer.write("repeatDays", group.repeatDays);
-    writer.write("soundName", group.soundName);
-    writer.write("customSoundPath", group.customSoundPath);
-    writer.write("customSoundName", group.customSoundName);
-    writer.write("volume", group.volume);
-    writer.write("ttsEnabled", group.ttsEnabled);
-    writer.write("ttsMessage", group.ttsMessage);
-    writer.write("ttsLastEnabled", group.ttsLastEnabled);
-    writer.write("ttsLastMessage", group.ttsLastMessage);
-    writer.write("ttsVolume", group.ttsVolume);
-    writer.write("createdAt", group.createdAt);
-    writer.end();
-}
-
-// Reads the members of one object and remembers the first that is not what it must be.
-class Reader {
-public:
-    explicit Reader(QJsonObject object) : m_object(std::move(object)) {}
-
-    void read(QLatin1StringView key, bool &field) {
-        const QJsonValue value = m_object.value(key);
-        check(key, value.isBool());
-        field = value.toBool();
-    }
-    void read(QLatin1StringView key, qint64 &field) { field = integer(key, m_object.value(key)); }
-    void read(QLatin1StringView key, double &field) {
-        const QJsonValue value = m_object.value(key);
-        check(key, value.isDouble() && std::isfinite(value.toDouble()));
-        field = value.toDouble();
-    }
-    void read(QLatin1StringView key, float &field) {
-        double value = 0;
-        read(key, value);
-        const bool fits = std::abs(value) < firstBeyondFloat;
-        check(key, fits);
-        field = fits ? static_cast<float>(value) : 0.0F;
-    }
-    void read(QLatin1StringView key, QString &field) {
-        const QJsonValue value = m_object.value(key);
-        check(key, value.isString());
-        field = value.toString();
-    }
-    void read(QLatin1StringView key, std::optional<QString> &field) {
-        const QJsonValue value = m_object.value(key);
-        check(key, value.isString() || value.isNull() || value.isUndefined());
-        field = value.isString() ? std::optional(value.toString()) : std::nullopt;
-    }
-    void read(QLatin1StringView key, QUuid &field) {
-        const QString text = m_object.value(key).toString();
-        field = QUuid::fromString(text);
-        check(key, text.compare(field.toString(QUuid::WithoutBraces), Qt::CaseInsensitive) == 0);
-    }
-    void read(QLatin1StringView key, QList<qint64> &field) {
-        const QJsonValue value = m_object.value(key);
-        check(key, value.isArray());
-        field.clear();
-        for (const QJsonValue &element : value.toArray()) {
-            field.append(integer(key, element));
+    bool Key(const char *text, unsigned size, bool) {
+        if (m_depth == 2) {
+            const std::string_view name(text, size);
+            const auto *const found = std::find_if(codingKeys.begin(), codingKeys.end(),
+                                                   [name](const auto &key) { return key.name == name; });
+            m_key = found == codingKeys.end() ? nullptr : found;
         }
+        return true;
     }
-
-    const QString &failedKey() const { return m_failedKey; }
 
 private:
-    void check(QLatin1StringView key, bool isRight) {
-        if (!isRight && m_failedKey.isEmpty()) {
-            m_failedKey = key;
+    static std::uint32_t bit(const CodingKey &key) { return 1U << (&key - codingKeys.data()); }
+
+    template <typename Value> bool scalar(Value value) {
+        if (m_depth < 2) {
+            return fail();
         }
-    }
-    // A fraction or a number beyond 64 bits gives whichever default is asked for. A number just below the
-    // smallest integer has been rounded up to it; only that it is no longer kept as an integer tells.
-    qint64 integer(QLatin1StringView key, const QJsonValue &value) {
-        const qint64 number = value.toInteger(0);
-        const bool isRounded =
-            number == std::numeric_limits<qint64>::min() && value.toVariant().typeId() != QMetaType::LongLong;
-        check(key, value.isDouble() && (number != 0 || value.toInteger(1) == 0) && !isRounded);
-        return number;
+        const bool isKnown = m_depth == 2 ? m_key != nullptr : m_isInList;
+        if (!isKnown) {
+            return true;
+        }
+        if (const bool isElement = std::holds_alternative<Member<QList<qint64>>>(m_key->field);
+            isElement != m_isInList) {
+            return fail();
+        }
+        m_found |= bit(*m_key);
+        return std::visit([&](auto member) { return assign(value, groups.last().*member); }, m_key->field) ||
+               fail();
     }
 
-    QJsonObject m_object;
-    QString m_failedKey;
+    bool fail() {
+        failure =
+            m_depth < 2 && m_key == nullptr
+                ? QStringLiteral("not a list of groups")
+                : QStringLiteral("group %1 has no right \"%2\"")
+                      .arg(groups.size() - 1)
+                      .arg(QLatin1StringView(m_key->name.data(), static_cast<qsizetype>(m_key->name.size())));
+        return false;
+    }
+
+    int m_depth = 0;
+    bool m_isInList = false;
+    const CodingKey *m_key = nullptr; // the member being read, null for one that the record does not know
+    std::uint32_t m_found = 0;        // a bit for each key of the group being read
 };
-
-QString decodeGroup(const QJsonObject &object, AlarmGroup &group) {
-    Reader reader(object);
-    reader.read(QLatin1StringView("id"), group.id);
-    reader.read(QLatin1StringView("label"), group.label);
-    reader.read(QLatin1StringView("targetHour"), group.targetHour);
-    reader.read(QLatin1StringView("targetMinute"), group.targetMinute);
-    reader.read(QLatin1StringView("alarmCount"), group.alarmCount);
-    reader.read(QLatin1StringView("intervalMinutes"), group.intervalMinutes);
-    reader.read(QLatin1StringView("startBefore"), group.startBefore);
-    reader.read(QLatin1StringView("isEnabled"), group.isEnabled);
-    reader.read(QLatin1StringView("repeatDays"), group.repeatDays);
-    reader.read(QLatin1StringView("soundName"), group.soundName);
-    reader.read(QLatin1StringView("customSoundPath"), group.customSoundPath);
-    reader.read(QLatin1StringView("customSoundName"), group.customSoundName);
-    reader.read(QLatin1StringView("volume"), group.volume);
-    reader.read(QLatin1StringView("ttsEnabled"), group.ttsEnabled);
-    reader.read(QLatin1StringView("ttsMessage"), group.ttsMessage);
-    reader.read(QLatin1StringView("ttsLastEnabled"), group.ttsLastEnabled);
-    reader.read(QLatin1StringView("ttsLastMessage"), group.ttsLastMessage);
-    reader.read(QLatin1StringView("ttsVolume"), group.ttsVolume);
-    reader.read(QLatin1StringView("createdAt"), group.createdAt);
-    return reader.failedKey();
-}
 
 } // namespace
 
@@ -197,38 +300,30 @@ Result<QByteArray> encodeGroups(const QList<AlarmGroup> &groups) {
     QByteArray json = "[";
     json.reserve(groups.size() * usualSize);
     for (const AlarmGroup &group : groups) {
-        if (!std::isfinite(group.volume) || !std::isfinite(group.ttsVolume) ||
-            !std::isfinite(group.createdAt)) {
+        json += json.size() > 1 ? "," : "";
+        if (!append(json, group)) {
             return Failure{QStringLiteral("group %1 holds a number that is not finite").arg(group.idText())};
         }
-        json += json.size() > 1 ? "," : "";
-        encodeGroup(group, json);
     }
     return json + ']';
 }
 
 Result<QList<AlarmGroup>> decodeGroups(const QByteArray &json) {
-    QJsonParseError error{};
-    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
-    if (error.error != QJsonParseError::NoError) {
-        return Failure{error.errorString()};
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag |
+                               rapidjson::kParseNumbersAsStringsFlag;
+    rapidjson::MemoryStream stream(json.constData(), static_cast<size_t>(json.size()));
+    rapidjson::Reader parser;
+    ListReader reader;
+    const rapidjson::ParseResult result = parser.Parse<flags>(stream, reader);
+    if (!result) {
+        return Failure{reader.failure.isEmpty()
+                           ? QString::fromLatin1(rapidjson::GetParseError_En(result.Code()))
+                           : reader.failure};
     }
-    if (!document.isArray()) {
-        return Failure{QStringLiteral("not an array")};
+    if (static_cast<qsizetype>(stream.Tell()) != json.size()) {
+        return Failure{QStringLiteral("there is more after the list")};
     }
-    const QJsonArray array = document.array();
-    QList<AlarmGroup> groups;
-    groups.reserve(array.size());
-    for (const QJsonValue &element : array) {
-        if (!element.isObject()) {
-            return Failure{QStringLiteral("element %1 is not an object").arg(groups.size())};
-        }
-        AlarmGroup &group = groups.emplaceBack();
-        if (const QString key = decodeGroup(element.toObject(), group); !key.isEmpty()) {
-            return Failure{QStringLiteral("element %1 has no right \"%2\"").arg(groups.size() - 1).arg(key)};
-        }
-    }
-    return groups;
+    return std::move(reader.groups);
 }
 
 } // namespace kova

@@ -10,6 +10,8 @@
 #include <memory>
 #include <optional>
 
+union SDL_Event;
+
 namespace kova {
 
 /// The open sound device, silent or playing one file. At most one at a time. All calls come from one thread,
