@@ -1,10 +1,10 @@
 #include "MainWindow.h"
 
+#include "hiddenMemory.h"
+
 #include <QKeyEvent>
 #include <QQmlEngine>
 #include <QTimer>
-
-#include <malloc.h>
 
 namespace kova {
 
@@ -58,7 +58,7 @@ void MainWindow::unload() {
     releaseResources();
     engine()->collectGarbage();
     engine()->trimComponentCache();
-    ::malloc_trim(0);
+    releaseHiddenMemory();
 }
 
 } // namespace kova
