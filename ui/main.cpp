@@ -2,6 +2,7 @@
 #include "DesktopApplication.h"
 #include "DesktopFileChooser.h"
 #include "DesktopPlatform.h"
+#include "FilePreferences.h"
 #include "KovaAlarmApp.h"
 #include "MenuBarHost.h"
 #include "SingleInstance.h"
@@ -53,6 +54,7 @@ void describeApplication() {
 } // namespace
 
 int main(int argc, char *argv[]) {
+    kova::TerminationSignals terminationSignals;
     kova::SingleInstance instance(kova::FilePreferences::defaultFolder());
     if (!instance.acquire()) {
         return activateRunningInstance(instance);
@@ -67,11 +69,8 @@ int main(int argc, char *argv[]) {
     const kova::Platform platform = desktop.ports();
     kova::Platform::install(platform);
 
-    // Before all that takes time: the action waits for the event loop, so the application is there by then.
-    std::unique_ptr<kova::KovaAlarmApp> made;
-    const kova::TerminationSignals terminationSignals([&made] { made->quit(); });
-    made = std::make_unique<kova::KovaAlarmApp>(platform);
-    kova::KovaAlarmApp &app = *made;
+    kova::KovaAlarmApp app(platform);
+    terminationSignals.listen([&app] { app.quit(); });
     application.setMainWindow(&app.mainWindow());
     fileChooser.setParentWindow(&app.mainWindow());
     app.mainWindow().show();
