@@ -1,4 +1,3 @@
-import QtQuick 2.15
 import Kova
 
 // The ring around its parent that shows where the keyboard is.

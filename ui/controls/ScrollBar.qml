@@ -1,4 +1,3 @@
-import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 

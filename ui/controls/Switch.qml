@@ -28,7 +28,8 @@ T.Switch {
                 enabled: !control.down
 
                 NumberAnimation {
-                    duration: 100
+                    duration: 120
+                    easing.type: Easing.OutCubic
                 }
             }
         }
