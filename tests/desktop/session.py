@@ -34,6 +34,7 @@ class Session:
             "XDG_DATA_HOME": str(self.folder / "data"), "XDG_STATE_HOME": str(self.folder / "state"),
             "DBUS_SESSION_BUS_ADDRESS": f"unix:path={self.folder}/session-bus",
             "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={self.folder}/system-bus",
+            "QT_QPA_PLATFORM": "offscreen",
             "ALSA_CONFIG_PATH": "/dev/null",  # a test must not find the machine's own sound card
         }
         self.clock = Clock(self.folder)
