@@ -15,6 +15,7 @@ HomeScreen::HomeScreen(AlarmViewModel &store, SoundPlayer &soundPlayer, AlarmSch
     connect(&powerManager, &PowerManager::isPreventingSleepChanged, this,
             &HomeScreen::isPreventingSleepChanged);
     connect(&soundPlayer, &SoundPlayer::currentPreviewIdChanged, this, &HomeScreen::currentPreviewIdChanged);
+    connect(&store, &AlarmViewModel::isEditingChanged, this, &HomeScreen::isEditingChanged);
     connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &HomeScreen::alertChanged);
 }
 

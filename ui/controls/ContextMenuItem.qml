@@ -12,6 +12,7 @@ T.MenuItem {
     implicitHeight: 24
     implicitWidth: 140
     leftPadding: 10
+    objectName: "menuItem"
     rightPadding: 10
 
     background: ContinuousRectangle {

@@ -13,6 +13,7 @@ PlainButton {
     cornerRadius: 11
     implicitHeight: 22
     implicitWidth: 22
+    objectName: "selectionMark"
 
     contentItem: Item {
         ContinuousRectangle {

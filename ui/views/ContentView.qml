@@ -5,10 +5,23 @@ import Kova
 Item {
     id: contentView
 
+    required property AlarmEditor editor
     required property HomeScreen home
 
     HomeView {
         anchors.fill: parent
         home: contentView.home
+    }
+
+    // Stays until the panel has faded out.
+    Loader {
+        id: panel
+
+        active: contentView.home.isEditing || (item !== null && item.visible)
+
+        sourceComponent: EditorPanel {
+            editor: contentView.editor
+            visible: contentView.home.isEditing
+        }
     }
 }

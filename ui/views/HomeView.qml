@@ -142,6 +142,10 @@ Item {
             top: headerBar.bottom
         }
     }
+    MouseDragGuard {
+        anchors.fill: list
+        flickable: list
+    }
     EditBar {
         anchors.bottom: parent.bottom
         objectName: "editBar"

@@ -9,6 +9,7 @@ Item {
 
     implicitHeight: label.implicitHeight + 4
     implicitWidth: Math.ceil(label.implicitWidth) + 12
+    objectName: "infoChip"
 
     ContinuousRectangle {
         anchors.fill: parent

@@ -1,0 +1,69 @@
+"""A virtual display: what it shows, and a hand on its mouse and keyboard."""
+
+import ctypes
+import os
+import struct
+import time
+import zlib
+from pathlib import Path
+
+from process import Process
+
+
+class Display(Process):
+    def __init__(self, folder, env, size=(1000, 800)):
+        reading, writing = os.pipe()
+        super().__init__(
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size[0]}x{size[1]}x24", "-nolisten", "tcp",
+             "-fbdir", str(folder)], env, pass_fds=[writing])
+        os.close(writing)
+        with os.fdopen(reading) as number:
+            self.name = f":{number.readline().strip()}"
+        self._screen = Path(folder, "Xvfb_screen0")
+        self._x11 = ctypes.CDLL("libX11.so.6")
+        self._xtst = ctypes.CDLL("libXtst.so.6")
+        self._x11.XOpenDisplay.restype = ctypes.c_void_p
+        self._connection = ctypes.c_void_p(self._x11.XOpenDisplay(self.name.encode()))
+
+    def click(self, x, y, button=1):
+        self._xtst.XTestFakeMotionEvent(self._connection, -1, int(x), int(y), 0)
+        for is_press in (1, 0):
+            self._xtst.XTestFakeButtonEvent(self._connection, button, is_press, 0)
+        self._x11.XSync(self._connection, 0)
+
+    def pixels(self):
+        """Width, height and the rows of the screen, three bytes a pixel."""
+        dump = self._screen.read_bytes()
+        header = struct.unpack(">25I", dump[:100])
+        size, width, height, line, colors = header[0], header[4], header[5], header[12], header[19]
+        start = size + colors * 12
+        rows = []
+        for y in range(height):
+            row = dump[start + y * line:start + y * line + width * 4]
+            rgb = bytearray(width * 3)
+            rgb[0::3], rgb[1::3], rgb[2::3] = row[2::4], row[1::4], row[0::4]
+            rows.append(bytes(rgb))
+        return width, height, rows
+
+    def wait_until_still(self, seconds=0.4, timeout=10):
+        """Waits until the picture has not changed for so long."""
+        deadline = time.monotonic() + timeout
+        last, since = None, time.monotonic()
+        while time.monotonic() - since < seconds and time.monotonic() < deadline:
+            shown = zlib.crc32(self._screen.read_bytes())
+            if shown != last:
+                last, since = shown, time.monotonic()
+            time.sleep(0.05)
+
+    def save(self, path, crop=None):
+        """Writes a PNG of the screen, or of its upper left part."""
+        width, height, rows = self.pixels()
+        width, height = crop or (width, height)
+        raw = b"".join(b"\0" + row[:width * 3] for row in rows[:height])
+
+        def chunk(kind, data):
+            return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+        Path(path).write_bytes(
+            b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">2I5B", width, height, 8, 2, 0, 0, 0))
+            + chunk(b"IDAT", zlib.compress(raw, 9)) + chunk(b"IEND", b""))
