@@ -82,12 +82,9 @@ QVariant AlarmListModel::data(const QModelIndex &index, int role) const {
 
 QHash<int, QByteArray> AlarmListModel::roleNames() const {
     return {
-        {GroupId, "groupId"},
-        {Label, "label"},
-        {TimeText, "timeText"},
-        {RepeatDaysText, "repeatDaysText"},
-        {SequenceText, "sequenceText"},
-        {IsEnabled, "isEnabled"},
+        {GroupId, "groupId"},           {Label, "label"},
+        {TimeText, "timeText"},         {RepeatDaysText, "repeatDaysText"},
+        {SequenceText, "sequenceText"}, {IsEnabled, "isEnabled"},
         {IsSelected, "isSelected"},
     };
 }

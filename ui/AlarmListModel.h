@@ -11,8 +11,8 @@ namespace kova {
 class AlarmViewModel;
 class HomeSelection;
 
-/// The store's groups as rows of texts. A change of the list reaches the views as the smallest change of rows:
-/// rows that stay are never rebuilt, and only the roles that look different are announced. Main thread.
+/// The store's groups as rows of texts. A change of the list reaches the views as the smallest change of
+/// rows: rows that stay are never rebuilt, and only the roles that look different are announced. Main thread.
 class AlarmListModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT

@@ -79,8 +79,8 @@ void MenuBarExtra::show() {
         return;
     }
     const QIcon drawn = symbolIcon(QStringLiteral("bell.fill"), 22, bell);
-    m_icon = std::make_unique<QSystemTrayIcon>(
-        QIcon::fromTheme(QStringLiteral("kova-alarm-symbolic"), drawn));
+    m_icon =
+        std::make_unique<QSystemTrayIcon>(QIcon::fromTheme(QStringLiteral("kova-alarm-symbolic"), drawn));
     m_icon->setToolTip(QStringLiteral("KOVA"));
     m_icon->setContextMenu(&m_menu);
     connect(m_icon.get(), &QSystemTrayIcon::activated, this,

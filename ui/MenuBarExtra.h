@@ -12,8 +12,8 @@ class AlarmScheduler;
 class AlarmViewModel;
 class PowerManager;
 
-/// The item in the desktop's menu bar with its menu. Its lines follow the store and the scheduler; whatever is
-/// published in one turn of the event loop makes one update, and an equal content none. Main thread.
+/// The item in the desktop's menu bar with its menu. Its lines follow the store and the scheduler; whatever
+/// is published in one turn of the event loop makes one update, and an equal content none. Main thread.
 class MenuBarExtra : public QObject {
     Q_OBJECT
 

@@ -83,8 +83,11 @@ void PanelShadow::itemChange(ItemChange change, const ItemChangeData &value) {
 
 // The smallest shadow whose middle can be stretched.
 QImage PanelShadow::patch(qreal devicePixelRatio) const {
-    const QString key =
-        QStringLiteral("shadow %1 %2 %3 %4").arg(m_radius).arg(m_cornerRadius).arg(m_color.rgba()).arg(devicePixelRatio);
+    const QString key = QStringLiteral("shadow %1 %2 %3 %4")
+                            .arg(m_radius)
+                            .arg(m_cornerRadius)
+                            .arg(m_color.rgba())
+                            .arg(devicePixelRatio);
     if (QPixmap cached; QPixmapCache::find(key, &cached)) {
         return cached.toImage();
     }

@@ -53,8 +53,8 @@ bool tell(const QByteArray &socketPath, const QByteArray &line) {
         return false;
     }
     char heard = 0;
-    return ::send(socket, line.constData(), size_t(line.size()), MSG_NOSIGNAL) == line.size()
-           && ::recv(socket, &heard, 1, 0) == 1;
+    return ::send(socket, line.constData(), size_t(line.size()), MSG_NOSIGNAL) == line.size() &&
+           ::recv(socket, &heard, 1, 0) == 1;
 }
 
 } // namespace
@@ -105,10 +105,10 @@ bool SingleInstance::listen() {
 
 // Short, since a socket's path may have about 100 bytes; one for each place where a list is saved.
 QString SingleInstance::socketPath() const {
-    const QByteArray name = QCryptographicHash::hash(QFile::encodeName(QFileInfo(m_lockPath).absoluteFilePath()),
-                                                     QCryptographicHash::Sha1);
-    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/kova-alarm-")
-           + QString::fromLatin1(name.toHex().left(16));
+    const QByteArray name = QCryptographicHash::hash(
+        QFile::encodeName(QFileInfo(m_lockPath).absoluteFilePath()), QCryptographicHash::Sha1);
+    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
+           QStringLiteral("/kova-alarm-") + QString::fromLatin1(name.toHex().left(16));
 }
 
 void SingleInstance::hear() {

@@ -6,8 +6,9 @@
 
 namespace kova {
 
-/// Makes sure that one process at a time owns the saved list. The owner holds a lock on a file beside the list,
-/// which the system drops with the process however it ends; the file says where the owner listens. Main thread.
+/// Makes sure that one process at a time owns the saved list. The owner holds a lock on a file beside the
+/// list, which the system drops with the process however it ends; the file says where the owner listens. Main
+/// thread.
 class SingleInstance : public QObject {
     Q_OBJECT
 

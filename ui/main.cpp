@@ -76,7 +76,8 @@ int main(int argc, char *argv[]) {
     app.mainWindow().show();
 
     kova::MenuBarHost menuBarHost;
-    QObject::connect(&menuBarHost, &kova::MenuBarHost::available, &app, &kova::KovaAlarmApp::showMenuBarExtra);
+    QObject::connect(&menuBarHost, &kova::MenuBarHost::available, &app,
+                     &kova::KovaAlarmApp::showMenuBarExtra);
     menuBarHost.watch();
 
     QObject::connect(&instance, &kova::SingleInstance::activated, &app, [&app](const QByteArray &token) {

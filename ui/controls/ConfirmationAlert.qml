@@ -27,35 +27,20 @@ T.Popup {
     T.Overlay.modal: Rectangle {
         color: Qt.alpha("black", 0.4)
     }
-    background: Item {
-        PanelShadow {
-            anchors.fill: panel
-            color: Qt.alpha("black", 0.5)
-            cornerRadius: 14
-            radius: 20
-        }
-        ContinuousRectangle {
-            id: panel
-
-            anchors.fill: parent
-            borderColor: Qt.alpha(Palette.textPrimary, 0.12)
-            borderWidth: 1
-            color: Palette.surface
-            radius: 14
-        }
+    background: PanelBackground {
+        color: Palette.surface
+        radius: 14
     }
     contentItem: FocusScope {
         Accessible.description: alert.message
         Accessible.name: alert.title
         Accessible.role: Accessible.AlertMessage
         focus: true
-        implicitHeight: column.implicitHeight
+        implicitHeight: childrenRect.height
 
         Keys.onEscapePressed: alert.cancel()
 
         Column {
-            id: column
-
             spacing: 6
             width: parent.width
 

@@ -14,22 +14,11 @@ T.Menu {
 
     T.Overlay.modal: Item {
     }
-    background: Item {
-        PanelShadow {
-            anchors.fill: panel
-            color: Qt.alpha("black", 0.5)
-            cornerRadius: 8
-            radius: 12
-        }
-        ContinuousRectangle {
-            id: panel
-
-            anchors.fill: parent
-            borderColor: Qt.alpha(Palette.textPrimary, 0.14)
-            borderWidth: 1
-            color: Qt.lighter(Palette.surface, 1.12)
-            radius: 8
-        }
+    background: PanelBackground {
+        borderColor: Qt.alpha(Palette.textPrimary, 0.14)
+        color: Qt.lighter(Palette.surface, 1.12)
+        radius: 8
+        shadowRadius: 12
     }
     contentItem: ListView {
         currentIndex: menu.currentIndex

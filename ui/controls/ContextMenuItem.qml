@@ -27,6 +27,6 @@ T.MenuItem {
         verticalAlignment: Text.AlignVCenter
     }
 
-    Keys.onEnterPressed: click()
-    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: item.click()
+    Keys.onReturnPressed: item.click()
 }

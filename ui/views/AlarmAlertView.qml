@@ -41,7 +41,7 @@ FocusScope {
                 objectName: "alertBell"
                 size: 48
 
-                SequentialAnimation on scale {
+                SequentialAnimation on scale  {
                     loops: Animation.Infinite
 
                     NumberAnimation {

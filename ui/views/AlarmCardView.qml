@@ -33,8 +33,8 @@ Item {
             radius: 12
         }
 
-        Keys.onEnterPressed: click()
-        Keys.onReturnPressed: click()
+        Keys.onEnterPressed: surface.click()
+        Keys.onReturnPressed: surface.click()
         onClicked: card.click()
 
         FocusRing {

@@ -24,22 +24,9 @@ T.Popup {
     T.Overlay.modal: Rectangle {
         color: Qt.alpha("black", 0.4)
     }
-    background: Item {
-        PanelShadow {
-            anchors.fill: panel
-            color: Qt.alpha("black", 0.5)
-            cornerRadius: 16
-            radius: 20
-        }
-        ContinuousRectangle {
-            id: panel
-
-            anchors.fill: parent
-            borderColor: Qt.alpha(Palette.textPrimary, 0.12)
-            borderWidth: 1
-            color: Palette.background
-            radius: 16
-        }
+    background: PanelBackground {
+        color: Palette.background
+        radius: 16
     }
     contentItem: AlarmAlertView {
         focus: true

@@ -28,42 +28,18 @@ T.Popup {
         }
     }
 
-    // While it fades the panel is one picture, lest what lies behind shows through between its pieces.
-    contentItem: FocusScope {
-        id: stage
-
+    // While it fades it is one picture, lest what lies behind shows through between its pieces.
+    contentItem: EditorStage {
+        editor: panel.editor
         focus: true
         layer.enabled: panel.opacity < 1
-
-        PanelShadow {
-            anchors.fill: editView
-            color: Qt.alpha("black", 0.5)
-            cornerRadius: 16
-            radius: 20
-        }
-        MouseArea {
-            anchors.fill: editView
-        }
-        AlarmEditView {
-            id: editView
-
-            anchors.centerIn: parent
-            cornerRadius: 16
-            editor: panel.editor
-            height: Math.max(parent.height - 40, Math.min(implicitHeight, parent.height))
-            objectName: "editorPanel"
-            width: Math.max(Math.min(parent.width - 40, 460), implicitWidth)
-
-            onCancel: panel.editor.cancel()
-            onSave: panel.editor.save()
-        }
     }
     enter: PanelTransition {
-        growing: stage
+        growing: panel.contentItem
         shows: true
     }
     exit: PanelTransition {
-        growing: stage
+        growing: panel.contentItem
         shows: false
     }
 }

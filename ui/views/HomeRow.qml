@@ -21,10 +21,10 @@ Item {
 
     implicitHeight: card.implicitHeight
 
-    Keys.onMenuPressed: askMenu(card.x + 14, height - 12)
+    Keys.onMenuPressed: row.askMenu(card.x + 14, row.height - 12)
     Keys.onPressed: event => {
         if (event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier) {
-            askMenu(card.x + 14, height - 12);
+            row.askMenu(card.x + 14, row.height - 12);
             event.accepted = true;
         }
     }

@@ -159,11 +159,11 @@ Item {
         function openFor(groupId: string, place: point) {
             active = false;
             setSource("CardMenu.qml", {
-                "groupId": groupId,
-                "home": homeView.home,
-                "x": place.x,
-                "y": place.y
-            });
+                    "groupId": groupId,
+                    "home": homeView.home,
+                    "x": place.x,
+                    "y": place.y
+                });
             active = true;
         }
 

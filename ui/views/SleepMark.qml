@@ -15,7 +15,6 @@ Symbol {
 
     HoverHandler {
         id: pointer
-
     }
     HoverTip {
         shown: pointer.hovered

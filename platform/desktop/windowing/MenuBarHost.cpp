@@ -22,8 +22,8 @@ void MenuBarHost::watch() {
         answer(false);
         return;
     }
-    auto *const watcher = new QDBusServiceWatcher(watcherService, bus,
-                                                  QDBusServiceWatcher::WatchForRegistration, this);
+    auto *const watcher =
+        new QDBusServiceWatcher(watcherService, bus, QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &MenuBarHost::ask);
     bus.connect(watcherService, watcherPath, watcherService, QStringLiteral("StatusNotifierHostRegistered"),
                 this, SLOT(ask()));
@@ -31,9 +31,9 @@ void MenuBarHost::watch() {
 }
 
 void MenuBarHost::ask() {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(watcherService, watcherPath,
-                                       QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    QDBusMessage call = QDBusMessage::createMethodCall(watcherService, watcherPath,
+                                                       QStringLiteral("org.freedesktop.DBus.Properties"),
+                                                       QStringLiteral("Get"));
     call.setArguments({watcherService, QStringLiteral("IsStatusNotifierHostRegistered")});
     call.setAutoStartService(false);
     auto *const pending = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
@@ -49,8 +49,7 @@ void MenuBarHost::answer(bool isRegistered) {
     if (m_isAvailable) {
         return;
     }
-    m_isAvailable =
-        isRegistered || (QGuiApplication::platformName() == QLatin1String("xcb") && hasX11Tray());
+    m_isAvailable = isRegistered || (QGuiApplication::platformName() == QLatin1String("xcb") && hasX11Tray());
     if (m_isAvailable) {
         Q_EMIT available();
     }

@@ -4,8 +4,9 @@
 
 namespace kova {
 
-/// Waits for the desktop's place for a menu-bar item: a host of status notifiers, or a tray of the X11 screen.
-/// An alarm clock is often started at login, before the panel. Main thread; no call waits for the bus.
+/// Waits for the desktop's place for a menu-bar item: a host of status notifiers, or a tray of the X11
+/// screen. An alarm clock is often started at login, before the panel. Main thread; no call waits for the
+/// bus.
 class MenuBarHost : public QObject {
     Q_OBJECT
 

@@ -8,8 +8,8 @@ using namespace kova;
 
 namespace {
 
-const QStringList names{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d"),
-                        QStringLiteral("e"), QStringLiteral("f")};
+const QStringList names{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"),
+                        QStringLiteral("d"), QStringLiteral("e"), QStringLiteral("f")};
 
 // One stored list for each text: a group for each letter, the same letter the same group.
 QByteArray stored(const QString &letters) {
@@ -17,11 +17,12 @@ QByteArray stored(const QString &letters) {
     for (const QChar letter : letters) {
         const QByteArray digit = QByteArray::number(names.indexOf(QString(letter)));
         json += json.size() > 1 ? "," : "";
-        json += R"({"id":"00000000-0000-0000-0000-00000000000)" + digit
-                + R"(","label":")" + QString(letter).toUtf8()
-                + R"(","targetHour":7,"targetMinute":0,"alarmCount":3,"intervalMinutes":1,"startBefore":true,)"
-                  R"("isEnabled":true,"repeatDays":[],"soundName":"morning_glass","volume":0.8,"ttsEnabled":false,)"
-                  R"("ttsMessage":"","ttsLastEnabled":false,"ttsLastMessage":"","ttsVolume":1,"createdAt":0})";
+        json +=
+            R"({"id":"00000000-0000-0000-0000-00000000000)" + digit + R"(","label":")" +
+            QString(letter).toUtf8() +
+            R"(","targetHour":7,"targetMinute":0,"alarmCount":3,"intervalMinutes":1,"startBefore":true,)"
+            R"("isEnabled":true,"repeatDays":[],"soundName":"morning_glass","volume":0.8,"ttsEnabled":false,)"
+            R"("ttsMessage":"","ttsLastEnabled":false,"ttsLastMessage":"","ttsVolume":1,"createdAt":0})";
     }
     return json + "]";
 }
@@ -59,16 +60,26 @@ void HomeScreenTest::aChangedListMovesOnlyTheRowsThatMoved_data() {
     QTest::addColumn<int>("removes");
     QTest::addColumn<int>("moves");
 
-    QTest::newRow("the first group") << "" << "a" << 1 << 0 << 0;
-    QTest::newRow("appended") << "ab" << "abc" << 1 << 0 << 0;
-    QTest::newRow("duplicated in the middle") << "abc" << "adbc" << 1 << 0 << 0;
-    QTest::newRow("removed in the middle") << "abc" << "ac" << 0 << 1 << 0;
-    QTest::newRow("removed in two places") << "abcdef" << "adef" << 0 << 1 << 0;
-    QTest::newRow("removed apart") << "abcdef" << "bcef" << 0 << 2 << 0;
-    QTest::newRow("all removed") << "abc" << "" << 0 << 1 << 0;
-    QTest::newRow("moved") << "abcd" << "dabc" << 0 << 0 << 1;
-    QTest::newRow("all at once") << "abcd" << "efdb" << 1 << 2 << 1;
-    QTest::newRow("a doubled id") << "abab" << "aab" << 0 << 1 << 1;
+    QTest::newRow("the first group") << ""
+                                     << "a" << 1 << 0 << 0;
+    QTest::newRow("appended") << "ab"
+                              << "abc" << 1 << 0 << 0;
+    QTest::newRow("duplicated in the middle") << "abc"
+                                              << "adbc" << 1 << 0 << 0;
+    QTest::newRow("removed in the middle") << "abc"
+                                           << "ac" << 0 << 1 << 0;
+    QTest::newRow("removed in two places") << "abcdef"
+                                           << "adef" << 0 << 1 << 0;
+    QTest::newRow("removed apart") << "abcdef"
+                                   << "bcef" << 0 << 2 << 0;
+    QTest::newRow("all removed") << "abc"
+                                 << "" << 0 << 1 << 0;
+    QTest::newRow("moved") << "abcd"
+                           << "dabc" << 0 << 0 << 1;
+    QTest::newRow("all at once") << "abcd"
+                                 << "efdb" << 1 << 2 << 1;
+    QTest::newRow("a doubled id") << "abab"
+                                  << "aab" << 0 << 1 << 1;
 }
 
 void HomeScreenTest::aChangedListMovesOnlyTheRowsThatMoved() {

@@ -19,17 +19,16 @@ QList<QQuickItem *> itemsBelow(QQuickItem *root, const QString &name) {
         }
         found << itemsBelow(child, name);
     }
-    std::sort(found.begin(), found.end(), [](QQuickItem *a, QQuickItem *b) {
-        return a->mapToScene({}).y() < b->mapToScene({}).y();
-    });
+    std::sort(found.begin(), found.end(),
+              [](QQuickItem *a, QQuickItem *b) { return a->mapToScene({}).y() < b->mapToScene({}).y(); });
     return found;
 }
 
 // The window on fake ports, worked by real mouse and key events.
 struct Window : HomeFixture {
     FakeFileChooser fileChooser;
-    AlarmEditor editor{{store, services.soundPlayer, services.ttsPlayer, fileChooser, services.bookmarks,
-                        services.log}};
+    AlarmEditor editor{
+        {store, services.soundPlayer, services.ttsPlayer, fileChooser, services.bookmarks, services.log}};
     MainWindow window{{{QStringLiteral("home"), QVariant::fromValue(&home)},
                        {QStringLiteral("editor"), QVariant::fromValue(&editor)}}};
 
@@ -178,7 +177,8 @@ void HomeViewTest::eachAreaOfACardDoesItsOwn() {
 
     const bool edits = effect == QStringLiteral("edits");
     QCOMPARE(w.store.isEditing(), edits);
-    QCOMPARE(w.services.soundPlayer.currentPreviewId() == group.idText(), effect == QStringLiteral("previews"));
+    QCOMPARE(w.services.soundPlayer.currentPreviewId() == group.idText(),
+             effect == QStringLiteral("previews"));
     QCOMPARE(w.store.groups().size(), effect == QStringLiteral("duplicates") ? 2 : 1);
     QCOMPARE(w.store.groups().constFirst().isEnabled, effect != QStringLiteral("toggles"));
 }
@@ -399,8 +399,8 @@ void HomeViewTest::theKeyboardReachesEverythingInReadingOrder() {
     Window w;
     w.add(1);
     w.settle();
-    for (const char *name : {"editButton", "addButton", "cardSurface", "previewButton", "duplicateButton",
-                             "enabledSwitch"}) {
+    for (const char *name :
+         {"editButton", "addButton", "cardSurface", "previewButton", "duplicateButton", "enabledSwitch"}) {
         w.key(Qt::Key_Tab);
         QVERIFY2(w.item(name)->hasActiveFocus(), name);
     }

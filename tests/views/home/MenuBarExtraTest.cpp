@@ -1,5 +1,5 @@
-#include "HomeFixture.h"
 #include "MenuBarExtra.h"
+#include "HomeFixture.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -33,14 +33,14 @@ void MenuBarExtraTest::theLinesSummariseTheGroups_data() {
     };
     QTest::newRow("none") << 0 << 0 << QStringList{QStringLiteral("アラームなし"), rule} + commands;
     QTest::newRow("all off") << 1 << 0
-                             << QStringList{QStringLiteral("有効: 0 / 1"), rule} + rows(1) + QStringList{rule}
-                                    + commands;
+                             << QStringList{QStringLiteral("有効: 0 / 1"), rule} + rows(1) +
+                                    QStringList{rule} + commands;
     QTest::newRow("five") << 5 << 5
-                          << QStringList{QStringLiteral("有効: 5 / 5"), rule} + rows(5)
-                                 + QStringList{rule, sleep} + commands;
+                          << QStringList{QStringLiteral("有効: 5 / 5"), rule} + rows(5) +
+                                 QStringList{rule, sleep} + commands;
     QTest::newRow("seven") << 7 << 6
-                           << QStringList{QStringLiteral("有効: 6 / 7"), rule} + rows(5)
-                                  + QStringList{QStringLiteral("他 2件..."), rule, sleep} + commands;
+                           << QStringList{QStringLiteral("有効: 6 / 7"), rule} + rows(5) +
+                                  QStringList{QStringLiteral("他 2件..."), rule, sleep} + commands;
 }
 
 void MenuBarExtraTest::theLinesSummariseTheGroups() {

@@ -1,0 +1,34 @@
+import QtQuick 2.15
+import Kova
+
+// The editor in the middle of the window, with its shadow.
+FocusScope {
+    id: stage
+
+    required property AlarmEditor editor
+
+    PanelShadow {
+        anchors.fill: editView
+        color: Qt.alpha("black", 0.5)
+        cornerRadius: 16
+        radius: 20
+    }
+
+    // Clicks between the controls stay here.
+    MouseArea {
+        anchors.fill: editView
+    }
+    AlarmEditView {
+        id: editView
+
+        anchors.centerIn: parent
+        cornerRadius: 16
+        editor: stage.editor
+        height: Math.max(parent.height - 40, Math.min(implicitHeight, parent.height))
+        objectName: "editorPanel"
+        width: Math.max(Math.min(parent.width - 40, 460), implicitWidth)
+
+        onCancel: stage.editor.cancel()
+        onSave: stage.editor.save()
+    }
+}
