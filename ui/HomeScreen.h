@@ -19,6 +19,7 @@ class HomeScreen : public QObject {
     Q_PROPERTY(kova::HomeSelection *selection READ selection CONSTANT)
     Q_PROPERTY(bool isPreventingSleep READ isPreventingSleep NOTIFY isPreventingSleepChanged)
     Q_PROPERTY(QString currentPreviewId READ currentPreviewId NOTIFY currentPreviewIdChanged)
+    Q_PROPERTY(bool isEditing READ isEditing NOTIFY isEditingChanged)
     Q_PROPERTY(bool isRinging READ isRinging NOTIFY alertChanged)
     Q_PROPERTY(kova::AlarmAlertItem alert READ alert NOTIFY alertChanged)
 
@@ -33,6 +34,9 @@ public:
 
     /// Which card previews its sound: a group's id text, or something that is none.
     QString currentPreviewId() const { return m_soundPlayer.currentPreviewId(); }
+
+    /// Whether the editor lies over the list.
+    bool isEditing() const { return m_store.isEditing() && m_store.editingGroup().has_value(); }
 
     bool isRinging() const { return m_scheduler.activeAlarm().has_value(); }
     AlarmAlertItem alert() const;
@@ -58,6 +62,7 @@ public:
 Q_SIGNALS:
     void isPreventingSleepChanged();
     void currentPreviewIdChanged();
+    void isEditingChanged();
     void alertChanged();
 
 private:

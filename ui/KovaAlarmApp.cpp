@@ -2,6 +2,7 @@
 
 #include "Application.h"
 #include "Platform.h"
+#include "TTSPlayer.h"
 
 namespace kova {
 
@@ -12,7 +13,10 @@ KovaAlarmApp::KovaAlarmApp(const Platform &platform)
       m_viewModel(platform.preferences, platform.clock, AlarmScheduler::shared(), PowerManager::shared()),
       m_scheduler(AlarmScheduler::shared()),
       m_home(m_viewModel, SoundPlayer::shared(), m_scheduler, PowerManager::shared()),
-      m_mainWindow({{QStringLiteral("home"), QVariant::fromValue(&m_home)}}) {
+      m_editor({m_viewModel, SoundPlayer::shared(), TTSPlayer::shared(), platform.fileChooser, platform.bookmarks,
+                platform.log}),
+      m_mainWindow({{QStringLiteral("home"), QVariant::fromValue(&m_home)},
+                    {QStringLiteral("editor"), QVariant::fromValue(&m_editor)}}) {
     connect(&m_mainWindow, &MainWindow::quit, this, &KovaAlarmApp::quit);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AlarmEditor.h"
 #include "AlarmViewModel.h"
 #include "HomeScreen.h"
 #include "MainWindow.h"
@@ -39,6 +40,7 @@ private:
     AlarmViewModel m_viewModel;
     AlarmScheduler &m_scheduler;
     HomeScreen m_home;
+    AlarmEditor m_editor;
     MainWindow m_mainWindow;
     std::unique_ptr<MenuBarExtra> m_menuBarExtra; ///< from the moment when there is a place for it
 };
