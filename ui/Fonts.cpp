@@ -10,7 +10,9 @@ QString Fonts::monospaced() const {
     return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
 }
 
-QString Fonts::rounded() const {
+namespace {
+
+QString firstRoundedFamily() {
     static constexpr std::array<QLatin1StringView, 9> families{
         QLatin1StringView("Nunito"),    QLatin1StringView("M PLUS Rounded 1c"),
         QLatin1StringView("Quicksand"), QLatin1StringView("Varela Round"),
@@ -24,6 +26,14 @@ QString Fonts::rounded() const {
         }
     }
     return QGuiApplication::font().family();
+}
+
+} // namespace
+
+// Looked up once: it asks for one family after the other, and every card asks anew.
+QString Fonts::rounded() const {
+    static const QString family = firstRoundedFamily();
+    return family;
 }
 
 } // namespace kova

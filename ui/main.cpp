@@ -47,7 +47,6 @@ void describeApplication() {
     QApplication::setApplicationName(QStringLiteral("KOVA"));
     QApplication::setApplicationDisplayName(QStringLiteral("KOVA Alarm"));
     QApplication::setDesktopFileName(QStringLiteral("jp.kova.Alarm"));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("jp.kova.Alarm")));
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
@@ -74,6 +73,7 @@ int main(int argc, char *argv[]) {
     application.setMainWindow(&app.mainWindow());
     fileChooser.setParentWindow(&app.mainWindow());
     app.mainWindow().show();
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("jp.kova.Alarm")));
 
     kova::MenuBarHost menuBarHost;
     QObject::connect(&menuBarHost, &kova::MenuBarHost::available, &app,

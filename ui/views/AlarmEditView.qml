@@ -49,6 +49,7 @@ Item {
                 }
             }
             SectionCard {
+                isStretched: true
                 title: "ラベル"
                 width: parent.width
 
@@ -70,6 +71,7 @@ Item {
                 }
             }
             SectionCard {
+                isStretched: true
                 title: "アラーム回数"
                 width: parent.width
 
@@ -79,6 +81,7 @@ Item {
                 }
             }
             SectionCard {
+                isStretched: true
                 title: "サウンド"
                 width: parent.width
 
@@ -88,6 +91,7 @@ Item {
                 }
             }
             SectionCard {
+                isStretched: true
                 title: "音量"
                 width: parent.width
 
@@ -97,6 +101,7 @@ Item {
                 }
             }
             SectionCard {
+                isStretched: true
                 title: "テキスト読み上げ (TTS)"
                 width: parent.width
 

@@ -1,11 +1,14 @@
 import QtQuick 2.15
 import Kova
 
-// A titled card, as wide as its content or as its user makes it.
+// A titled card.
 Column {
     id: section
 
     default property alias content: column.data
+
+    // Fills the section's width instead of keeping the content's.
+    property bool isStretched: false
     required property string title
 
     spacing: 10
@@ -19,17 +22,19 @@ Column {
         text: section.title
     }
     Rectangle {
+        id: card
+
         color: Palette.surface
         implicitHeight: column.implicitHeight + 24
         implicitWidth: column.implicitWidth + 24
         radius: 12
-        width: section.width
+        width: section.isStretched ? section.width : implicitWidth
 
         Column {
             id: column
 
             spacing: 10
-            width: parent.width - 24
+            width: section.isStretched ? card.width - 24 : implicitWidth
             x: 12
             y: 12
         }

@@ -3,17 +3,16 @@ import Kova
 
 // The built-in sounds. The Tab key stops at the current row and its try-out button; the up and down keys lead on
 // from there.
-Column {
+SoundColumn {
     id: list
 
-    property int currentRow: 0
-    required property AlarmEditor editor
-
-    function row(index) {
-        return index >= 0 && index < repeater.count ? repeater.itemAt(index) as SoundRow : null;
-    }
-
     spacing: 2
+
+    onMove: (row, toPlayButton) => {
+        const target = row >= 0 && row < repeater.count ? repeater.itemAt(row) as SoundRow : null;
+        if (target)
+            target.takeFocus(toPlayButton);
+    }
 
     Repeater {
         id: repeater

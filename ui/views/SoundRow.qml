@@ -10,28 +10,23 @@ T.AbstractButton {
     required property bool isChosen
     readonly property bool isCurrent: list !== null && list.currentRow === index
     required property string label
-    readonly property SoundList list: parent as SoundList
+    readonly property SoundColumn list: parent as SoundColumn
     required property string soundId
 
     function choose() {
         list.currentRow = index;
         list.editor.selectBuiltInSound(soundId);
     }
-
-    // The button in the same place of another row.
-    function moveTo(other, toPlayButton) {
-        if (!other)
-            return;
-        list.currentRow = other.index;
-        if (toPlayButton) {
-            other.focusPlayButton();
-        } else {
-            other.choose();
-            other.forceActiveFocus(Qt.TabFocusReason);
-        }
+    function followChoice() {
+        if (list && isChosen)
+            list.currentRow = index;
     }
-    function focusPlayButton() {
-        playButton.forceActiveFocus(Qt.TabFocusReason);
+    function takeFocus(toPlayButton) {
+        if (toPlayButton)
+            list.currentRow = index;
+        else
+            choose();
+        (toPlayButton ? playButton : row).forceActiveFocus(Qt.TabFocusReason);
     }
 
     Accessible.checkable: true
@@ -64,15 +59,13 @@ T.AbstractButton {
         }
     }
 
-    Component.onCompleted: if (isChosen)
-        list.currentRow = index
-    Keys.onDownPressed: moveTo(list.row(index + 1), false)
+    Keys.onDownPressed: list.move(index + 1, false)
     Keys.onEnterPressed: choose()
     Keys.onReturnPressed: choose()
-    Keys.onUpPressed: moveTo(list.row(index - 1), false)
+    Keys.onUpPressed: list.move(index - 1, false)
     onClicked: choose()
-    onIsChosenChanged: if (isChosen)
-        list.currentRow = index
+    onIsChosenChanged: followChoice()
+    onListChanged: followChoice()
 
     PlainButton {
         id: playButton
@@ -90,8 +83,8 @@ T.AbstractButton {
             size: 14
         }
 
-        Keys.onDownPressed: row.moveTo(row.list.row(row.index + 1), true)
-        Keys.onUpPressed: row.moveTo(row.list.row(row.index - 1), true)
+        Keys.onDownPressed: row.list.move(row.index + 1, true)
+        Keys.onUpPressed: row.list.move(row.index - 1, true)
         onClicked: row.list.editor.preview(row.soundId)
     }
     FocusRing {
