@@ -6,10 +6,6 @@
 
 namespace kova {
 
-QString Fonts::monospaced() const {
-    return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
-}
-
 namespace {
 
 QString firstRoundedFamily() {
@@ -29,6 +25,10 @@ QString firstRoundedFamily() {
 }
 
 } // namespace
+
+QString Fonts::monospaced() const {
+    return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+}
 
 // Looked up once: it asks for one family after the other, and every card asks anew.
 QString Fonts::rounded() const {

@@ -12,7 +12,6 @@ HomeScreen::HomeScreen(AlarmViewModel &store, SoundPlayer &soundPlayer, AlarmSch
       m_powerManager(powerManager),
       m_selection(store, soundPlayer),
       m_groups(store, m_selection) {
-    connect(&m_store, &AlarmViewModel::isEditingChanged, this, &HomeScreen::isEditingChanged);
     connect(&powerManager, &PowerManager::isPreventingSleepChanged, this,
             &HomeScreen::isPreventingSleepChanged);
     connect(&soundPlayer, &SoundPlayer::currentPreviewIdChanged, this, &HomeScreen::currentPreviewIdChanged);
