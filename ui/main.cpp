@@ -10,12 +10,15 @@
 
 #include <QApplication>
 #include <QQuickWindow>
+#include <QTimer>
 
+#include <chrono>
 #include <cstdio>
 #include <unistd.h>
 
 namespace {
 
+constexpr std::chrono::milliseconds untilTheWindowStands{200};
 constexpr const char *activationTokens[] = {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"};
 
 // The desktop's permission to take the focus, given to the process that the user started.
@@ -73,12 +76,14 @@ int main(int argc, char *argv[]) {
     application.setMainWindow(&app.mainWindow());
     fileChooser.setParentWindow(&app.mainWindow());
     app.mainWindow().show();
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("jp.kova.Alarm")));
 
     kova::MenuBarHost menuBarHost;
     QObject::connect(&menuBarHost, &kova::MenuBarHost::available, &app,
                      &kova::KovaAlarmApp::showMenuBarExtra);
-    menuBarHost.watch();
+    QTimer::singleShot(untilTheWindowStands, &app, [&menuBarHost] {
+        QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("jp.kova.Alarm")));
+        menuBarHost.watch();
+    });
 
     QObject::connect(&instance, &kova::SingleInstance::activated, &app, [&app](const QByteArray &token) {
         qputenv(activationTokens[0], token);

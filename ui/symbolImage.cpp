@@ -1,5 +1,6 @@
 #include "symbolImage.h"
 
+#include <QHash>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QSvgRenderer>
@@ -24,9 +25,15 @@ QSize scaled(const QSizeF &viewBox, qreal fontSize) {
 
 } // namespace
 
+// Each drawing is read once to be measured.
 QSize symbolSize(const QString &name, qreal fontSize) {
-    const QSvgRenderer renderer(drawing(name));
-    return renderer.isValid() ? scaled(renderer.viewBoxF().size(), fontSize) : QSize();
+    static QHash<QString, QSizeF> extents;
+    auto extent = extents.constFind(name);
+    if (extent == extents.cend()) {
+        const QSvgRenderer renderer(drawing(name));
+        extent = extents.insert(name, renderer.isValid() ? renderer.viewBoxF().size() : QSizeF());
+    }
+    return scaled(*extent, fontSize);
 }
 
 QImage symbolImage(const QString &name, qreal fontSize, const QColor &color, qreal devicePixelRatio) {

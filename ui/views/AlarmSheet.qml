@@ -8,12 +8,11 @@ T.Popup {
     id: sheet
 
     required property alarmAlertItem alarm
-
-    signal end
+    required property HomeScreen home
 
     closePolicy: T.Popup.NoAutoClose
     focus: true
-    height: Math.max(implicitContentHeight, 0)
+    height: implicitContentHeight
     modal: true
     padding: 0
     parent: T.Overlay.overlay
@@ -34,7 +33,7 @@ T.Popup {
         positionText: sheet.alarm.positionText
         timeText: sheet.alarm.timeText
 
-        onDismiss: sheet.end()
-        onSnooze: sheet.end()
+        onDismiss: sheet.home.endRinging()
+        onSnooze: sheet.home.endRinging()
     }
 }

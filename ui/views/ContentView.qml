@@ -12,16 +12,11 @@ Item {
         anchors.fill: parent
         home: contentView.home
     }
-
-    // Stays until the panel has faded out.
-    Loader {
-        id: panel
-
-        active: contentView.home.isEditing || (item !== null && item.visible)
-
-        sourceComponent: EditorPanel {
-            editor: contentView.editor
-            visible: contentView.home.isEditing
-        }
+    LazyPopup {
+        inputs: ({
+                "editor": contentView.editor
+            })
+        isShown: contentView.home.isEditing
+        popup: "../views/EditorPanel.qml"
     }
 }

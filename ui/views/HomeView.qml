@@ -169,29 +169,21 @@ Item {
 
         active: false
     }
-    Loader {
-        active: homeView.selection.showDeleteConfirm
-
-        sourceComponent: ConfirmationAlert {
-            destructiveText: "削除"
-            message: homeView.selection.deleteConfirmText
-            title: "削除確認"
-            visible: true
-
-            onAgree: homeView.selection.confirmDeletion()
-            onCancel: homeView.selection.cancelDeletion()
-        }
+    LazyPopup {
+        inputs: ({
+                "selection": homeView.selection
+            })
+        isShown: homeView.selection.showDeleteConfirm
+        popup: "../views/DeleteConfirmation.qml"
     }
 
     // A new alarm clears the one before, so that it always gets a sheet of its own.
-    Loader {
-        active: homeView.home.isRinging
-
-        sourceComponent: AlarmSheet {
-            alarm: homeView.home.alert
-            visible: true
-
-            onEnd: homeView.home.endRinging()
-        }
+    LazyPopup {
+        inputs: ({
+                "alarm": homeView.home.alert,
+                "home": homeView.home
+            })
+        isShown: homeView.home.isRinging
+        popup: "../views/AlarmSheet.qml"
     }
 }
