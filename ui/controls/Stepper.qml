@@ -14,6 +14,7 @@ T.SpinBox {
     property int minimum: 0
 
     Accessible.description: text
+    focusPolicy: Qt.StrongFocus
     from: Math.min(minimum, value)
     implicitHeight: 26
     implicitWidth: Math.ceil(implicitContentWidth) + 28

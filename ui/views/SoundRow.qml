@@ -22,11 +22,11 @@ T.AbstractButton {
             list.currentRow = index;
     }
     function takeFocus(toPlayButton) {
+        (toPlayButton ? playButton : row).forceActiveFocus(Qt.TabFocusReason);
         if (toPlayButton)
             list.currentRow = index;
         else
             choose();
-        (toPlayButton ? playButton : row).forceActiveFocus(Qt.TabFocusReason);
     }
 
     Accessible.checkable: true
