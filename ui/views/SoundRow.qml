@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Kova
 
 // One built-in sound: the row chooses it, its button only plays it.
-T.AbstractButton {
+T.RadioButton {
     id: row
 
     required property int index
@@ -29,9 +29,8 @@ T.AbstractButton {
             choose();
     }
 
-    Accessible.checkable: true
-    Accessible.checked: isChosen
-    Accessible.role: Accessible.RadioButton
+    checked: isChosen
+    Accessible.name: text
     activeFocusOnTab: isCurrent
     implicitHeight: Math.max(implicitContentHeight, playButton.implicitHeight) + 8
     text: label
