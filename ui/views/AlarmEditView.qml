@@ -27,6 +27,7 @@ Item {
     }
     ScrollArea {
         anchors.fill: parent
+        barInset: view.cornerRadius / 2
         contentHeight: column.implicitHeight + 40
 
         Column {
