@@ -53,26 +53,24 @@ QString chosenSound(const AlarmGroup &group) {
 
 AlarmEditor::AlarmEditor(const Ports &ports, QObject *parent) : QObject(parent), m_ports(ports) {
     connect(&ports.store, &AlarmViewModel::editingGroupChanged, this, &AlarmEditor::read);
-    connect(&ports.store, &AlarmViewModel::groupsChanged, this, &AlarmEditor::updateIsNew);
-    connect(&ports.store, &AlarmViewModel::isEditingChanged, this, [this] {
-        read();
-        if (!m_ports.store.isEditing()) {
-            leave();
-        }
-    });
+    connect(&ports.store, &AlarmViewModel::isEditingChanged, this,
+            [this] { m_ports.store.isEditing() ? enter() : leave(); });
     m_timeline.setGroup(m_group);
     m_sounds.setChosenId(chosenSound(m_group));
     read();
 }
 
-// A closed editor keeps what it shows, since it takes a moment to fade out.
+void AlarmEditor::enter() {
+    show(m_ports.store.editingGroup().value_or(AlarmGroup()));
+    updateIsNew();
+}
+
+// An editor whose group is gone keeps what it shows, since it takes a moment to fade out.
 void AlarmEditor::read() {
     if (const std::optional<AlarmGroup> &group = m_ports.store.editingGroup()) {
         show(*group);
-    } else if (m_ports.store.isEditing()) {
-        show(AlarmGroup());
+        updateIsNew();
     }
-    updateIsNew();
 }
 
 void AlarmEditor::show(const AlarmGroup &group) {
@@ -101,9 +99,6 @@ void AlarmEditor::show(const AlarmGroup &group) {
 }
 
 void AlarmEditor::updateIsNew() {
-    if (!m_ports.store.isEditing() && !m_ports.store.editingGroup()) {
-        return;
-    }
     const QList<AlarmGroup> &groups = m_ports.store.groups();
     const bool isNew = std::none_of(groups.cbegin(), groups.cend(),
                                     [this](const AlarmGroup &group) { return group.id == m_group.id; });

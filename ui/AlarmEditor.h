@@ -158,6 +158,7 @@ Q_SIGNALS:
     void ttsVolumeChanged();
 
 private:
+    void enter();
     void read();
     void show(const AlarmGroup &group);
     void updateIsNew();

@@ -24,7 +24,9 @@ public:
     QPen pen = Qt::NoPen;
 
     RenderingFlags flags() const override { return BoundedRectRendering; }
-    QRectF rect() const override { return bounds; }
+    // The scene graph keeps what it repaints in whole logical pixels, which cut off edges at fractional
+    // scales.
+    QRectF rect() const override { return bounds.adjusted(-1, -1, 1, 1); }
 
     void render(const RenderState *state) override {
         auto *painter = static_cast<QPainter *>(

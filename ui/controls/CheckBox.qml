@@ -11,6 +11,7 @@ T.CheckBox {
         toggled();
     }
 
+    Accessible.name: text
     font.pixelSize: 13
     implicitHeight: Math.ceil(Math.max(implicitContentHeight, 16))
     implicitWidth: Math.ceil(implicitContentWidth)

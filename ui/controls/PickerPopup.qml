@@ -31,5 +31,6 @@ T.Popup {
         model: popup.picker.delegateModel
     }
 
-    onAboutToShow: (contentItem as PickerList).positionViewAtIndex(Math.max(picker.currentIndex, 0) - rowsAbove, ListView.Beginning)
+    // After the combo box has put the chosen entry on top.
+    onOpened: (contentItem as PickerList).positionViewAtIndex(Math.max(picker.currentIndex, 0) - rowsAbove, ListView.Beginning)
 }

@@ -57,18 +57,16 @@ T.ComboBox {
         picker: picker
     }
 
-    Keys.onEnterPressed: event => {
-        event.accepted = !popup.visible;
-        popup.open();
-    }
     Keys.onPressed: event => {
         event.accepted = /^[0-9]$/.test(event.text);
         if (event.accepted)
             choose(event.text);
     }
-    Keys.onReturnPressed: event => {
-        event.accepted = !popup.visible;
-        popup.open();
+    // At the release, where the combo box closes the list.
+    Keys.onReleased: event => {
+        event.accepted = (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !popup.visible;
+        if (event.accepted)
+            popup.open();
     }
 
     Timer {

@@ -6,6 +6,8 @@ import Kova
 Item {
     id: area
 
+    // Of the indicator from the top and the bottom, as for round corners.
+    property real barInset: 0
     default property alias content: flickable.flickableData
     property alias contentHeight: flickable.contentHeight
     property alias contentY: flickable.contentY
@@ -35,6 +37,8 @@ Item {
         id: flickable
 
         T.ScrollBar.vertical: ScrollBar {
+            bottomPadding: 2 + area.barInset
+            topPadding: 2 + area.barInset
         }
         anchors.fill: parent
         boundsBehavior: Flickable.StopAtBounds

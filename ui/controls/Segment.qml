@@ -3,14 +3,13 @@ import QtQuick.Templates as T
 import Kova
 
 // The Tab key stops at the chosen segment only; the arrow keys go on from there.
-T.AbstractButton {
+T.RadioButton {
     id: segment
 
     required property bool isChosen
 
-    Accessible.checkable: true
-    Accessible.checked: isChosen
-    Accessible.role: Accessible.RadioButton
+    Accessible.name: text
+    checked: isChosen
     activeFocusOnTab: isChosen
     font.pixelSize: 12
     height: parent.height

@@ -12,8 +12,8 @@ Item {
     signal activated(int index)
 
     function move(index) {
-        activated(index);
         (index === 0 ? firstSegment : secondSegment).forceActiveFocus(Qt.TabFocusReason);
+        activated(index);
     }
 
     Accessible.role: Accessible.Grouping

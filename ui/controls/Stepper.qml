@@ -2,23 +2,26 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// A label and two buttons that step a value and repeat while they are held. A value outside the range is shown as
+// A label and two buttons that step a number and repeat while they are held. A number outside the range is shown as
 // it is and comes into the range at the user's step. React to `valueModified`.
 T.SpinBox {
     id: stepper
 
+    // The range that the user can reach.
+    required property int maximum
+    required property int minimum
+    required property int number
     required property string text
 
-    // The range that the user can reach.
-    property int maximum: 100
-    property int minimum: 0
-
     Accessible.description: text
-    from: Math.min(minimum, value)
+    focusPolicy: Qt.StrongFocus
+    from: Math.min(minimum, number)
     implicitHeight: 26
-    implicitWidth: Math.ceil(implicitContentWidth) + 28
+    implicitWidth: 130
     opacity: enabled ? 1 : 0.4
-    to: Math.max(maximum, value)
+    to: Math.max(maximum, number)
+    // Again when the range has followed the number.
+    value: Math.min(Math.max(number, from), to)
 
     background: ContinuousRectangle {
         color: Qt.alpha(Palette.textPrimary, 0.1)
@@ -31,14 +34,6 @@ T.SpinBox {
             cornerRadius: 6
             shown: stepper.visualFocus
         }
-    }
-    contentItem: Text {
-        color: Palette.textPrimary
-        font: stepper.font
-        horizontalAlignment: Text.AlignRight
-        rightPadding: 28
-        text: stepper.text
-        verticalAlignment: Text.AlignVCenter
     }
     down.indicator: StepperButton {
         isHovered: stepper.down.hovered
@@ -54,5 +49,15 @@ T.SpinBox {
         isUsable: stepper.value < stepper.to
         symbol: "chevron.up"
         x: stepper.width - width
+    }
+
+    // Not the content item, which would be a stop of its own for the Tab key.
+    Text {
+        anchors.right: parent.right
+        anchors.rightMargin: 28
+        anchors.verticalCenter: parent.verticalCenter
+        color: Palette.textPrimary
+        font: stepper.font
+        text: stepper.text
     }
 }

@@ -16,9 +16,9 @@ T.ToolTip {
     y: parent ? parent.height + 4 : 0
 
     background: ContinuousRectangle {
-        borderColor: Qt.alpha(Palette.textPrimary, 0.16)
+        borderColor: Qt.alpha(Palette.textPrimary, 0.2)
         borderWidth: 1
-        color: Palette.surface
+        color: Palette.background
         radius: 6
     }
     contentItem: Text {

@@ -8,6 +8,7 @@ Item {
     // Of the background.
     property real cornerRadius: 0
     required property AlarmEditor editor
+    readonly property bool isOnScreen: visible && Window.visibility !== Window.Hidden
 
     signal cancel
     signal save
@@ -16,6 +17,8 @@ Item {
     implicitWidth: 400
 
     Component.onDestruction: editor.leave()
+    onIsOnScreenChanged: if (!isOnScreen)
+        editor.leave()
 
     ContinuousRectangle {
         anchors.fill: parent
@@ -24,6 +27,7 @@ Item {
     }
     ScrollArea {
         anchors.fill: parent
+        barInset: view.cornerRadius / 2
         contentHeight: column.implicitHeight + 40
 
         Column {

@@ -13,7 +13,7 @@ Column {
         maximum: 20
         minimum: 1
         text: section.editor.alarmCountText
-        value: section.editor.alarmCount
+        number: section.editor.alarmCount
         width: parent.width
 
         onStep: value => section.editor.alarmCount = value
@@ -23,7 +23,7 @@ Column {
         maximum: 30
         minimum: 1
         text: section.editor.intervalText
-        value: section.editor.intervalMinutes
+        number: section.editor.intervalMinutes
         visible: section.editor.hasSequence
         width: parent.width
 

@@ -9,7 +9,7 @@ Item {
     required property int maximum
     required property int minimum
     required property string text
-    required property int value
+    required property int number
 
     signal step(int value)
 
@@ -29,8 +29,8 @@ Item {
         font.pixelSize: 13
         maximum: row.maximum
         minimum: row.minimum
+        number: row.number
         text: row.text
-        value: row.value
         width: 130
 
         onValueModified: row.step(value)

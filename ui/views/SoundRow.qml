@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Kova
 
 // One built-in sound: the row chooses it, its button only plays it.
-T.AbstractButton {
+T.RadioButton {
     id: row
 
     required property int index
@@ -22,16 +22,15 @@ T.AbstractButton {
             list.currentRow = index;
     }
     function takeFocus(toPlayButton) {
+        (toPlayButton ? playButton : row).forceActiveFocus(Qt.TabFocusReason);
         if (toPlayButton)
             list.currentRow = index;
         else
             choose();
-        (toPlayButton ? playButton : row).forceActiveFocus(Qt.TabFocusReason);
     }
 
-    Accessible.checkable: true
-    Accessible.checked: isChosen
-    Accessible.role: Accessible.RadioButton
+    checked: isChosen
+    Accessible.name: text
     activeFocusOnTab: isCurrent
     implicitHeight: Math.max(implicitContentHeight, playButton.implicitHeight) + 8
     text: label

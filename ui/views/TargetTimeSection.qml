@@ -23,6 +23,8 @@ Column {
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter
+            // A colon is drawn in the lower half of its line.
+            anchors.verticalCenterOffset: -2
             color: Palette.accent
             font.bold: true
             font.pixelSize: 20

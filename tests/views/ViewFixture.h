@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QTest>
+#include <functional>
+
+namespace kova {
+
+/// A view of the module in a window of its own, and ways to find what it shows and to use it as a user does.
+class ViewFixture {
+public:
+    ViewFixture(const QString &folder, const QString &name, const QVariantMap &inputs, QSize size) {
+        m_view.setResizeMode(QQuickView::SizeRootObjectToView);
+        m_view.setInitialProperties(inputs);
+        m_view.resize(size);
+        m_view.setSource(
+            QUrl(QStringLiteral("qrc:/qt-project.org/imports/Kova/%1/%2.qml").arg(folder, name)));
+        m_view.show();
+        m_view.requestActivate();
+        m_isShown = QTest::qWaitForWindowActive(&m_view);
+    }
+
+    bool isShown() const { return m_isShown && m_view.rootObject(); }
+    QQuickView &window() { return m_view; }
+    QQuickItem *root() { return m_view.rootObject(); }
+
+    using Test = std::function<bool(QQuickItem &)>;
+
+    /// The visible items below an item that pass, in the order in which they are painted.
+    static QList<QQuickItem *> all(QQuickItem *below, const Test &test) {
+        QList<QQuickItem *> found;
+        const QList<QQuickItem *> children = below->childItems();
+        for (QQuickItem *child : children) {
+            if (child->isVisible()) {
+                if (test(*child)) {
+                    found.append(child);
+                }
+                found.append(all(child, test));
+            }
+        }
+        return found;
+    }
+    QQuickItem *first(const Test &test) {
+        const QList<QQuickItem *> found = all(m_view.contentItem(), test);
+        return found.isEmpty() ? nullptr : found.constFirst();
+    }
+
+    /// By the name of its QML type, as "Stepper".
+    static Test isA(const QByteArray &type) {
+        return [type](QQuickItem &item) {
+            return QByteArray(item.metaObject()->className()).startsWith(type + "_QML");
+        };
+    }
+    static Test has(const char *property, const QVariant &value) {
+        return [property, value](QQuickItem &item) { return item.property(property) == value; };
+    }
+    static Test both(const Test &a, const Test &b) {
+        return [a, b](QQuickItem &item) { return a(item) && b(item); };
+    }
+    QQuickItem *ofType(const QByteArray &type, int index = 0) {
+        return all(m_view.contentItem(), isA(type)).value(index);
+    }
+    QQuickItem *text(const QString &text) { return first(has("text", text)); }
+
+    /// In the window's coordinates.
+    static QRectF rect(const QQuickItem *item) {
+        return item->mapRectToScene({0, 0, item->width(), item->height()});
+    }
+
+    void click(const QQuickItem *item) { click(rect(item).center()); }
+    void click(QPointF point) { QTest::mouseClick(&m_view, Qt::LeftButton, {}, point.toPoint()); }
+    void key(int key) { QTest::keyClick(&m_view, static_cast<Qt::Key>(key)); }
+    void type(const QString &text) {
+        for (const QChar character : text) {
+            QTest::sendKeyEvent(QTest::Click, &m_view, Qt::Key_unknown, QString(character), Qt::NoModifier);
+        }
+    }
+
+private:
+    QQuickView m_view;
+    bool m_isShown = false;
+};
+
+} // namespace kova

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "AlarmEditor.h"
+#include "AlarmViewModel.h"
+#include "FakeFileChooser.h"
+#include "FakeServices.h"
+
+namespace kova {
+
+/// A real store and editor on fake ports.
+struct EditorFixture {
+    explicit EditorFixture(const AlarmGroup &group = {}) { store.startEditing(group); }
+
+    FakeServices services;
+    FakeFileChooser fileChooser;
+    AlarmViewModel store{services.preferences, services.clock, services.scheduler, services.powerManager};
+    AlarmEditor editor{
+        {store, services.soundPlayer, services.ttsPlayer, fileChooser, services.bookmarks, services.log}};
+
+    const AlarmGroup &edited() const { return *store.editingGroup(); }
+};
+
+} // namespace kova

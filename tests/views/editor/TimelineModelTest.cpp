@@ -1,0 +1,89 @@
+#include "TimelineModel.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace kova;
+
+namespace {
+
+AlarmGroup run(int hour, int minute, qint64 count, qint64 interval, bool startBefore) {
+    AlarmGroup group;
+    group.targetHour = hour;
+    group.targetMinute = minute;
+    group.alarmCount = count;
+    group.intervalMinutes = interval;
+    group.startBefore = startBefore;
+    return group;
+}
+
+QString shown(const TimelineModel &model) {
+    QStringList texts;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        const QModelIndex index = model.index(row);
+        texts.append(index.data(TimelineModel::TimeText).toString() +
+                     (index.data(TimelineModel::IsLast).toBool() ? QStringLiteral("!") : QString()));
+    }
+    return texts.join(u' ');
+}
+
+} // namespace
+
+class TimelineModelTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void listsTheRunInRingingOrder_data() {
+        QTest::addColumn<AlarmGroup>("group");
+        QTest::addColumn<QString>("times");
+        QTest::newRow("before") << run(7, 0, 3, 5, true) << QStringLiteral("6:50 6:55 7:00!");
+        QTest::newRow("after") << run(7, 0, 3, 5, false) << QStringLiteral("7:00 7:05 7:10!");
+        QTest::newRow("across midnight") << run(0, 5, 3, 5, true) << QStringLiteral("23:55 0:00 0:05!");
+        QTest::newRow("two") << run(12, 0, 2, 30, true) << QStringLiteral("11:30 12:00!");
+        QTest::newRow("one") << run(12, 0, 1, 30, true) << QStringLiteral("12:00!");
+        QTest::newRow("none") << run(12, 0, 0, 30, true) << QString();
+    }
+
+    void listsTheRunInRingingOrder() {
+        QFETCH(AlarmGroup, group);
+        TimelineModel model;
+        model.setGroup(group);
+        QTEST(shown(model), "times");
+    }
+
+    void changesNoMoreThanItMust() {
+        TimelineModel model;
+        model.setGroup(run(7, 0, 3, 5, true));
+        QSignalSpy inserted(&model, &TimelineModel::rowsInserted);
+        QSignalSpy removed(&model, &TimelineModel::rowsRemoved);
+        QSignalSpy changed(&model, &TimelineModel::dataChanged);
+        QSignalSpy reset(&model, &TimelineModel::modelReset);
+
+        AlarmGroup renamed = run(7, 0, 3, 5, true);
+        renamed.label = QStringLiteral("朝");
+        model.setGroup(renamed);
+        QCOMPARE(changed.size(), 0);
+        model.setGroup(run(7, 0, 3, 10, true));
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(inserted.size() + removed.size(), 0);
+        model.setGroup(run(7, 0, 5, 10, true));
+        QCOMPARE(inserted.size(), 1);
+        QCOMPARE(shown(model), QStringLiteral("6:20 6:30 6:40 6:50 7:00!"));
+        model.setGroup(run(7, 0, 2, 10, true));
+        QCOMPARE(removed.size(), 1);
+        QCOMPARE(shown(model), QStringLiteral("6:50 7:00!"));
+        QCOMPARE(reset.size(), 0);
+    }
+
+    void holdsALongRun() {
+        TimelineModel model;
+        model.setGroup(run(7, 0, 500'000, 7, true));
+        QCOMPARE(model.rowCount(), 500'000);
+        QVERIFY(model.index(499'999).data(TimelineModel::IsLast).toBool());
+        model.setGroup(run(7, 0, std::numeric_limits<qint64>::max(), 7, true));
+        QCOMPARE(model.rowCount(), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TimelineModelTest)
+#include "TimelineModelTest.moc"
