@@ -57,7 +57,7 @@ void FreedesktopNotificationCenter::requestAuthorization(AuthorizationOptions, A
 }
 
 void FreedesktopNotificationCenter::add(const NotificationRequest &request) {
-    m_buses.run([this, request] { m_buses.send(Bus::Session, notify(request, m_takesMarkup)); });
+    m_buses.send(Bus::Session, notify(request, m_takesMarkup));
 }
 
 void FreedesktopNotificationCenter::askCapabilities(const Authorized &answer) {

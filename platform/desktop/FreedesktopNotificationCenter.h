@@ -2,6 +2,8 @@
 
 #include "NotificationCenter.h"
 
+#include <atomic>
+
 namespace kova {
 
 class MessageBuses;
@@ -19,7 +21,7 @@ private:
     void askCapabilities(const Authorized &answer);
 
     MessageBuses &m_buses;
-    bool m_takesMarkup = true; ///< on the buses' thread; most services do, so it holds until one says no
+    std::atomic<bool> m_takesMarkup = true; ///< most services do, so it holds until one says no
 };
 
 } // namespace kova

@@ -84,6 +84,8 @@ SpeechDispatcher::~SpeechDispatcher() {
         stop(m_reading->id);
     }
     drop();
+    constexpr int untilKilled = 500; // ms
+    m_starter.waitForFinished(untilKilled);
 }
 
 void SpeechDispatcher::read(const Reading &reading) {
