@@ -1,9 +1,8 @@
 #include "KovaAlarmApp.h"
 
-#include "AlarmScheduler.h"
 #include "Application.h"
 #include "Platform.h"
-#include "PowerManager.h"
+#include "TTSPlayer.h"
 
 namespace kova {
 
@@ -11,7 +10,29 @@ KovaAlarmApp::KovaAlarmApp(const Platform &platform)
     : m_platform(platform),
       m_activity(platform.processActivity.beginUserInitiated(
           QStringLiteral("KOVA alarm scheduling must remain active"))),
-      m_viewModel(platform.preferences, platform.clock, AlarmScheduler::shared(), PowerManager::shared()) {}
+      m_viewModel(platform.preferences, platform.clock, AlarmScheduler::shared(), PowerManager::shared()),
+      m_scheduler(AlarmScheduler::shared()),
+      m_home(m_viewModel, SoundPlayer::shared(), m_scheduler, PowerManager::shared()),
+      m_editor({m_viewModel, SoundPlayer::shared(), TTSPlayer::shared(), platform.fileChooser, platform.bookmarks,
+                platform.log}),
+      m_mainWindow({{QStringLiteral("home"), QVariant::fromValue(&m_home)},
+                    {QStringLiteral("editor"), QVariant::fromValue(&m_editor)}}) {
+    connect(&m_mainWindow, &MainWindow::quit, this, &KovaAlarmApp::quit);
+}
+
+void KovaAlarmApp::showMenuBarExtra() {
+    if (!m_menuBarExtra) {
+        m_menuBarExtra = std::make_unique<MenuBarExtra>(m_viewModel, m_scheduler, PowerManager::shared());
+        connect(m_menuBarExtra.get(), &MenuBarExtra::showWindow, this, &KovaAlarmApp::showWindow);
+        connect(m_menuBarExtra.get(), &MenuBarExtra::quit, this, &KovaAlarmApp::quit);
+        m_menuBarExtra->show();
+    }
+}
+
+void KovaAlarmApp::showWindow() {
+    m_platform.application.activate();
+    m_platform.application.showMainWindow();
+}
 
 void KovaAlarmApp::quit() {
     PowerManager::shared().allowSleep();

@@ -1,28 +1,48 @@
 #pragma once
 
+#include "AlarmEditor.h"
 #include "AlarmViewModel.h"
+#include "HomeScreen.h"
+#include "MainWindow.h"
+#include "MenuBarExtra.h"
 #include "ProcessActivity.h"
+
+#include <memory>
 
 namespace kova {
 
 struct Platform;
 
-/// The application itself: owns the store, and holds the process activity for as long as it lives. Needs the
-/// installed ports. Main thread.
-class KovaAlarmApp {
+/// The application: it begins the process activity, then makes the store, which loads the list and starts the
+/// scheduler, then the main window and the menu-bar item. Main thread.
+class KovaAlarmApp : public QObject {
+    Q_OBJECT
+
 public:
-    /// Begins the activity, then loads the list and starts the scheduler.
+    /// The ports must be installed already.
     explicit KovaAlarmApp(const Platform &platform);
 
-    AlarmViewModel &viewModel() { return m_viewModel; }
+    /// Made, but not shown yet.
+    MainWindow &mainWindow() { return m_mainWindow; }
 
-    /// Lets the machine sleep again and ends the application.
+    /// Call when the desktop has a place for the item.
+    void showMenuBarExtra();
+
+    /// Brings the main window back, in front of other applications.
+    void showWindow();
+
+    /// Lets the machine sleep again, and ends.
     void quit();
 
 private:
     const Platform &m_platform;
     std::unique_ptr<ActivityToken> m_activity;
     AlarmViewModel m_viewModel;
+    AlarmScheduler &m_scheduler;
+    HomeScreen m_home;
+    AlarmEditor m_editor;
+    MainWindow m_mainWindow;
+    std::unique_ptr<MenuBarExtra> m_menuBarExtra; ///< from the moment when there is a place for it
 };
 
 } // namespace kova

@@ -27,7 +27,7 @@ QString escaped(QString text) {
 QVariantMap hints(const NotificationRequest &request) {
     constexpr uchar critical = 2; // shown over full-screen windows and while other ones are held back
     QVariantMap hints{
-        {QStringLiteral("desktop-entry"), QStringLiteral("kova-alarm")},
+        {QStringLiteral("desktop-entry"), QStringLiteral("jp.kova.Alarm")},
         {QStringLiteral("category"), QStringLiteral("x-kova.alarm")},
         {QStringLiteral("urgency"), QVariant::fromValue(critical)},
         {QStringLiteral("x-kova-identifier"), request.identifier},
@@ -42,7 +42,7 @@ QDBusMessage notify(const NotificationRequest &request, bool takesMarkup) {
     constexpr quint32 replacesNone = 0;
     constexpr qint32 serversTimeout = -1;
     return serviceCall(QStringLiteral("Notify"))
-           << QStringLiteral("KOVA Alarm") << replacesNone << QStringLiteral("kova-alarm") << request.title
+           << QStringLiteral("KOVA Alarm") << replacesNone << QStringLiteral("jp.kova.Alarm") << request.title
            << (takesMarkup ? escaped(request.body) : request.body) << QStringList() << hints(request)
            << serversTimeout;
 }

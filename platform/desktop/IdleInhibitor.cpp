@@ -46,7 +46,7 @@ QDBusMessage gnomeCall(const QString &method) {
 QDBusMessage gnomeInhibit(const QString &reason) {
     constexpr quint32 noWindow = 0;
     constexpr quint32 suspend = 4; // 8, the idle session, would keep the screen on as well
-    return gnomeCall(QStringLiteral("Inhibit")) << QStringLiteral("kova-alarm") << noWindow << reason << suspend;
+    return gnomeCall(QStringLiteral("Inhibit")) << QStringLiteral("jp.kova.Alarm") << noWindow << reason << suspend;
 }
 
 QDBusMessage gnomeRelease(const QDBusMessage &reply) {

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "AlarmGroup.h"
+
+namespace kova {
+
+/// Groups of 20 alarms between 7:00 and 9:00, as a user could have made them.
+inline QList<AlarmGroup> manyGroups(qint64 count) {
+    QList<AlarmGroup> groups(count);
+    for (qint64 i = 0; i < count; ++i) {
+        AlarmGroup &group = groups[i];
+        group.label = QStringLiteral("アラーム %1").arg(i);
+        group.targetMinute = i % 60;
+        group.alarmCount = 20;
+        group.intervalMinutes = 3;
+        group.startBefore = false;
+        group.repeatDays = {1, 2, 3, 4, 5};
+        group.ttsEnabled = true;
+        group.ttsMessage = QStringLiteral("起きてください");
+    }
+    return groups;
+}
+
+} // namespace kova

@@ -1,0 +1,75 @@
+#include "DesktopFileChooser.h"
+
+#include <QMimeDatabase>
+#include <QStandardPaths>
+
+namespace kova {
+
+namespace {
+
+QStringList patterns(const QString &contentType) {
+    const QMimeDatabase database;
+    if (!contentType.endsWith(QLatin1String("/*"))) {
+        return database.mimeTypeForName(contentType).globPatterns();
+    }
+    QStringList all;
+    for (const QMimeType &type : database.allMimeTypes()) {
+        if (type.name().startsWith(QStringView(contentType).chopped(1))) {
+            all << type.globPatterns();
+        }
+    }
+    return all;
+}
+
+QString filter(const QString &name, const QStringList &patterns) {
+    return name + QStringLiteral(" (") + patterns.join(u' ') + u')';
+}
+
+} // namespace
+
+QStringList fileNameFilters(const QStringList &contentTypes) {
+    QStringList all;
+    QStringList filters;
+    for (const QString &type : contentTypes) {
+        const QStringList own = patterns(type);
+        all << own;
+        if (!own.isEmpty() && !type.endsWith(QLatin1String("/*"))) {
+            filters << filter(QMimeDatabase().mimeTypeForName(type).comment(), own);
+        }
+    }
+    all.removeDuplicates();
+    all.sort();
+    if (!all.isEmpty()) {
+        filters.prepend(filter(QStringLiteral("オーディオ"), all));
+    }
+    return filters;
+}
+
+std::optional<QString> DesktopFileChooser::chooseFile(const FileChooserRequest &request) {
+    if (m_dialog) {
+        return std::nullopt;
+    }
+    QFileDialog dialog(nullptr, request.message,
+                       QStandardPaths::writableLocation(QStandardPaths::MusicLocation));
+    m_dialog = &dialog;
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters(fileNameFilters(request.allowedContentTypes));
+    dialog.setWindowModality(Qt::ApplicationModal);
+    if (m_parentWindow) {
+        dialog.winId(); // makes the window handle
+        dialog.windowHandle()->setTransientParent(m_parentWindow);
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return std::nullopt;
+    }
+    return dialog.selectedFiles().constFirst();
+}
+
+void DesktopFileChooser::cancel() {
+    if (m_dialog) {
+        m_dialog->reject();
+    }
+}
+
+} // namespace kova

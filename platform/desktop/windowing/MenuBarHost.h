@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QObject>
+
+namespace kova {
+
+/// Waits for the desktop's place for a menu-bar item: a host of status notifiers, or a tray of the X11 screen.
+/// An alarm clock is often started at login, before the panel. Main thread; no call waits for the bus.
+class MenuBarHost : public QObject {
+    Q_OBJECT
+
+public:
+    void watch();
+
+Q_SIGNALS:
+    void available(); ///< at most once
+
+private Q_SLOTS:
+    void ask();
+
+private:
+    void answer(bool isRegistered);
+
+    bool m_isAvailable = false;
+};
+
+} // namespace kova

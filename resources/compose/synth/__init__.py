@@ -1,0 +1,1 @@
+"""The shared sound workshop: score, voices, drums, effects, master."""

@@ -1,0 +1,58 @@
+"""Private message buses and the stand-ins for the services on them."""
+
+import json
+import sys
+from pathlib import Path
+
+from process import Process
+
+CONFIG = """<busconfig>
+  <type>{type}</type>
+  <listen>unix:path={socket}</listen>
+  <policy context="default">
+    <allow user="*"/><allow own="*"/>
+    <allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/>
+  </policy>
+</busconfig>
+"""
+
+
+class Bus(Process):
+    """A dbus-daemon that starts no services by itself."""
+
+    def __init__(self, kind, folder, env):
+        self.address = f"unix:path={folder}/{kind}-bus"
+        config = Path(folder, f"{kind}-bus.conf")
+        config.write_text(CONFIG.format(type=kind, socket=f"{folder}/{kind}-bus"))
+        Path(folder, f"{kind}-bus").unlink(missing_ok=True)
+        super().__init__(["dbus-daemon", f"--config-file={config}", "--nofork", "--print-address=1"], env)
+        self.wait_for("unix:…")
+
+
+class StandIn(Process):
+    """A recording stand-in for one service of the desktop, as standins.py serves it."""
+
+    def __init__(self, service, env, *options):
+        script = Path(__file__).with_name("standins.py")
+        super().__init__([sys.executable, script, service, *options], env, stderr=None)
+        self.wait_for("ready")
+
+    def wait_for_call(self, event, timeout=10, **values):
+        """The next call of that name with these values among its own."""
+        def is_wanted(line):
+            call = json.loads(line)
+            return call["event"] == event and values.items() <= call.items()
+        line = self.wait_for(is_wanted, timeout)
+        return Call(line)
+
+    def calls(self, event):
+        every = [json.loads(text) for text in self.texts()[1:]]
+        return [call for call in every if call["event"] == event]
+
+
+class Call(dict):
+    """What a stand-in recorded of one call, and when it was read."""
+
+    def __init__(self, line):
+        super().__init__(json.loads(line))
+        self.when = line.when

@@ -1,0 +1,39 @@
+"""The wall clock that the program sees: it can be set while the program runs, and runs on from there."""
+
+import glob
+import time
+from datetime import datetime
+from pathlib import Path
+from zoneinfo import ZoneInfo
+
+ZONE = "Asia/Tokyo"
+MONDAY = "2026-01-05"
+
+
+class Clock:
+    def __init__(self, folder):
+        self._file = Path(folder, "clock")
+        self._offset = 0.0
+        library = glob.glob("/usr/lib/*/faketime/libfaketimeMT.so.1")[0]
+        self.env = {
+            "LD_PRELOAD": library,
+            "FAKETIME_TIMESTAMP_FILE": str(self._file),
+            "FAKETIME_NO_CACHE": "1",
+            "FAKETIME_DONT_FAKE_MONOTONIC": "1",
+            "FAKETIME_DONT_RESET": "1",
+            "TZ": ZONE,
+        }
+        self.set("06:30:00")
+
+    def set(self, time_of_day, day=MONDAY):
+        """Shows that time from now on, for instance "06:59:58.5" in Tokyo."""
+        whole, _, fraction = time_of_day.partition(".")
+        shown = datetime.fromisoformat(f"{day} {whole}").replace(tzinfo=ZoneInfo(ZONE)).timestamp()
+        self._offset = shown + float(f"0.{fraction or 0}") - time.time()
+        self._file.with_suffix(".new").write_text(f"{self._offset:+.6f}\n")
+        self._file.with_suffix(".new").replace(self._file)
+
+    def text(self, when=None):
+        """What the clock shows, or showed at a monotonic time: "07:00:00.012"."""
+        real = time.time() + ((when or time.monotonic()) - time.monotonic())
+        return datetime.fromtimestamp(real + self._offset, ZoneInfo(ZONE)).strftime("%H:%M:%S.%f")[:-3]

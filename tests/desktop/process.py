@@ -1,0 +1,93 @@
+"""A child process whose output is read line by line with a deadline."""
+
+import ctypes
+import os
+import selectors
+import signal
+import subprocess
+import time
+
+PR_SET_PDEATHSIG = 1
+_libc = ctypes.CDLL(None)
+
+
+def _end_with_parent():
+    _libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
+
+
+class Process:
+    def __init__(self, command, env, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, **options):
+        self.started = time.monotonic()
+        self.popen = subprocess.Popen(
+            command, env=env, stdin=subprocess.DEVNULL, stdout=stdout, stderr=stderr,
+            start_new_session=True, preexec_fn=_end_with_parent, **options)
+        self.pid = self.popen.pid
+        self.lines = []  # (when, text) of all that was read
+        self._next = 0  # the first line that no wait has passed
+        self._rest = b""
+        if self.popen.stdout:
+            os.set_blocking(self.popen.stdout.fileno(), False)
+            self._selector = selectors.DefaultSelector()
+            self._selector.register(self.popen.stdout, selectors.EVENT_READ)
+
+    def texts(self):
+        self._read(0)
+        return [text for _, text in self.lines]
+
+    def wait_for(self, wanted, timeout=10):
+        """The next line that is `wanted`, starts with it up to a "…" at its end, or pleases it as a function.
+        Lines before it are passed over, so that waits follow the order of the output."""
+        deadline = time.monotonic() + timeout
+        while True:
+            while self._next < len(self.lines):
+                line = self.lines[self._next]
+                self._next += 1
+                if _pleases(line[1], wanted):
+                    return Line(line)
+            left = deadline - time.monotonic()
+            if left <= 0 or not self._read(left):
+                when = f"within {timeout} s" if left <= 0 else "before the end"
+                raise AssertionError(f"no {wanted!r} {when} of the output: {self.texts()}")
+
+    def _read(self, timeout):
+        """False at the end of the output."""
+        if not self._selector.select(timeout):
+            return True
+        when = time.monotonic()
+        try:
+            data = os.read(self.popen.stdout.fileno(), 1 << 16)
+        except BlockingIOError:
+            return True
+        *whole, self._rest = (self._rest + data).split(b"\n")
+        self.lines += [(when, text.decode()) for text in whole]
+        return bool(data)
+
+    def signal(self, number):
+        self.popen.send_signal(number)
+
+    def wait(self, timeout=10):
+        """The exit status; negative for a signal."""
+        return self.popen.wait(timeout)
+
+    def kill(self):
+        if self.popen.poll() is None:
+            self.popen.kill()
+        self.popen.wait()
+
+    def is_running(self):
+        return self.popen.poll() is None
+
+
+class Line(str):
+    """A line of output and the monotonic time at which it was read."""
+
+    def __new__(cls, line):
+        self = super().__new__(cls, line[1])
+        self.when = line[0]
+        return self
+
+
+def _pleases(text, wanted):
+    if callable(wanted):
+        return wanted(text)
+    return text.startswith(wanted[:-1]) if wanted.endswith("…") else text == wanted

@@ -1,0 +1,123 @@
+"""A desktop session of its own: home, buses, services, sound, speech and clock, where only the program under
+test is real, and all that it meets is private."""
+
+import json
+import os
+import shutil
+import signal
+import tempfile
+import time
+from pathlib import Path
+
+import bus
+import sound
+import speech
+from clock import Clock
+from process import Process
+
+ROOT = Path(__file__).resolve().parents[2]
+PROGRAM = Path(os.environ.get("KOVA_PROGRAM", ROOT / "build/release/kova-alarm"))
+SERVICES = ("session-bus", "system-bus", "sound", "speech", "notifications", "logind")
+
+
+class Session:
+    def __init__(self):
+        self.folder = Path(tempfile.mkdtemp(prefix="kova-"))
+        self.runtime = self.folder / "run"
+        self.runtime.mkdir(mode=0o700)
+        self.config = self.folder / "config/kova-alarm"
+        self.list_file = self.config / "kova_alarm_groups.json"
+        self.env = {
+            "PATH": "/usr/sbin:/usr/bin:/sbin:/bin", "LANG": "C.UTF-8", "HOME": str(self.folder),
+            "TMPDIR": str(self.folder), "XDG_RUNTIME_DIR": str(self.runtime),
+            "XDG_CONFIG_HOME": str(self.folder / "config"), "XDG_CACHE_HOME": str(self.folder / "cache"),
+            "XDG_DATA_HOME": str(self.folder / "data"), "XDG_STATE_HOME": str(self.folder / "state"),
+            "DBUS_SESSION_BUS_ADDRESS": f"unix:path={self.folder}/session-bus",
+            "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={self.folder}/system-bus",
+            "QT_QPA_PLATFORM": "offscreen",
+            "ALSA_CONFIG_PATH": "/dev/null",  # a test must not find the machine's own sound card
+        }
+        self.clock = Clock(self.folder)
+        self.services = {}
+        self._others = []
+
+    # Services
+
+    def start(self, *services):
+        for service in services:
+            self.services[service] = self._start(service)
+
+    def start_all(self, without=()):
+        self.start(*(service for service in SERVICES if service not in without))
+
+    def _start(self, service):
+        name, *options = service.split("+")
+        if name.endswith("-bus"):
+            return bus.Bus(name.removesuffix("-bus"), self.folder, self.env)
+        if name == "sound":
+            return sound.SoundServer(self.runtime, self.env)
+        if name == "speech":
+            return speech.SpeechService(self.folder, self.runtime, self.env)
+        return bus.StandIn(name, self.env, *options)
+
+    def __getitem__(self, service):
+        return self.services[service]
+
+    def record(self):
+        recording = sound.Recording(self.folder, self.env)
+        self._others.append(recording._process)
+        return recording
+
+    # The program
+
+    def save(self, *groups):
+        """Writes the saved list, as groups or as raw bytes."""
+        self.config.mkdir(parents=True, exist_ok=True)
+        raw = groups[0] if groups and isinstance(groups[0], bytes) else json.dumps(groups).encode()
+        self.list_file.write_bytes(raw)
+
+    def run(self, at="06:59:58.5", env=None):
+        """Starts the program at that time of its clock and waits until it is ready."""
+        self.clock.set(at)
+        alone = {"PATH": "/nonexistent"}  # it can't start a speech service of its own
+        # Even root must heed the permissions of files.
+        plain = ["/usr/bin/setpriv", "--bounding-set=-all", "--inh-caps=-all"] if os.getuid() == 0 else []
+        program = Program([*plain, PROGRAM], self.env | self.clock.env | alone | (env or {}), stderr=None)
+        self._others.append(program)
+        program.wait_for("[Scheduler] Started", 20)
+        return program
+
+    def close(self):
+        for process in [*self._others, *self.services.values()]:
+            if process.is_running():
+                process.signal(signal.SIGCONT)
+                process.kill()
+        # What was spawned in the session and left its group is known by its environment.
+        mark = f"XDG_RUNTIME_DIR={self.runtime}".encode()
+        for entry in Path("/proc").glob("[0-9]*/environ"):
+            try:
+                if mark in entry.read_bytes().split(b"\0"):
+                    os.kill(int(entry.parent.name), signal.SIGKILL)
+            except OSError:
+                pass
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+
+class Program(Process):
+    def told(self):
+        """Its lines, but for the notification service's answer, which may come at any time."""
+        return [text for text in self.texts() if not text.startswith("[Scheduler] Notification")]
+
+    def end(self, number=signal.SIGTERM):
+        """Ends it in the proper way."""
+        self.signal(number)
+        assert self.wait(5) == 0
+
+
+def until(condition, timeout=10, step=0.01):
+    """Waits for what no event tells."""
+    deadline = time.monotonic() + timeout
+    while not condition():
+        if time.monotonic() > deadline:
+            raise AssertionError("waited in vain")
+        time.sleep(step)

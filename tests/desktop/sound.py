@@ -1,0 +1,131 @@
+"""A sound server with one silent sink, private to a session, and what is heard there."""
+
+import ctypes
+import time
+from pathlib import Path
+
+import numpy
+
+from process import Process
+
+RATE = 44100
+
+
+class SoundServer(Process):
+    def __init__(self, runtime, env):
+        socket = Path(runtime, "pulse/native")
+        socket.parent.mkdir(mode=0o700, exist_ok=True)
+        socket.unlink(missing_ok=True)
+        super().__init__(
+            ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+             "-L", f"module-null-sink sink_name=kova rate={RATE} channels=2",
+             "-L", f"module-native-protocol-unix auth-anonymous=1 socket={socket}"], env)
+        deadline = time.monotonic() + 20
+        while not socket.exists():
+            if time.monotonic() > deadline or not self.is_running():
+                raise AssertionError("the sound server does not start")
+            time.sleep(0.02)
+
+
+class Recording:
+    """What the sink plays, in mono, from -1 to 1, for as long as a `with` statement lasts."""
+
+    def __init__(self, folder, env):
+        self._file = Path(folder, f"recording-{time.monotonic_ns()}")
+        with self._file.open("wb") as output:
+            self._process = Process(["parec", "--device=kova.monitor", "--format=s16le", f"--rate={RATE}",
+                                     "--channels=1", "--latency-msec=10"], env, stdout=output)
+        while self._file.stat().st_size == 0:
+            if not self._process.is_running():
+                raise AssertionError("the recording does not start")
+            time.sleep(0.005)
+        self.started = time.monotonic()
+
+    def samples(self):
+        size = self._file.stat().st_size // 2
+        return numpy.fromfile(self._file, dtype="<i2", count=size) / 32768
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self._process.kill()
+
+
+def loudness(samples, step=0.05):
+    """The root mean square of each step of that many seconds."""
+    size = int(step * RATE)
+    whole = samples[:len(samples) // size * size].reshape(-1, size)
+    return numpy.sqrt((whole ** 2).mean(axis=1))
+
+
+def sounding(samples, threshold=0.002, step=0.02, shortest_pause=0.5):
+    """The stretches (from, to) in seconds that are not silent, apart by at least the shortest pause."""
+    stretches = []
+    for index in numpy.flatnonzero(loudness(samples, step) > threshold):
+        begin, end = index * step, (index + 1) * step
+        if stretches and begin - stretches[-1][1] < shortest_pause:
+            stretches[-1][1] = end
+        else:
+            stretches.append([begin, end])
+    return stretches
+
+
+def find(sound, samples):
+    """Where the sound lies in the samples and how loud it is there: (second, gain, likeness). The likeness is
+    the normalised correlation, 1 for the sound alone and about 0 for anything else."""
+    size = 1 << (len(sound) + len(samples)).bit_length()
+    spectrum = numpy.conj(numpy.fft.rfft(sound, size)) * numpy.fft.rfft(samples, size)
+    correlation = numpy.fft.irfft(spectrum, size)[:len(samples) - len(sound) + 1]
+    at = int(correlation.argmax())
+    power = (sound ** 2).sum()
+    there = (samples[at:at + len(sound)] ** 2).sum()
+    return at / RATE, correlation[at] / power, correlation[at] / numpy.sqrt(power * there + 1e-12)
+
+
+def heard(sound, samples, piece=0.2):
+    """How loud and how much like itself the sound is found in the samples: the medians (gain, likeness) over
+    its pieces, since a busy machine drops out now and then."""
+    pieces = sound[:len(sound) // int(piece * RATE) * int(piece * RATE)].reshape(-1, int(piece * RATE))
+    found = [find(one, samples)[1:] for one in pieces if one.std() > 0.1 * sound.std()]
+    return numpy.median(found, axis=0)
+
+
+class _Info(ctypes.Structure):
+    _fields_ = [("frames", ctypes.c_int64), ("rate", ctypes.c_int), ("channels", ctypes.c_int),
+                ("format", ctypes.c_int), ("sections", ctypes.c_int), ("seekable", ctypes.c_int)]
+
+
+_FORMS = {".wav": 0x010002, ".aiff": 0x020002, ".flac": 0x170002, ".ogg": 0x200060, ".mp3": 0x230082}
+
+
+def _transfer(path, mode, info, data=None):
+    """Reads or writes a whole file with libsndfile, which the sound server brings along."""
+    library = ctypes.CDLL("libsndfile.so.1")
+    library.sf_open.restype = ctypes.c_void_p
+    library.sf_readf_float.restype = library.sf_writef_float.restype = ctypes.c_int64
+    file = ctypes.c_void_p(library.sf_open(str(path).encode(), mode, ctypes.byref(info)))
+    assert file, f"{path} can't be opened"
+    if data is None:
+        data = numpy.zeros(info.frames * info.channels, dtype=numpy.float32)
+    transfer = library.sf_readf_float if mode == 0x10 else library.sf_writef_float
+    frames = transfer(file, data.ctypes.data_as(ctypes.c_void_p), ctypes.c_int64(len(data) // info.channels))
+    library.sf_close(file)
+    return data, frames
+
+
+def write(path, samples):
+    """A sound file in the form that its suffix names."""
+    info = _Info(0, RATE, 1, _FORMS[path.suffix])
+    _transfer(path, 0x20, info, samples.astype(numpy.float32))
+
+
+def read(path):
+    """A sound file as mono samples at our rate."""
+    info = _Info()
+    data, frames = _transfer(path, 0x10, info)
+    mono = data.reshape(-1, info.channels)[:frames].mean(axis=1)
+    if info.rate != RATE:
+        times = numpy.arange(int(len(mono) * RATE / info.rate)) * info.rate / RATE
+        mono = numpy.interp(times, numpy.arange(len(mono)), mono)
+    return mono

@@ -1,0 +1,120 @@
+"""Stand-ins for services of the desktop: standins.py SERVICE [option]... serves it on the bus that the
+environment names and prints every call as one JSON line, after a first line "ready"."""
+
+import json
+import os
+import sys
+
+import dbus
+import dbus.service
+from dbus.mainloop.glib import DBusGMainLoop
+from gi.repository import GLib
+
+
+def tell(event, **values):
+    print(json.dumps({"event": event, **values}), flush=True)
+
+
+def watch_client(bus, name, gone):
+    watch = bus.watch_name_owner(name, lambda owner: (watch.cancel(), gone()) if not owner else None)
+
+
+class Notifications(dbus.service.Object):
+    name, path = "org.freedesktop.Notifications", "/org/freedesktop/Notifications"
+    last = 0
+
+    @dbus.service.method(name, in_signature="susssasa{sv}i", out_signature="u")
+    def Notify(self, app, replaces, icon, summary, body, actions, hints, timeout):
+        tell("Notify", app=app, replaces=replaces, summary=summary, body=body, actions=actions,
+             hints={key: str(value) for key, value in hints.items()}, timeout=timeout)
+        Notifications.last += 1
+        return Notifications.last
+
+    @dbus.service.method(name, out_signature="as")
+    def GetCapabilities(self):
+        return ["body"] + (["body-markup"] if "markup" in sys.argv else [])
+
+    @dbus.service.method(name, out_signature="ssss")
+    def GetServerInformation(self):
+        return "stand-in", "kova", "1", "1.2"
+
+
+class Logind(dbus.service.Object):
+    name, path = "org.freedesktop.login1", "/org/freedesktop/login1"
+
+    @dbus.service.method(name + ".Manager", in_signature="ssss", out_signature="h")
+    def Inhibit(self, what, who, why, mode):
+        ours, theirs = os.pipe()
+        lock = {"what": what, "who": who, "why": why, "mode": mode}
+        tell("Inhibit", **lock)
+        GLib.io_add_watch(ours, GLib.IO_HUP, lambda *_: (os.close(ours), tell("released", **lock)) and False)
+        descriptor = dbus.types.UnixFd(theirs)
+        os.close(theirs)
+        return descriptor
+
+
+class Portal(dbus.service.Object):
+    name, path = "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop"
+    locks = 0
+
+    @dbus.service.method("org.freedesktop.portal.Inhibit", in_signature="sua{sv}", out_signature="o",
+                         sender_keyword="sender", connection_keyword="bus")
+    def Inhibit(self, window, flags, options, sender, bus):
+        Portal.locks += 1
+        lock = {"flags": flags, "why": str(options.get("reason", ""))}
+        tell("Inhibit", **lock)
+        token = str(options.get("handle_token", f"t{Portal.locks}"))
+        client = sender[1:].replace(".", "_")
+        request = Request(bus, f"/org/freedesktop/portal/desktop/request/{client}/{token}", lock)
+        watch_client(bus, sender, request.end)
+        return request.path
+
+
+class Request(dbus.service.Object):
+    def __init__(self, bus, path, lock):
+        super().__init__(bus, path)
+        self.path, self.lock = path, lock
+
+    @dbus.service.method("org.freedesktop.portal.Request")
+    def Close(self):
+        self.end()
+
+    def end(self):
+        if self.lock:
+            tell("released", **self.lock)
+            self.lock = None
+            self.remove_from_connection()
+
+
+class SessionManager(dbus.service.Object):
+    name, path = "org.gnome.SessionManager", "/org/gnome/SessionManager"
+    locks = {}
+
+    @dbus.service.method(name, in_signature="susu", out_signature="u", sender_keyword="sender",
+                         connection_keyword="bus")
+    def Inhibit(self, app, window, why, flags, sender, bus):
+        cookie = len(self.locks) + 1
+        self.locks[cookie] = {"why": why, "flags": flags}
+        tell("Inhibit", **self.locks[cookie])
+        watch_client(bus, sender, lambda: self.end(cookie))
+        return cookie
+
+    @dbus.service.method(name, in_signature="u")
+    def Uninhibit(self, cookie):
+        self.end(cookie)
+
+    def end(self, cookie):
+        if self.locks.get(cookie):
+            tell("released", **self.locks[cookie])
+            self.locks[cookie] = None
+
+
+if __name__ == "__main__":
+    DBusGMainLoop(set_as_default=True)
+    service = {"notifications": Notifications, "logind": Logind, "portal": Portal,
+               "session-manager": SessionManager}[sys.argv[1]]
+    bus = dbus.SystemBus() if service is Logind else dbus.SessionBus()
+    owned = dbus.service.BusName(service.name, bus, do_not_queue=True)
+    served = service(bus, service.path)
+    print("ready", flush=True)
+    GLib.MainLoop().run()

@@ -1,0 +1,50 @@
+"""The clock is set, or the machine sleeps, while the program runs."""
+
+import signal
+import time
+
+import pytest
+
+from groups import group
+
+
+@pytest.mark.parametrize("at, then", [("06:00:30", "06:59:59.2"), ("18:00:30", "06:59:59.2"),
+                                      ("07:00:30", "06:59:59.2")])
+def test_an_alarm_follows_a_clock_that_is_set(session, at, then):
+    session.save(group())
+    program = session.run(at)
+    session.clock.set(then)
+    fired = program.wait_for("[Scheduler] FIRE…")
+    assert session.clock.text(fired.when).startswith("07:00:00")
+
+
+def test_a_clock_set_back_rings_no_alarm_twice(session):
+    session.save(group("7:00", label="once"), group("7:01", label="next"))
+    program = session.run()
+    program.wait_for("[Scheduler] FIRE: once alarm #1")
+    session.clock.set("06:59:59.2")
+    time.sleep(2.5)
+    session.clock.set("07:00:59.2")
+    program.wait_for("[Scheduler] FIRE: next alarm #1")
+    assert sum("FIRE: once" in text for text in program.texts()) == 1
+
+
+def test_an_alarm_slept_through_does_not_ring_late(session):
+    session.save(group("7:00", label="missed"), group("7:01", label="next"))
+    program = session.run("06:59:57.5")
+    program.signal(signal.SIGSTOP)
+    time.sleep(0.1)
+    session.clock.set("07:00:30")
+    program.signal(signal.SIGCONT)
+    time.sleep(1.5)
+    session.clock.set("07:00:59.2")
+    program.wait_for("[Scheduler] FIRE: next alarm #1")
+    assert not any("missed" in text for text in program.texts())
+
+
+def test_an_alarm_rings_on_its_weekdays_only(session):
+    session.save(group("7:00", label="tuesday", repeatDays=[2]), group("7:00", label="monday", repeatDays=[1]))
+    program = session.run()  # a Monday
+    program.wait_for("[Scheduler] FIRE: monday alarm #1")
+    session.clock.set("06:59:59.2", "2026-01-06")
+    program.wait_for("[Scheduler] FIRE: tuesday alarm #1")

@@ -1,0 +1,86 @@
+"""A file of the user's own as the alarm's sound."""
+
+import time
+
+import numpy
+import pytest
+
+import sound
+from groups import bookmark, group
+
+
+def chirp():
+    """A sound that is like no other at any other place, 0.7 s long."""
+    times = numpy.arange(0, 0.7, 1 / sound.RATE)
+    return 0.5 * numpy.sin(2 * numpy.pi * (300 + 2000 * times) * times)
+
+
+def custom(path, **fields):
+    return group(customSoundPath=bookmark(path), customSoundName=path.name, **fields)
+
+
+@pytest.mark.parametrize("form", ["wav", "aiff", "flac", "ogg", "mp3"])
+def test_a_file_is_played_in_a_loop(session, form):
+    file = session.folder / f"目覚まし 1.{form}"
+    sound.write(file, chirp())
+    session.start("sound")
+    session.save(custom(file, volume=0.5))
+    file.rename(file.with_name(f"renamed.{form}"))
+    with session.record() as recording:
+        program = session.run()
+        program.wait_for("[Scheduler] FIRE…")
+        time.sleep(2.5)
+    begin = sound.sounding(recording.samples())[0][0]
+    for turn in range(3):
+        played = recording.samples()[int((begin + turn * 0.7) * sound.RATE):]
+        gain, likeness = sound.heard(chirp(), played[:sound.RATE], 0.1)
+        assert likeness > 0.95
+        assert gain == pytest.approx(0.5, rel=0.05)
+    assert program.told()[-1] == "[Scheduler] FIRE:  alarm #1"
+
+
+def text_file(folder):
+    folder.joinpath("text.mp3").write_text("this is no sound\n" * 1000)
+    return bookmark(folder / "text.mp3")
+
+
+def empty_file(folder):
+    folder.joinpath("empty.wav").touch()
+    return bookmark(folder / "empty.wav")
+
+
+def lost_file(folder):
+    folder.joinpath("lost.wav").touch()
+    lost = bookmark(folder / "lost.wav")
+    folder.joinpath("lost.wav").unlink()
+    return lost
+
+
+NOT_FOUND = "[SoundPlayer] Sound not found: morning_glass"
+
+
+@pytest.mark.parametrize("make, lines", [
+    (text_file, ["[SoundPlayer] play error: …"]),
+    (empty_file, ["[SoundPlayer] play error: …"]),
+    (lost_file, ["[SoundPlayer] resolve bookmark error: …", NOT_FOUND]),
+    (lambda folder: "bm90IGEgYm9va21hcms=", ["[SoundPlayer] resolve bookmark error: …", NOT_FOUND]),
+    (lambda folder: "#not base64#", [NOT_FOUND]),
+])
+def test_a_file_that_cannot_be_played_gives_its_line(session, make, lines):
+    session.start("sound")
+    session.save(group("7:00", customSoundPath=make(session.folder), customSoundName="x", alarmCount=2))
+    program = session.run()
+    for minute in (0, 1):
+        fired = program.wait_for(f"[Scheduler] FIRE:  alarm #{minute + 1}")
+        assert session.clock.text(fired.when).startswith(f"07:0{minute}:00")
+        told = [program.wait_for(line) for line in lines]
+        assert all(len(line) > len("[SoundPlayer] resolve bookmark error: ") for line in told), "no reason"
+        session.clock.set("07:00:59.2")
+    assert len(program.told()) == 2 + 2 * (1 + len(lines))
+
+
+def test_a_sound_that_does_not_exist_gives_its_line(session):
+    session.save(group(soundName="no such sound"))
+    program = session.run()
+    program.wait_for("[Scheduler] FIRE…")
+    program.wait_for("[SoundPlayer] Sound not found: no such sound")

@@ -1,0 +1,107 @@
+"""An alarm rings: at its minute, with its sound, its message and its notification, and ends by itself."""
+
+import re
+import time
+import uuid
+
+import pytest
+
+import sound
+from groups import group
+from session import ROOT, until
+
+SOUNDS = ROOT / "resources/Sounds"
+
+
+def test_alarms_of_a_run_ring_in_their_minutes(session):
+    session.start_all()
+    session.save(group("7:00", label="朝", alarmCount=2, ttsEnabled=True, ttsMessage="wake up", ttsVolume=0.8,
+                       ttsLastEnabled=True, ttsLastMessage="last \"call\""))
+    program = session.run("06:59:58.5")
+    first = program.wait_for("[Scheduler] FIRE…")
+    assert session.clock.text(first.when).startswith("07:00:00")
+    session["notifications"].wait_for_call("Notify")
+    session.clock.set("07:00:59.2")
+    second = program.wait_for("[Scheduler] FIRE…")
+    assert session.clock.text(second.when).startswith("07:01:00")
+    session["notifications"].wait_for_call("Notify")
+    program.wait_for("[TTSPlayer] speaking…")
+
+    lines = [re.sub(r"\(id: [1-9]\d*\)", "(id: N)", text) for text in program.texts()]
+    lines.remove("[Scheduler] Notifications granted")  # the service answers when it likes
+    assert lines == [
+        "[PowerManager] Sleep prevention ON (id: N)",
+        "[Scheduler] Started",
+        "[Scheduler] FIRE: 朝 alarm #1",
+        '[TTSPlayer] speaking: "wake up" vol=0.8 loop=true',
+        "[Scheduler] FIRE: 朝 alarm #2",
+        '[TTSPlayer] speaking: "last "call"" vol=1.0 loop=true'.replace("1.0", "0.8"),
+    ]
+    notified = session["notifications"].calls("Notify")
+    assert [(call["summary"], call["body"], call["replaces"], call["actions"]) for call in notified] == [
+        ("KOVA", "朝 — 7:00", 0, []), ("KOVA", "朝 — 7:01", 0, [])]
+    identifiers = {call["hints"]["x-kova-identifier"] for call in notified}
+    assert len(identifiers) == 2 and all(str(uuid.UUID(text)).upper() == text for text in identifiers)
+
+
+@pytest.mark.parametrize("service, label, body", [
+    ("notifications", "朝 <b>&", "朝 <b>& — 7:00"),
+    ("notifications+markup", "朝 <b>&", "朝 &lt;b&gt;&amp; — 7:00"),
+    ("notifications+markup", "", "アラーム 7:00"),
+])
+def test_a_notification_shows_the_label_as_typed(session, service, label, body):
+    session.start("session-bus", service)
+    session.save(group(label=label))
+    program = session.run()
+    program.wait_for(f"[Scheduler] FIRE: {label} alarm #1")
+    assert session[service].wait_for_call("Notify")["body"] == body
+
+
+@pytest.mark.parametrize("volume", [0.8, 0.25])
+def test_the_built_in_sound_has_the_groups_volume(session, volume):
+    session.start("sound")
+    session.save(group(soundName="wakeup_pulse", volume=volume))
+    with session.record() as recording:
+        program = session.run()
+        program.wait_for("[Scheduler] FIRE…")
+        time.sleep(3)
+    begin = sound.read(SOUNDS / "wakeup_pulse.mp3")[:2 * sound.RATE]
+    gain, likeness = sound.heard(begin, recording.samples())
+    assert likeness > 0.98
+    assert gain == pytest.approx(volume, rel=0.03)
+
+
+def test_the_message_is_read_again_and_again_after_a_pause(session):
+    session.start("sound", "speech")
+    session.save(group("7:00", volume=0, ttsLastEnabled=True, ttsLastMessage="wake up"),
+                 group("7:01", volume=0, ttsLastEnabled=True, ttsLastMessage="wake up", ttsVolume=0.6))
+
+    def listen(program):
+        with session.record() as recording:
+            program.wait_for("[TTSPlayer] speaking…")
+            until(lambda: len(sound.sounding(recording.samples())) == 4, 20, 0.1)
+        return recording.samples(), sound.sounding(recording.samples())[:3]
+
+    program = session.run("06:59:57.5")
+    loud, readings = listen(program)
+    pauses = [after[0] - before[1] for before, after in zip(readings, readings[1:])]
+    # A reading ends with some silence of its own, and the next one is prepared.
+    assert all(1.5 <= pause < 2.5 for pause in pauses), readings
+    lengths = [end - begin for begin, end in readings]
+    assert min(lengths) > 0.3 and max(lengths) - min(lengths) < 0.1
+    session.clock.set("07:00:58.2")
+    quiet, _ = listen(program)
+    assert 0.1 < max(sound.loudness(quiet[-9 * sound.RATE:])) / max(sound.loudness(loud)) < 0.8
+
+
+@pytest.mark.slow
+def test_the_ringing_ends_by_itself(session):
+    session.start("sound", "speech")
+    session.save(group(soundName="wakeup_pulse", ttsLastEnabled=True, ttsLastMessage="wake up"))
+    with session.record() as recording:
+        program = session.run()
+        program.wait_for("[Scheduler] FIRE…")
+        time.sleep(59)
+    [(begin, end)] = sound.sounding(recording.samples(), shortest_pause=3)
+    assert end - begin == pytest.approx(55, abs=0.5)
+    assert program.is_running()

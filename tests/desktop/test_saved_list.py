@@ -1,0 +1,92 @@
+"""Whatever lies in the place of the saved list, the program starts, and leaves it alone."""
+
+import json
+import os
+
+import pytest
+
+from groups import group
+
+GOOD = json.dumps([group(label="good")]).encode()
+
+
+def with_field(**fields):
+    return json.dumps([group(), group() | fields]).encode()
+
+
+BAD = {
+    "nothing": b"",
+    "cut off": GOOD[:-20],
+    "not JSON": b"\0\xff\xfe rubbish",
+    "50 MB of rubbish": os.urandom(1 << 20) * 50,
+    "50 MB of text": b'["' + b"a" * (50 << 20),
+    "invalid UTF-8": GOOD.replace(b"good", b"\xc3\x28"),
+    "100,000 lists deep": b"[" * 100_000 + b"]" * 100_000,
+    "100,000 objects deep": b'{"a":' * 100_000 + b"1" + b"}" * 100_000,
+    "an object": b"{}",
+    "a number for a text": with_field(label=7),
+    "true for a number": with_field(targetHour=True),
+    "a fraction": with_field(alarmCount=7.5),
+    "beyond 64 bits": with_field(intervalMinutes=1 << 63),
+    "null": with_field(ttsVolume=None),
+    "no identifier": with_field(id="x"),
+}
+
+
+def start_and_end(session, env=None):
+    program = session.run("06:59:59.0", env)
+    program.end()
+    return program.told()
+
+
+def test_a_good_list_is_read(session):
+    session.save(GOOD)
+    assert start_and_end(session)[0].startswith("[PowerManager] ")
+    assert session.list_file.read_bytes() == GOOD
+
+
+@pytest.mark.parametrize("content", BAD.values(), ids=BAD)
+def test_a_bad_list_is_empty_and_kept(session, content):
+    session.save(content)
+    assert start_and_end(session) == ["[Scheduler] Started"]
+    assert session.list_file.read_bytes() == content
+    assert [path.name for path in session.config.iterdir()] == [session.list_file.name]
+
+
+def put_folder(file):
+    file.mkdir()
+
+
+def put_pipe(file):
+    os.mkfifo(file)
+
+
+def put_loop(file):
+    file.symlink_to(file)
+
+
+def put_endless(file):
+    file.symlink_to("/dev/zero")
+
+
+def put_forbidden(file):
+    file.write_bytes(GOOD)
+    file.chmod(0)
+
+
+@pytest.mark.parametrize("put", [put_folder, put_pipe, put_loop, put_endless, put_forbidden])
+def test_what_cannot_be_read_is_an_empty_list(session, put):
+    session.config.mkdir(parents=True)
+    put(session.list_file)
+    assert start_and_end(session) == ["[Scheduler] Started"]
+    assert os.path.lexists(session.list_file)
+
+
+@pytest.mark.parametrize("field, value", [("alarmCount", -1), ("alarmCount", (1 << 63) - 1), ("alarmCount", 0),
+                                          ("intervalMinutes", (1 << 63) - 1), ("targetHour", -(1 << 63)),
+                                          ("targetMinute", (1 << 63) - 1)])
+def test_an_absurd_group_does_not_disturb_the_others(session, field, value):
+    session.save(group(label="absurd", alarmCount=2) | {field: value}, group("7:00", label="good"))
+    program = session.run()
+    fired = program.wait_for("[Scheduler] FIRE: good alarm #1")
+    assert session.clock.text(fired.when).startswith("07:00:00")

@@ -1,0 +1,88 @@
+"""Each service of the desktop may be missing, die or hang. The alarms ring all the same, each in its second,
+and a service that comes back is used again."""
+
+import signal
+
+import pytest
+
+import sound
+from groups import group
+from session import SERVICES, until
+
+RUN = group("7:00", label="x", alarmCount=20, volume=0.5, ttsEnabled=True, ttsMessage="wake up",
+            soundName="wakeup_pulse")
+
+
+def rings(program, session, minute):
+    """The alarm of that minute fires in its second: whoever holds up the main thread misses it."""
+    fired = program.wait_for(f"[Scheduler] FIRE: x alarm #{minute + 1}", 5)
+    assert session.clock.text(fired.when).startswith(f"07:{minute:02d}:00")
+    program.wait_for("[TTSPlayer] speaking…", 5)
+
+
+def fail(session, service, how):
+    if how == "dies":
+        session[service].kill()
+    elif how == "hangs":
+        session[service].signal(signal.SIGSTOP)
+
+
+@pytest.mark.parametrize("service", SERVICES)
+@pytest.mark.parametrize("how", ["is missing", "dies", "hangs", "hangs from the start"])
+def test_a_service_that_fails_holds_nothing_up(session, service, how):
+    # The toolkit connects to both buses on one thread: a system bus that never answers costs the notifications.
+    notifies = service not in ("notifications", "session-bus") and (service, how) != ("system-bus", "hangs from the start")
+    clients = {"session-bus": ["notifications"], "system-bus": ["logind"]}.get(service, [])
+    session.start_all(without=[service, *clients] if how == "is missing" else [])
+    if how == "hangs from the start":
+        session[service].signal(signal.SIGSTOP)
+    session.save(RUN)
+    program = session.run("06:59:58.2")
+    if how in ("dies", "hangs"):
+        fail(session, service, how)
+    for minute in range(3):
+        rings(program, session, minute)
+        if notifies:
+            assert session["notifications"].wait_for_call("Notify")["body"] == f"x — 7:{minute:02d}"
+        session.clock.set(f"07:{minute:02d}:59.2")
+    program.end()
+
+
+@pytest.mark.parametrize("how", ["dies", "hangs"])
+@pytest.mark.parametrize("service", ["session-bus", "notifications"])
+def test_notifications_come_back(session, service, how):
+    session.start("session-bus", "notifications+markup")
+    session.save(RUN | {"label": "x"})
+    program = session.run("06:59:58.2")
+    broken = service if service in session.services else "notifications+markup"
+    fail(session, broken, how)
+    rings(program, session, 0)
+    if how == "hangs":
+        session[broken].signal(signal.SIGCONT)
+    else:
+        session["notifications+markup"].kill()
+        session.start(*(["session-bus"] if service == "session-bus" else []), "notifications+markup")
+    session.clock.set("07:00:58.2")
+    rings(program, session, 1)
+    call = session["notifications+markup"].wait_for_call("Notify", body="x — 7:01")
+    assert call["replaces"] == 0
+
+
+@pytest.mark.parametrize("service, how", [("sound", "dies"), ("sound", "hangs"), ("speech", "dies"),
+                                          ("speech", "hangs"), ("speech", "is spawned")])
+def test_sound_and_speech_come_back(session, service, how):
+    spawned = how == "is spawned"
+    session.start("sound", *([] if spawned else ["speech"]))
+    session.save(RUN | ({"volume": 0} if service == "speech" else {"ttsEnabled": False}))
+    program = session.run("06:59:58.2", {"PATH": "/usr/bin"} if spawned else None)
+    if not spawned:
+        fail(session, service, how)
+        program.wait_for("[Scheduler] FIRE…")
+        if how == "hangs":
+            session[service].signal(signal.SIGCONT)
+        else:
+            session.start(service)
+        session.clock.set("07:00:57.5")
+    with session.record() as recording:
+        program.wait_for("[Scheduler] FIRE…")
+        until(lambda: sound.sounding(recording.samples()[-sound.RATE:]), 15, 0.1)

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "Log.h"
+
+#include <QStringList>
+
+namespace kova {
+
+/// Keeps the lines; several fakes write into it too, so that a test can check the order of effects.
+class FakeLog : public Log {
+public:
+    QStringList lines;
+
+    void print(const QString &line) override { lines.append(line); }
+
+    QStringList take() { return std::exchange(lines, {}); }
+};
+
+} // namespace kova

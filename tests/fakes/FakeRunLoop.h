@@ -1,0 +1,98 @@
+#pragma once
+
+#include "FakeClock.h"
+#include "RunLoop.h"
+
+#include <QPointer>
+#include <algorithm>
+#include <vector>
+
+namespace kova {
+
+/// An event loop whose time moves only by `advance`, together with the clock.
+class FakeRunLoop : public RunLoop {
+public:
+    explicit FakeRunLoop(FakeClock &clock) : m_clock(clock) {}
+
+    int timersMade = 0;
+
+    /// Lets time pass: delayed actions and the ticks of each whole second run at their moments.
+    void advance(std::chrono::milliseconds span) {
+        const double end = m_clock.time + toSeconds(span);
+        for (double next = nextEvent(); next <= end; next = nextEvent()) {
+            moveTo(next);
+            runDue();
+            if (m_tick && m_clock.time == std::floor(m_clock.time)) {
+                const auto tick = m_tick;
+                tick();
+            }
+        }
+        moveTo(end);
+    }
+
+    /// Lets time pass without a single tick, as when the machine sleeps.
+    void sleep(std::chrono::milliseconds span) {
+        moveTo(m_clock.time + toSeconds(span));
+        runDue();
+    }
+
+    std::unique_ptr<RepeatingTimer> everySecond(QObject *owner, std::function<void()> action) override {
+        timersMade += 1;
+        m_tick = [owner = QPointer(owner), action = std::move(action)] {
+            if (owner) {
+                action();
+            }
+        };
+        return std::make_unique<Timer>(*this);
+    }
+
+    void after(std::chrono::milliseconds delay, QObject *owner, std::function<void()> action) override {
+        m_delayed.push_back({m_elapsed + toSeconds(delay), QPointer(owner), std::move(action)});
+    }
+
+private:
+    struct Delayed {
+        double due;
+        QPointer<QObject> owner;
+        std::function<void()> action;
+    };
+    struct Timer : RepeatingTimer {
+        explicit Timer(FakeRunLoop &runLoop) : loop(runLoop) {}
+        ~Timer() override { loop.m_tick = nullptr; }
+        FakeRunLoop &loop;
+    };
+
+    static double toSeconds(std::chrono::milliseconds span) {
+        return static_cast<double>(span.count()) / 1000.0;
+    }
+
+    double nextEvent() const {
+        double next = std::floor(m_clock.time) + 1;
+        for (const Delayed &delayed : m_delayed) {
+            next = std::min(next, m_clock.time + (delayed.due - m_elapsed));
+        }
+        return next;
+    }
+    void moveTo(double time) {
+        m_elapsed += time - m_clock.time;
+        m_clock.time = time;
+    }
+    void runDue() {
+        const auto isDue = [this](const Delayed &delayed) { return delayed.due <= m_elapsed + 1e-6; };
+        for (auto due = std::find_if(m_delayed.begin(), m_delayed.end(), isDue); due != m_delayed.end();
+             due = std::find_if(m_delayed.begin(), m_delayed.end(), isDue)) {
+            const Delayed delayed = *due;
+            m_delayed.erase(due);
+            if (delayed.owner) {
+                delayed.action();
+            }
+        }
+    }
+
+    FakeClock &m_clock;
+    double m_elapsed = 0;
+    std::function<void()> m_tick;
+    std::vector<Delayed> m_delayed;
+};
+
+} // namespace kova

@@ -1,0 +1,296 @@
+#include "FakeServices.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace kova;
+using namespace std::chrono_literals;
+
+namespace {
+
+AlarmGroup makeGroup(const QString &label, int hour, int minute, qint64 count, qint64 interval,
+                     bool startBefore = true) {
+    AlarmGroup group;
+    group.label = label;
+    group.targetHour = hour;
+    group.targetMinute = minute;
+    group.alarmCount = count;
+    group.intervalMinutes = interval;
+    group.startBefore = startBefore;
+    return group;
+}
+
+const QString alarmSound = QStringLiteral("alarm");
+
+} // namespace
+
+class AlarmSchedulerTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<FakeServices> m_services;
+
+    // Starts on 2026-01-05, a Monday.
+    AlarmScheduler &startAt(const QTime &time, const QList<AlarmGroup> &groups) {
+        m_services->clock.set({2026, 1, 5}, time);
+        m_services->scheduler.start(groups);
+        m_services->log.lines.clear();
+        return m_services->scheduler;
+    }
+    QStringList fires() const { return m_services->log.lines.filter(QStringLiteral("FIRE")); }
+    bool isSilent() const {
+        return m_services->audioPlayers.sounding.isEmpty() && m_services->synthesizers.reading.isNull() &&
+               !m_services->scheduler.activeAlarm();
+    }
+
+private Q_SLOTS:
+    void init() { m_services = std::make_unique<FakeServices>(); }
+
+    void asksForPermissionOnceAndLogsTheAnswer() {
+        FakeNotificationCenter &center = m_services->notificationCenter;
+        QCOMPARE(center.asked, QList{NotificationCenter::Alert | NotificationCenter::Sound});
+        center.answer(true, std::nullopt);
+        center.answer(false, QStringLiteral("no service"));
+        QCOMPARE(m_services->log.lines,
+                 (QStringList{QStringLiteral("[Scheduler] Notifications granted"),
+                              QStringLiteral("[Scheduler] Notification error: no service"),
+                              QStringLiteral("[Scheduler] Notifications denied")}));
+    }
+
+    void startsItsClockOnce() {
+        AlarmScheduler &scheduler = m_services->scheduler;
+        scheduler.start({});
+        scheduler.start({AlarmGroup()});
+        QCOMPARE(m_services->runLoop.timersMade, 1);
+        QCOMPARE(m_services->log.lines, QStringList{QStringLiteral("[Scheduler] Started")});
+        QCOMPARE(scheduler.groups().size(), 1);
+    }
+
+    void firingDoesEverythingInOrder() {
+        AlarmGroup group = makeGroup(QStringLiteral("朝"), 7, 0, 3, 5);
+        group.ttsEnabled = true;
+        group.ttsMessage = QStringLiteral("おはよう");
+        group.ttsVolume = 0.5F;
+        AlarmScheduler &scheduler = startAt({6, 49, 59}, {group});
+        m_services->runLoop.advance(1s);
+        QCOMPARE(m_services->log.lines,
+                 (QStringList{QStringLiteral("[Scheduler] FIRE: 朝 alarm #1"),
+                              QStringLiteral("[TTSPlayer] speaking: \"おはよう\" vol=0.5 loop=true")}));
+        QVERIFY(scheduler.activeAlarm() == (FiringAlarm{group, 0, m_services->clock.time}));
+        QCOMPARE(scheduler.firedToday(), QSet{group.idText() + QStringLiteral("-0")});
+        QCOMPARE(m_services->soundPlayer.currentPreviewId(), alarmSound);
+        QCOMPARE(m_services->audioPlayers.sounding.first().loops, -1);
+        QCOMPARE(m_services->application.activations, 1);
+    }
+
+    void notificationsNameThePlannedTime() {
+        startAt({6, 49, 59},
+                {makeGroup(QString(), 7, 5, 2, 15), makeGroup(QStringLiteral("Work"), 23, 55, 1, 1),
+                 makeGroup(QStringLiteral(" "), 8, 0, 1, 1)});
+        m_services->runLoop.advance(18h);
+        QStringList bodies;
+        QSet<QString> identifiers;
+        for (const NotificationRequest &request : m_services->notificationCenter.requests) {
+            QCOMPARE(request.title, QStringLiteral("KOVA"));
+            QVERIFY(request.defaultSound);
+            bodies.append(request.body);
+            identifiers.insert(request.identifier);
+            QCOMPARE(QUuid::fromString(request.identifier).toString(QUuid::WithoutBraces).toUpper(),
+                     request.identifier);
+        }
+        QCOMPARE(bodies, (QStringList{QStringLiteral("アラーム 6:50"), QStringLiteral("アラーム 7:05"),
+                                      QStringLiteral("  — 8:00"), QStringLiteral("Work — 23:55")}));
+        QCOMPARE(identifiers.size(), 4);
+    }
+
+    void spokenMessages_data() {
+        QTest::addColumn<qint64>("count");
+        QTest::addColumn<bool>("ttsEnabled");
+        QTest::addColumn<bool>("ttsLastEnabled");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QStringList>("spoken");
+        const QString message = QStringLiteral("m");
+        QTest::newRow("both") << qint64(3) << true << true << message
+                              << QStringList{message, message, QStringLiteral("last")};
+        QTest::newRow("ordinary") << qint64(3) << true << false << message << QStringList{message, message};
+        QTest::newRow("last") << qint64(3) << false << true << message << QStringList{QStringLiteral("last")};
+        QTest::newRow("neither") << qint64(3) << false << false << message << QStringList{};
+        QTest::newRow("empty") << qint64(3) << true << true << QString()
+                               << QStringList{QStringLiteral("last")};
+        QTest::newRow("single is last") << qint64(1) << true << false << message << QStringList{};
+        QTest::newRow("single") << qint64(1) << false << true << message
+                                << QStringList{QStringLiteral("last")};
+    }
+    void spokenMessages() {
+        QFETCH(qint64, count);
+        QFETCH(bool, ttsEnabled);
+        QFETCH(bool, ttsLastEnabled);
+        QFETCH(QString, message);
+        QFETCH(QStringList, spoken);
+        AlarmGroup group = makeGroup(QString(), 7, 0, count, 1);
+        group.ttsEnabled = ttsEnabled;
+        group.ttsMessage = message;
+        group.ttsLastEnabled = ttsLastEnabled;
+        group.ttsLastMessage = QStringLiteral("last");
+        startAt({6, 50}, {group});
+        m_services->runLoop.advance(20min);
+        QCOMPARE(m_services->synthesizers.readings, spoken);
+    }
+
+    void ringsUntilItEndsByItself() {
+        AlarmScheduler &scheduler = startAt({6, 59, 58}, {makeGroup(QString(), 7, 0, 2, 1, false)});
+        m_services->runLoop.advance(2s + 54999ms);
+        QVERIFY(scheduler.activeAlarm());
+        m_services->runLoop.advance(1ms);
+        QVERIFY(isSilent());
+        m_services->runLoop.advance(5s);
+        QCOMPARE(scheduler.activeAlarm()->index, 1);
+    }
+
+    void aStoppedAlarmStaysStoppedForTheDay() {
+        AlarmScheduler &scheduler = startAt({6, 59, 59}, {makeGroup(QString(), 7, 0, 1, 1)});
+        m_services->runLoop.advance(1s);
+        scheduler.endRinging();
+        QVERIFY(isSilent());
+        scheduler.tick();
+        m_services->clock.set({2026, 1, 5}, {6, 59, 59}); // the user sets the clock back
+        m_services->runLoop.advance(1h);
+        QCOMPARE(fires().size(), 1);
+        m_services->runLoop.advance(24h);
+        QCOMPARE(fires().size(), 2);
+    }
+
+    void aNewerAlarmReplacesARingingOne() {
+        const AlarmGroup a = makeGroup(QStringLiteral("a"), 7, 0, 1, 1);
+        AlarmGroup b = makeGroup(QStringLiteral("b"), 7, 1, 1, 1);
+        b.soundName = QStringLiteral("wakeup_pulse");
+        AlarmScheduler &scheduler = startAt({6, 59, 59}, {b, a});
+        m_services->runLoop.advance(31s);
+        QList<QString> seen;
+        connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, [&] {
+            seen.append(scheduler.activeAlarm() ? scheduler.activeAlarm()->group.label
+                                                : QStringLiteral("none"));
+        });
+        // The clock is set forward to b's minute while a still rings.
+        m_services->clock.set({2026, 1, 5}, {7, 0, 59});
+        m_services->runLoop.advance(1s);
+        QCOMPARE(seen, (QList<QString>{QStringLiteral("none"), QStringLiteral("b")}));
+        QCOMPARE(m_services->audioPlayers.sounding.size(), 1);
+        m_services->runLoop.advance(54s); // a's automatic stop comes due and finds b
+        QCOMPARE(scheduler.activeAlarm()->group.label, QStringLiteral("b"));
+        QCOMPARE(m_services->audioPlayers.sounding.first().path,
+                 QStringLiteral("/resources/Sounds/wakeup_pulse.mp3"));
+        m_services->runLoop.advance(1s);
+        QVERIFY(isSilent());
+    }
+
+    void editsDoNotTouchARingingAlarm() {
+        AlarmGroup group = makeGroup(QStringLiteral("old"), 7, 0, 1, 1);
+        AlarmScheduler &scheduler = startAt({6, 59, 59}, {group});
+        m_services->runLoop.advance(1s);
+        group.label = QStringLiteral("new");
+        scheduler.setGroups({group});
+        QCOMPARE(scheduler.activeAlarm()->group.label, QStringLiteral("old"));
+        scheduler.setGroups({});
+        m_services->runLoop.advance(54s);
+        QVERIFY(scheduler.activeAlarm());
+        m_services->runLoop.advance(1s);
+        QVERIFY(isSilent());
+    }
+
+    void oneAlarmATick() {
+        startAt({6, 59, 59},
+                {makeGroup(QStringLiteral("a"), 7, 0, 2, 0), makeGroup(QStringLiteral("b"), 7, 0, 1, 1)});
+        m_services->runLoop.advance(23h);
+        QCOMPARE(fires(), QStringList{QStringLiteral("[Scheduler] FIRE: a alarm #1")});
+        // A second tick in the same second goes on where the first one ended.
+        m_services->clock.set({2026, 1, 6}, {7, 0, 0});
+        m_services->log.lines.clear();
+        m_services->scheduler.tick();
+        m_services->scheduler.tick();
+        m_services->scheduler.tick();
+        m_services->scheduler.tick();
+        QCOMPARE(fires(), (QStringList{QStringLiteral("[Scheduler] FIRE: a alarm #1"),
+                                       QStringLiteral("[Scheduler] FIRE: a alarm #2"),
+                                       QStringLiteral("[Scheduler] FIRE: b alarm #1")}));
+    }
+
+    void theDayEndsAtMidnight() {
+        AlarmGroup group = makeGroup(QStringLiteral("g"), 0, 5, 3, 5); // 23:55, 0:00, 0:05
+        AlarmScheduler &scheduler = startAt({23, 54, 59}, {group});
+        m_services->runLoop.advance(5min + 1s);
+        // The alarm at 0:00 rings in the tick that forgets the day before.
+        QCOMPARE(scheduler.firedToday(), QSet{group.idText() + QStringLiteral("-1")});
+        QCOMPARE(fires().size(), 2);
+        m_services->runLoop.advance(24h);
+        QCOMPARE(fires().size(), 5);
+    }
+
+    void aDayThatIsSleptThroughIsNotReset() {
+        AlarmScheduler &scheduler = startAt({6, 59, 59}, {makeGroup(QString(), 7, 0, 1, 1)});
+        m_services->runLoop.advance(2s);
+        m_services->runLoop.sleep(23h + 59min + 50s); // over midnight, up to the next morning
+        m_services->runLoop.advance(1min);
+        QCOMPARE(fires().size(), 1);
+        QCOMPARE(scheduler.firedToday().size(), 1);
+        m_services->runLoop.advance(25h);
+        QCOMPARE(fires().size(), 2);
+    }
+
+    void anAlarmThatWasSleptThroughDoesNotRingLate() {
+        startAt({6, 59, 58}, {makeGroup(QString(), 7, 0, 2, 5, false)});
+        m_services->runLoop.sleep(3s);
+        m_services->runLoop.advance(4min);
+        QVERIFY(fires().isEmpty());
+        m_services->runLoop.advance(1min);
+        QCOMPARE(fires().size(), 1);
+    }
+
+    void groupsThatNeverRing_data() {
+        QTest::addColumn<bool>("isEnabled");
+        QTest::addColumn<QList<qint64>>("days");
+        QTest::addColumn<qint64>("count");
+        QTest::addColumn<qint64>("interval");
+        QTest::addColumn<int>("rings");
+        const qint64 most = std::numeric_limits<qint64>::max();
+        QTest::newRow("enabled") << true << QList<qint64>{} << qint64(1) << qint64(1) << 7;
+        QTest::newRow("off") << false << QList<qint64>{} << qint64(1) << qint64(1) << 0;
+        QTest::newRow("weekdays") << true << QList<qint64>{5, 1, 2, 3, 4} << qint64(1) << qint64(1) << 5;
+        QTest::newRow("Sunday") << true << QList<qint64>{0} << qint64(1) << qint64(1) << 1;
+        QTest::newRow("no such day") << true << QList<qint64>{7, -1} << qint64(1) << qint64(1) << 0;
+        QTest::newRow("no alarms") << true << QList<qint64>{} << qint64(0) << qint64(1) << 0;
+        QTest::newRow("negative") << true << QList<qint64>{} << qint64(-1) << qint64(1) << 0;
+        QTest::newRow("enormous") << true << QList<qint64>{} << most << most << 0;
+        QTest::newRow("endless") << true << QList<qint64>{} << most << qint64(1) << 0;
+    }
+    void groupsThatNeverRing() {
+        QFETCH(bool, isEnabled);
+        QFETCH(QList<qint64>, days);
+        QFETCH(qint64, count);
+        QFETCH(qint64, interval);
+        QFETCH(int, rings);
+        AlarmGroup group = makeGroup(QString(), 7, 0, count, interval);
+        group.isEnabled = isEnabled;
+        group.repeatDays = days;
+        startAt({0, 0, 1}, {group});
+        m_services->runLoop.advance(7 * 24h);
+        QCOMPARE(fires().size(), rings);
+    }
+
+    void aFailingServiceChangesNothing() {
+        AlarmGroup group = makeGroup(QString(), 7, 0, 1, 1);
+        group.soundName = QStringLiteral("missing");
+        AlarmScheduler &scheduler = startAt({6, 59, 59}, {group});
+        m_services->clock.isReadable = false;
+        scheduler.tick();
+        m_services->clock.isReadable = true;
+        m_services->runLoop.advance(1s);
+        QCOMPARE(m_services->log.lines,
+                 (QStringList{QStringLiteral("[Scheduler] FIRE:  alarm #1"),
+                              QStringLiteral("[SoundPlayer] Sound not found: missing")}));
+        QVERIFY(scheduler.activeAlarm());
+        QCOMPARE(m_services->notificationCenter.requests.size(), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(AlarmSchedulerTest)
+#include "AlarmSchedulerTest.moc"

@@ -1,0 +1,160 @@
+#include "SoundPlayer.h"
+
+#include "FakeAudioPlayers.h"
+#include "FakeBookmarks.h"
+#include "FakeLog.h"
+#include "FakeResources.h"
+#include "builtInSounds.h"
+
+#include <QSet>
+#include <QTest>
+
+using namespace kova;
+
+namespace {
+
+using Sound = FakeAudioPlayers::Sound;
+
+const QString glass = QStringLiteral("/resources/Sounds/morning_glass.mp3");
+const QString alarmId = QStringLiteral("alarm");
+
+QString base64(const QString &text) {
+    return QString::fromLatin1(text.toUtf8().toBase64());
+}
+
+} // namespace
+
+class SoundPlayerTest : public QObject {
+    Q_OBJECT
+
+    FakeAudioPlayers m_audio;
+    FakeBookmarks m_bookmarks;
+    FakeResources m_resources;
+    FakeLog m_log;
+    std::unique_ptr<SoundPlayer> m_player;
+
+    bool isIdle() const {
+        return m_audio.sounding.isEmpty() && !m_player->isPlaying() && m_player->currentPreviewId().isNull();
+    }
+
+private Q_SLOTS:
+    void init() {
+        m_audio = {};
+        m_bookmarks = {};
+        m_resources = {};
+        m_log.lines.clear();
+        m_player = std::make_unique<SoundPlayer>(m_audio, m_bookmarks, m_resources, m_log);
+    }
+    void cleanup() { m_player.reset(); }
+
+    void anAlarmLoopsAtItsVolumeUntilStopped() {
+        AlarmGroup group;
+        group.volume = 0.35F;
+        m_player->play(group, true, alarmId);
+        QCOMPARE(m_audio.sounding, (QList<Sound>{{glass, 0.35F, -1}}));
+        QVERIFY(m_player->isPlaying());
+        QCOMPARE(m_player->currentPreviewId(), alarmId);
+        m_player->stop();
+        QVERIFY(isIdle());
+    }
+
+    void previewsReplaceEachOther() {
+        const AlarmGroup a;
+        const AlarmGroup b;
+        m_player->togglePreview(a);
+        QCOMPARE(m_player->currentPreviewId(), a.idText());
+        QCOMPARE(m_audio.sounding, (QList<Sound>{{glass, 0.8F, 0}}));
+        m_player->togglePreview(b);
+        QCOMPARE(m_player->currentPreviewId(), b.idText());
+        QCOMPARE(m_audio.sounding.size(), 1);
+        m_player->preview(QStringLiteral("wakeup_pulse"), 0.5F);
+        QCOMPARE(m_player->currentPreviewId(), QStringLiteral("__preview__"));
+        QCOMPARE(m_audio.sounding,
+                 (QList<Sound>{{QStringLiteral("/resources/Sounds/wakeup_pulse.mp3"), 0.5F, 0}}));
+        m_player->togglePreview(b);
+        m_player->togglePreview(b);
+        QVERIFY(isIdle());
+        QVERIFY(m_log.lines.isEmpty());
+    }
+
+    void aFileOfTheUsersComesFirst() {
+        AlarmGroup group;
+        group.customSoundPath = base64(QStringLiteral("bookmark:/music/海.mp3"));
+        m_player->play(group, true, alarmId);
+        QCOMPARE(m_audio.sounding.first().path, QStringLiteral("/music/海.mp3"));
+        QCOMPARE(m_bookmarks.accessed, QStringList{QStringLiteral("/music/海.mp3")});
+        m_player->stop();
+        group.customSoundPath = QString();
+        m_player->play(group, true, alarmId);
+        QCOMPARE(m_audio.sounding.first().path, glass);
+    }
+
+    void failures_data() {
+        QTest::addColumn<QString>("customSoundPath");
+        QTest::addColumn<QString>("soundName");
+        QTest::addColumn<QStringList>("lines");
+        const QString notFound = QStringLiteral("[SoundPlayer] Sound not found: ");
+        const QString lost = QStringLiteral("[SoundPlayer] resolve bookmark error: no such file");
+        QTest::newRow("no such sound")
+            << QString() << QStringLiteral("nope") << QStringList{notFound + QStringLiteral("nope")};
+        QTest::newRow("not Base64") << QStringLiteral("%%%") << QStringLiteral("morning_glass")
+                                    << QStringList{notFound + QStringLiteral("morning_glass")};
+        QTest::newRow("lost file") << base64(QStringLiteral("bookmark:/lost.mp3"))
+                                   << QStringLiteral("morning_glass")
+                                   << QStringList{lost, notFound + QStringLiteral("morning_glass")};
+        QTest::newRow("unreadable") << base64(QStringLiteral("bookmark:/locked.mp3")) << QString()
+                                    << QStringList{
+                                           QStringLiteral("[SoundPlayer] play error: permission denied")};
+    }
+    void failures() {
+        QFETCH(QString, customSoundPath);
+        QFETCH(QString, soundName);
+        QFETCH(QStringList, lines);
+        m_bookmarks.lost.append(QStringLiteral("/lost.mp3"));
+        m_audio.unreadable.insert(QStringLiteral("/locked.mp3"), QStringLiteral("permission denied"));
+        AlarmGroup group;
+        group.customSoundPath = customSoundPath;
+        group.soundName = soundName;
+        m_player->play(group, true, alarmId);
+        QCOMPARE(m_log.lines, lines);
+        QVERIFY(isIdle());
+    }
+
+    void aRefusedContentEndsIdle() {
+        m_player->play({}, true, alarmId);
+        m_audio.refuse(QStringLiteral("not a sound"));
+        QVERIFY(isIdle());
+        m_player->preview(QStringLiteral("morning_glass"), 1);
+        m_audio.refuse(QStringLiteral("not a sound"));
+        QVERIFY(isIdle());
+        QCOMPARE(m_log.take(), (QStringList{QStringLiteral("[SoundPlayer] play error: not a sound"),
+                                            QStringLiteral("[SoundPlayer] preview error: not a sound")}));
+        m_audio.unreadable.insert(glass, QStringLiteral("broken"));
+        m_player->preview(QStringLiteral("morning_glass"), 1);
+        QCOMPARE(m_log.take(), QStringList{QStringLiteral("[SoundPlayer] preview error: broken")});
+        m_player->preview(QStringLiteral("nope"), 1);
+        QVERIFY(m_log.lines.isEmpty() && isIdle());
+    }
+
+    void soundsLieInTheirFolderOrAtTheTop() {
+        m_resources.files.insert(QStringLiteral("/resources/extra.mp3"));
+        QCOMPARE(m_player->builtInSoundURL(QStringLiteral("morning_glass")), glass);
+        QCOMPARE(m_player->builtInSoundURL(QStringLiteral("extra")), QStringLiteral("/resources/extra.mp3"));
+        QVERIFY(!m_player->builtInSoundURL(QStringLiteral("nope")));
+        m_resources.hasSoundsFolder = false;
+        QVERIFY(!m_player->builtInSoundURL(QStringLiteral("morning_glass")));
+        QVERIFY(m_player->builtInSoundURL(QStringLiteral("extra")));
+    }
+
+    void theCatalogueNamesElevenSounds() {
+        QSet<QString> ids;
+        for (const SoundEntry &sound : builtInSounds()) {
+            ids.insert(sound.id);
+        }
+        QCOMPARE(ids.size(), 11);
+        QCOMPARE(builtInSounds().first().id, AlarmGroup().soundName);
+    }
+};
+
+QTEST_GUILESS_MAIN(SoundPlayerTest)
+#include "SoundPlayerTest.moc"

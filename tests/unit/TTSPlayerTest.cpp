@@ -1,0 +1,121 @@
+#include "TTSPlayer.h"
+
+#include "FakeLog.h"
+#include "FakeRunLoop.h"
+#include "FakeSpeechSynthesizers.h"
+
+#include <QTest>
+
+using namespace kova;
+using namespace std::chrono_literals;
+
+class TTSPlayerTest : public QObject {
+    Q_OBJECT
+
+    FakeClock m_clock;
+    FakeSpeechSynthesizers m_speech;
+    FakeLog m_log;
+    std::unique_ptr<FakeRunLoop> m_runLoop;
+    std::unique_ptr<TTSPlayer> m_player;
+
+    const QString m_first = QStringLiteral("朝です");
+    const QString m_second = QStringLiteral("起きて");
+
+private Q_SLOTS:
+    void init() {
+        m_speech = {};
+        m_log.lines.clear();
+        m_runLoop = std::make_unique<FakeRunLoop>(m_clock);
+        m_player = std::make_unique<TTSPlayer>(m_speech, *m_runLoop, m_log);
+    }
+    void cleanup() { m_player.reset(); }
+
+    void aLoopedMessageRepeatsAfterAPause() {
+        m_player->speak(m_first, 0.8F, true);
+        QCOMPARE(m_speech.volume, 0.8F);
+        for (int round = 1; round <= 3; ++round) {
+            QCOMPARE(m_speech.reading, m_first);
+            m_speech.finish();
+            m_runLoop->advance(1499ms);
+            QCOMPARE(m_speech.readings.size(), round);
+            m_runLoop->advance(1ms);
+        }
+        QCOMPARE(m_log.lines,
+                 QStringList{QStringLiteral("[TTSPlayer] speaking: \"朝です\" vol=0.8 loop=true")});
+    }
+
+    void aTryOutIsReadOnce() {
+        m_player->speak(m_first, 1, false);
+        m_speech.finish();
+        m_runLoop->advance(60s);
+        QCOMPARE(m_speech.readings, QStringList{m_first});
+        QCOMPARE(m_log.lines,
+                 QStringList{QStringLiteral("[TTSPlayer] speaking: \"朝です\" vol=1.0 loop=false")});
+    }
+
+    void anInterruptedReadingIsNotRepeated() {
+        m_player->speak(m_first, 1, true);
+        m_speech.finish(false);
+        m_runLoop->advance(60s);
+        QCOMPARE(m_speech.readings.size(), 1);
+    }
+
+    void stopCancelsThePendingRepeat() {
+        m_player->speak(m_first, 1, true);
+        m_speech.finish();
+        m_runLoop->advance(1s);
+        m_player->stop();
+        m_runLoop->advance(60s);
+        QCOMPARE(m_speech.readings.size(), 1);
+        QVERIFY(m_speech.reading.isNull());
+    }
+
+    void aLateRepeatNeverCutsOffANewerReading() {
+        m_player->speak(m_first, 1, true);
+        m_speech.finish();
+        m_runLoop->advance(1s);
+        m_player->speak(m_second, 1, true);
+        m_runLoop->advance(10s);
+        QCOMPARE(m_speech.readings, (QStringList{m_first, m_second}));
+        m_speech.finish();
+        m_runLoop->advance(1500ms);
+        QCOMPARE(m_speech.readings.last(), m_second);
+        QCOMPARE(m_speech.readings.size(), 3);
+    }
+
+    void anEmptyTextOnlySilences() {
+        m_player->speak(m_first, 1, true);
+        m_log.lines.clear();
+        m_player->speak(QString(), 1, true);
+        m_runLoop->advance(60s);
+        QVERIFY(m_speech.reading.isNull() && m_log.lines.isEmpty());
+    }
+
+    void volumesAreLoggedInTheirShortestForm_data() {
+        QTest::addColumn<float>("volume");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("0") << 0.0F << QStringLiteral("vol=0.0 ");
+        QTest::newRow("0.05") << 0.05F << QStringLiteral("vol=0.05 ");
+        QTest::newRow("1/3") << 1.0F / 3 << QStringLiteral("vol=0.33333334 ");
+        QTest::newRow("20") << 20.0F << QStringLiteral("vol=20.0 ");
+        QTest::newRow("1e-7") << 1e-7F << QStringLiteral("vol=1e-07 ");
+    }
+    void volumesAreLoggedInTheirShortestForm() {
+        QFETCH(float, volume);
+        QFETCH(QString, text);
+        m_player->speak(QStringLiteral("%1 %2"), volume, false);
+        QVERIFY2(m_log.lines.first().contains(text), qPrintable(m_log.lines.first()));
+        QVERIFY(m_log.lines.first().contains(QStringLiteral("\"%1 %2\"")));
+    }
+
+    void aPendingRepeatDoesNotOutliveThePlayer() {
+        m_player->speak(m_first, 1, true);
+        m_speech.finish();
+        m_player.reset();
+        m_runLoop->advance(60s);
+        QCOMPARE(m_speech.readings.size(), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(TTSPlayerTest)
+#include "TTSPlayerTest.moc"

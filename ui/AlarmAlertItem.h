@@ -1,0 +1,38 @@
+#pragma once
+
+#include "AlarmScheduler.h"
+
+#include <QObject>
+#include <qqmlregistration.h>
+
+namespace kova {
+
+/// A ringing alarm as the alert shows it.
+class AlarmAlertItem {
+    Q_GADGET
+    QML_VALUE_TYPE(alarmAlertItem)
+    Q_PROPERTY(QString id READ id)
+    Q_PROPERTY(QString timeText READ alertTimeText)
+    Q_PROPERTY(QString label READ label)
+    Q_PROPERTY(QString positionText READ positionText)
+
+public:
+    AlarmAlertItem() = default;
+    explicit AlarmAlertItem(FiringAlarm alarm) : m_alarm(std::move(alarm)) {}
+
+    /// Items with the same id are the same presentation.
+    QString id() const;
+
+    /// The planned time of the alarm, not the moment of firing.
+    QString alertTimeText() const;
+
+    QString label() const { return m_alarm.group.label; }
+
+    /// "アラーム 2 / 3".
+    QString positionText() const;
+
+private:
+    FiringAlarm m_alarm{};
+};
+
+} // namespace kova

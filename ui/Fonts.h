@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QObject>
+#include <qqmlregistration.h>
+
+namespace kova {
+
+/// The families of the system font's designs.
+class Fonts : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(QString monospaced READ monospaced CONSTANT)
+    Q_PROPERTY(QString rounded READ rounded CONSTANT)
+
+public:
+    /// The system's fixed-pitch font.
+    QString monospaced() const;
+
+    /// The first rounded family that is installed, else the system font.
+    QString rounded() const;
+};
+
+} // namespace kova

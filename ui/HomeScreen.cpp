@@ -1,0 +1,73 @@
+#include "HomeScreen.h"
+
+#include <algorithm>
+
+namespace kova {
+
+HomeScreen::HomeScreen(AlarmViewModel &store, SoundPlayer &soundPlayer, AlarmScheduler &scheduler,
+                       PowerManager &powerManager)
+    : m_store(store),
+      m_soundPlayer(soundPlayer),
+      m_scheduler(scheduler),
+      m_powerManager(powerManager),
+      m_selection(store, soundPlayer),
+      m_groups(store, m_selection) {
+    connect(&m_store, &AlarmViewModel::isEditingChanged, this, &HomeScreen::isEditingChanged);
+    connect(&powerManager, &PowerManager::isPreventingSleepChanged, this,
+            &HomeScreen::isPreventingSleepChanged);
+    connect(&soundPlayer, &SoundPlayer::currentPreviewIdChanged, this, &HomeScreen::currentPreviewIdChanged);
+    connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &HomeScreen::alertChanged);
+}
+
+AlarmAlertItem HomeScreen::alert() const {
+    return m_scheduler.activeAlarm() ? AlarmAlertItem(*m_scheduler.activeAlarm()) : AlarmAlertItem();
+}
+
+void HomeScreen::add() {
+    m_store.startEditing(AlarmGroup());
+}
+
+void HomeScreen::toggle(const QString &groupId) {
+    if (!m_selection.editMode()) {
+        m_store.toggleGroup(QUuid::fromString(groupId));
+    }
+}
+
+void HomeScreen::preview(const QString &groupId) {
+    if (const AlarmGroup *group = find(groupId); group && !m_selection.editMode()) {
+        m_soundPlayer.togglePreview(*group);
+    }
+}
+
+void HomeScreen::duplicate(const QString &groupId) {
+    if (const AlarmGroup *group = find(groupId); group && !m_selection.editMode()) {
+        m_store.duplicateGroup(AlarmGroup(*group));
+    }
+}
+
+void HomeScreen::click(const QString &groupId) {
+    if (!m_selection.editMode()) {
+        m_soundPlayer.stop();
+    }
+    edit(groupId);
+}
+
+void HomeScreen::edit(const QString &groupId) {
+    if (const AlarmGroup *group = find(groupId)) {
+        m_store.startEditing(*group);
+    }
+}
+
+void HomeScreen::remove(const QString &groupId) {
+    m_store.deleteGroup(QUuid::fromString(groupId));
+}
+
+const AlarmGroup *HomeScreen::find(const QString &groupId) const {
+    const QList<AlarmGroup> &groups = m_store.groups();
+    const QUuid id = QUuid::fromString(groupId);
+    const auto found = std::find_if(groups.cbegin(), groups.cend(),
+                                    [&id](const AlarmGroup &group) { return group.id == id; });
+    return found == groups.cend() ? nullptr : &*found;
+}
+
+} // namespace kova

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QObject>
+#include <QSet>
+#include <QUuid>
+#include <qqmlregistration.h>
+
+namespace kova {
+
+class AlarmViewModel;
+class SoundPlayer;
+
+/// The edit mode of the home list: which groups are selected, and their deletion after a confirmation.
+/// Main thread.
+class HomeSelection : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the home screen")
+    Q_PROPERTY(bool editMode READ editMode NOTIFY editModeChanged)
+    Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY textsChanged)
+    Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm NOTIFY showDeleteConfirmChanged)
+    Q_PROPERTY(QString editModeText READ editModeText NOTIFY editModeChanged)
+    Q_PROPERTY(QString selectAllText READ selectAllText NOTIFY textsChanged)
+    Q_PROPERTY(QString deleteText READ deleteText NOTIFY textsChanged)
+    Q_PROPERTY(QString deleteConfirmText READ deleteConfirmText NOTIFY textsChanged)
+
+public:
+    /// Both must outlive the selection.
+    HomeSelection(AlarmViewModel &store, SoundPlayer &soundPlayer);
+
+    bool editMode() const { return m_editMode; }
+    const QSet<QUuid> &selected() const { return m_selected; }
+    bool contains(const QUuid &id) const { return m_selected.contains(id); }
+    bool isEmpty() const { return m_selected.isEmpty(); }
+    bool showDeleteConfirm() const { return m_showDeleteConfirm; }
+
+    QString editModeText() const;
+    QString selectAllText() const;
+    QString deleteText() const;
+    QString deleteConfirmText() const;
+
+    /// Leaving the edit mode empties the selection and ends a preview.
+    Q_INVOKABLE void toggleEditMode();
+    Q_INVOKABLE void toggle(const QString &groupId);
+    Q_INVOKABLE void toggleAll();
+
+    Q_INVOKABLE void askToDelete();
+    Q_INVOKABLE void cancelDeletion();
+    Q_INVOKABLE void confirmDeletion();
+
+Q_SIGNALS:
+    void editModeChanged();
+    void selectionChanged(const QSet<QUuid> &changed); ///< those that joined or left
+    void textsChanged();
+    void showDeleteConfirmChanged();
+
+private:
+    bool isAllSelected() const;
+    void setEditMode(bool editMode);
+    void setSelected(const QSet<QUuid> &selected);
+    void setShowDeleteConfirm(bool show);
+
+    AlarmViewModel &m_store;
+    SoundPlayer &m_soundPlayer;
+    bool m_editMode = false;
+    QSet<QUuid> m_selected;
+    bool m_showDeleteConfirm = false;
+};
+
+} // namespace kova

@@ -1,0 +1,57 @@
+#include "MenuBarContent.h"
+
+#include "AlarmTimes.h"
+
+#include <algorithm>
+
+namespace kova {
+
+namespace {
+
+constexpr qsizetype shownGroups = 5;
+
+MenuBarEntry groupLine(const AlarmGroup &group) {
+    const QString time = timeText(group.targetHour, group.targetMinute);
+    return {.kind = MenuBarEntry::Group,
+            .text = group.label.isEmpty() ? time : time + QStringLiteral("  ") + group.label,
+            .isEnabled = group.isEnabled};
+}
+
+QList<MenuBarEntry> summary(const QList<AlarmGroup> &groups) {
+    if (groups.isEmpty()) {
+        return {{MenuBarEntry::Empty, QStringLiteral("アラームなし")}};
+    }
+    const auto enabled = std::count_if(groups.cbegin(), groups.cend(),
+                                       [](const AlarmGroup &group) { return group.isEnabled; });
+    QList<MenuBarEntry> lines{
+        {MenuBarEntry::Summary, QStringLiteral("有効: %1 / %2").arg(enabled).arg(groups.size())},
+        {MenuBarEntry::Separator, {}},
+    };
+    for (const AlarmGroup &group : groups.first(std::min(groups.size(), shownGroups))) {
+        lines << groupLine(group);
+    }
+    if (groups.size() > shownGroups) {
+        lines << MenuBarEntry{MenuBarEntry::More,
+                              QStringLiteral("他 %1件...").arg(groups.size() - shownGroups)};
+    }
+    return lines;
+}
+
+} // namespace
+
+QList<MenuBarEntry> menuBarContent(const QList<AlarmGroup> &groups, bool isPreventingSleep) {
+    QList<MenuBarEntry> lines{
+        {MenuBarEntry::Heading, QStringLiteral("KOVA アラーム")},
+        {MenuBarEntry::Separator, {}},
+    };
+    lines << summary(groups) << MenuBarEntry{MenuBarEntry::Separator, {}};
+    if (isPreventingSleep) {
+        lines << MenuBarEntry{MenuBarEntry::SleepPrevention, QStringLiteral("スリープ防止中")};
+    }
+    lines << MenuBarEntry{MenuBarEntry::Separator, {}}
+          << MenuBarEntry{MenuBarEntry::ShowWindow, QStringLiteral("ウィンドウを表示")}
+          << MenuBarEntry{MenuBarEntry::Quit, QStringLiteral("終了")};
+    return lines;
+}
+
+} // namespace kova

@@ -1,0 +1,75 @@
+#include "Symbol.h"
+
+#include "symbolImage.h"
+
+#include <QQuickWindow>
+#include <QSGImageNode>
+#include <memory>
+
+namespace kova {
+
+Symbol::Symbol(QQuickItem *parent) : QQuickItem(parent) {
+    setFlag(ItemHasContents);
+}
+
+void Symbol::setName(const QString &name) {
+    if (m_name != name) {
+        m_name = name;
+        updateImplicitSize();
+        Q_EMIT nameChanged();
+    }
+}
+
+void Symbol::setSize(qreal size) {
+    if (m_size != size) {
+        m_size = size;
+        updateImplicitSize();
+        Q_EMIT sizeChanged();
+    }
+}
+
+void Symbol::setColor(const QColor &color) {
+    if (m_color != color) {
+        m_color = color;
+        update();
+        Q_EMIT colorChanged();
+    }
+}
+
+void Symbol::updateImplicitSize() {
+    if (!m_name.isEmpty() && m_size > 0) {
+        const QSize size = symbolSize(m_name, m_size);
+        setImplicitSize(size.width(), size.height());
+        update();
+    }
+}
+
+// The drawing keeps its size and stands in the middle of the item.
+QSGNode *Symbol::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *) {
+    const qreal devicePixelRatio = window()->effectiveDevicePixelRatio();
+    const QImage image = symbolImage(m_name, m_size, m_color, devicePixelRatio);
+    if (image.isNull()) {
+        delete oldNode;
+        return nullptr;
+    }
+    auto *node = static_cast<QSGImageNode *>(oldNode);
+    if (!node) {
+        node = window()->createImageNode();
+        node->setOwnsTexture(true);
+        node->setFiltering(QSGTexture::Linear);
+    }
+    node->setTexture(window()->createTextureFromImage(image, QQuickWindow::TextureHasAlphaChannel));
+    const QSizeF size = QSizeF(image.size()) / devicePixelRatio;
+    node->setRect(QRectF(
+        QPointF(std::round((width() - size.width()) / 2), std::round((height() - size.height()) / 2)), size));
+    return node;
+}
+
+void Symbol::itemChange(ItemChange change, const ItemChangeData &value) {
+    if (change == ItemDevicePixelRatioHasChanged) {
+        update();
+    }
+    QQuickItem::itemChange(change, value);
+}
+
+} // namespace kova

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QColor>
+#include <QQuickItem>
+#include <qqmlregistration.h>
+
+namespace kova {
+
+/// One of the interface's symbols, sized like text of a font size and drawn in one colour.
+class Symbol : public QQuickItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QString name MEMBER m_name WRITE setName NOTIFY nameChanged REQUIRED)
+    /// The font size beside which the symbol looks right, in logical pixels.
+    Q_PROPERTY(qreal size MEMBER m_size WRITE setSize NOTIFY sizeChanged REQUIRED)
+    Q_PROPERTY(QColor color MEMBER m_color WRITE setColor NOTIFY colorChanged REQUIRED)
+
+public:
+    explicit Symbol(QQuickItem *parent = nullptr);
+
+    void setName(const QString &name);
+    void setSize(qreal size);
+    void setColor(const QColor &color);
+
+Q_SIGNALS:
+    void nameChanged();
+    void sizeChanged();
+    void colorChanged();
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *data) override;
+    void itemChange(ItemChange change, const ItemChangeData &value) override;
+
+private:
+    void updateImplicitSize();
+
+    QString m_name;
+    qreal m_size = 0;
+    QColor m_color;
+};
+
+} // namespace kova

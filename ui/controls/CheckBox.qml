@@ -1,0 +1,52 @@
+import QtQuick 2.15
+import QtQuick.Templates as T
+import Kova
+
+// React to `toggled`: it tells only of the user's flips.
+T.CheckBox {
+    id: control
+
+    function flip() {
+        toggle();
+        toggled();
+    }
+
+    font.pixelSize: 13
+    implicitHeight: Math.ceil(Math.max(implicitContentHeight, 16))
+    implicitWidth: Math.ceil(implicitContentWidth)
+    opacity: enabled ? 1 : 0.4
+
+    contentItem: Text {
+        color: Palette.textPrimary
+        font: control.font
+        leftPadding: 16 + control.spacing
+        text: control.text
+        verticalAlignment: Text.AlignVCenter
+    }
+    indicator: ContinuousRectangle {
+        borderColor: Qt.alpha(Palette.textSecondary, 0.7)
+        borderWidth: control.checked ? 0 : 1
+        color: control.checked ? Palette.accent : Qt.alpha(Palette.textPrimary, control.hovered ? 0.14 : 0.08)
+        height: 16
+        opacity: control.down ? 0.7 : 1
+        radius: 4.5
+        width: 16
+        y: Math.round((control.height - height) / 2)
+
+        FocusRing {
+            cornerRadius: 4.5
+            shown: control.visualFocus
+        }
+        Symbol {
+            anchors.centerIn: parent
+            color: "black"
+            name: "checkmark"
+            size: 10
+            visible: control.checked
+        }
+    }
+    spacing: 8
+
+    Keys.onEnterPressed: flip()
+    Keys.onReturnPressed: flip()
+}

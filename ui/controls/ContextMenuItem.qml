@@ -1,0 +1,31 @@
+import QtQuick 2.15
+import QtQuick.Templates as T
+import Kova
+
+T.MenuItem {
+    id: item
+
+    property bool isDestructive: false
+
+    Accessible.name: text
+    font.pixelSize: 13
+    implicitHeight: 24
+    implicitWidth: 140
+    leftPadding: 10
+    rightPadding: 10
+
+    background: ContinuousRectangle {
+        color: !item.highlighted ? "transparent" : item.isDestructive ? Palette.danger : Palette.accent
+        radius: 5
+    }
+    contentItem: Text {
+        color: item.highlighted ? (item.isDestructive ? "white" : "black") : item.isDestructive ? Qt.lighter(Palette.danger, 1.25) : Palette.textPrimary
+        elide: Text.ElideRight
+        font: item.font
+        text: item.text
+        verticalAlignment: Text.AlignVCenter
+    }
+
+    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: click()
+}

@@ -1,0 +1,42 @@
+import QtQuick 2.15
+import QtQuick.Templates as T
+import Kova
+
+// One entry of a picker, with a mark when it is the chosen one.
+T.ItemDelegate {
+    id: item
+
+    required property int index
+    readonly property PickerList list: ListView.view as PickerList
+    required property string modelData
+
+    font.pixelSize: 13
+    height: 24
+    highlighted: ListView.isCurrentItem
+    leftPadding: 24
+    text: modelData
+    width: list ? list.width : 0
+
+    background: ContinuousRectangle {
+        anchors.fill: parent
+        anchors.leftMargin: 4
+        anchors.rightMargin: 12
+        color: item.highlighted ? Palette.accent : "transparent"
+        radius: 5
+    }
+    contentItem: Text {
+        color: item.highlighted ? "black" : Palette.textPrimary
+        font: item.font
+        text: item.text
+        verticalAlignment: Text.AlignVCenter
+    }
+
+    Symbol {
+        anchors.verticalCenter: parent.verticalCenter
+        color: item.highlighted ? "black" : Palette.textPrimary
+        name: "checkmark"
+        size: 9
+        visible: item.list !== null && item.list.chosenIndex === item.index
+        x: 9
+    }
+}

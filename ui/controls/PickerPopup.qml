@@ -1,0 +1,35 @@
+import QtQuick 2.15
+import QtQuick.Templates as T
+import Kova
+
+// The open list of a picker, its chosen entry over the picker.
+T.Popup {
+    id: popup
+
+    required property T.ComboBox picker
+    readonly property int rowHeight: 24
+    readonly property int rowsAbove: picker.currentIndex < 4 ? Math.max(picker.currentIndex, 0) : Math.max(4, picker.currentIndex - (picker.count - rowsShown))
+    readonly property int rowsShown: Math.min(picker.count, 9)
+
+    bottomPadding: 4
+    height: rowsShown * rowHeight + 8
+    margins: 4
+    topPadding: 4
+    width: picker.width + 16
+    x: -14
+    y: -rowsAbove * rowHeight - 4 + (picker.height - rowHeight) / 2
+
+    background: ContinuousRectangle {
+        borderColor: Qt.alpha(Palette.textPrimary, 0.16)
+        borderWidth: 1
+        color: Palette.surface
+        radius: 8
+    }
+    contentItem: PickerList {
+        chosenIndex: popup.picker.currentIndex
+        currentIndex: popup.picker.highlightedIndex
+        model: popup.picker.delegateModel
+    }
+
+    onAboutToShow: (contentItem as PickerList).positionViewAtIndex(Math.max(picker.currentIndex, 0) - rowsAbove, ListView.Beginning)
+}

@@ -1,0 +1,81 @@
+import QtQuick 2.15
+import QtQuick.Templates as T
+import Kova
+
+// A pop-up list of texts that opens with the chosen one over the picker. Typed digits choose the entry of that
+// number. React to `activated`.
+T.ComboBox {
+    id: picker
+
+    // The digits typed shortly before.
+    property string typed
+
+    function choose(digit) {
+        for (const text of [typed + digit, digit]) {
+            const found = Math.max(find(text), find("0" + text));
+            if (found >= 0) {
+                typed = text;
+                typing.restart();
+                popup.close();
+                activated(found);
+                return;
+            }
+        }
+    }
+
+    implicitHeight: 26
+    implicitWidth: 70
+    leftPadding: 10
+    opacity: enabled ? 1 : 0.4
+    rightPadding: 20
+
+    background: ContinuousRectangle {
+        color: Qt.alpha(Palette.textPrimary, picker.down ? 0.18 : picker.hovered ? 0.14 : 0.1)
+        radius: 6
+
+        FocusRing {
+            cornerRadius: 6
+            shown: picker.visualFocus
+        }
+    }
+    contentItem: Text {
+        color: Palette.textPrimary
+        font: picker.font
+        text: picker.displayText
+        verticalAlignment: Text.AlignVCenter
+    }
+    delegate: PickerItem {
+    }
+    indicator: Symbol {
+        color: Palette.textSecondary
+        name: "chevron.up.chevron.down"
+        size: 10
+        x: picker.width - width - 6
+        y: Math.round((picker.height - height) / 2)
+    }
+    popup: PickerPopup {
+        picker: picker
+    }
+
+    Keys.onEnterPressed: event => {
+        event.accepted = !popup.visible;
+        popup.open();
+    }
+    Keys.onPressed: event => {
+        event.accepted = /^[0-9]$/.test(event.text);
+        if (event.accepted)
+            choose(event.text);
+    }
+    Keys.onReturnPressed: event => {
+        event.accepted = !popup.visible;
+        popup.open();
+    }
+
+    Timer {
+        id: typing
+
+        interval: 1000
+
+        onTriggered: picker.typed = ""
+    }
+}

@@ -1,0 +1,21 @@
+import QtQuick.Templates as T
+import Kova
+
+// Always shown while there is something to scroll.
+T.ScrollBar {
+    id: bar
+
+    implicitHeight: 10
+    implicitWidth: 10
+    minimumSize: 0.08
+    padding: 2
+    policy: size < 1 ? T.ScrollBar.AlwaysOn : T.ScrollBar.AlwaysOff
+    visible: policy === T.ScrollBar.AlwaysOn
+
+    contentItem: ContinuousRectangle {
+        color: Qt.alpha(Palette.textPrimary, bar.pressed ? 0.45 : bar.hovered ? 0.35 : 0.22)
+        implicitHeight: 6
+        implicitWidth: 6
+        radius: 3
+    }
+}

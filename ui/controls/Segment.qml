@@ -1,0 +1,31 @@
+import QtQuick 2.15
+import QtQuick.Templates as T
+import Kova
+
+// The Tab key stops at the chosen segment only; the arrow keys go on from there.
+T.AbstractButton {
+    id: segment
+
+    required property bool isChosen
+
+    Accessible.checkable: true
+    Accessible.checked: isChosen
+    Accessible.role: Accessible.RadioButton
+    activeFocusOnTab: isChosen
+    font.pixelSize: 12
+    height: parent.height
+    opacity: down ? 0.7 : 1
+
+    contentItem: Text {
+        color: segment.isChosen ? Palette.textPrimary : Palette.textSecondary
+        font: segment.font
+        horizontalAlignment: Text.AlignHCenter
+        text: segment.text
+        verticalAlignment: Text.AlignVCenter
+    }
+
+    FocusRing {
+        cornerRadius: 6
+        shown: segment.visualFocus
+    }
+}

@@ -1,0 +1,33 @@
+import QtQuick 2.15
+import Kova
+
+// A round mark that its user checks: the model's state alone decides what it shows.
+PlainButton {
+    id: mark
+
+    required property bool isSelected
+
+    Accessible.checkable: true
+    Accessible.checked: isSelected
+    Accessible.role: Accessible.CheckBox
+    cornerRadius: 11
+    implicitHeight: 22
+    implicitWidth: 22
+
+    contentItem: Item {
+        ContinuousRectangle {
+            anchors.fill: parent
+            borderColor: mark.isSelected ? Palette.accent : Palette.textSecondary
+            borderWidth: 2
+            color: mark.isSelected ? Palette.accent : "transparent"
+            radius: 11
+        }
+        Symbol {
+            anchors.centerIn: parent
+            color: "black"
+            name: "checkmark"
+            size: 11
+            visible: mark.isSelected
+        }
+    }
+}

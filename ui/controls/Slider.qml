@@ -1,0 +1,43 @@
+import QtQuick.Templates as T
+import Kova
+
+// React to `moved`: it tells only of the user's changes.
+T.Slider {
+    id: slider
+
+    implicitHeight: 20
+    implicitWidth: 100
+    opacity: enabled ? 1 : 0.4
+    snapMode: T.Slider.SnapAlways
+
+    background: ContinuousRectangle {
+        color: Qt.alpha(Palette.textSecondary, 0.35)
+        height: 4
+        radius: 2
+        width: slider.availableWidth
+        x: slider.leftPadding
+        y: Math.round((slider.height - height) / 2)
+
+        ContinuousRectangle {
+            color: Palette.accent
+            height: parent.height
+            radius: 2
+            width: Math.round(slider.visualPosition * (slider.availableWidth - slider.handle.width) + slider.handle.width / 2)
+        }
+    }
+    handle: ContinuousRectangle {
+        borderColor: Qt.alpha("black", 0.25)
+        borderWidth: 1
+        color: slider.pressed ? "#e2e4e8" : "white"
+        height: 16
+        radius: 8
+        width: 16
+        x: Math.round(slider.leftPadding + slider.visualPosition * (slider.availableWidth - width))
+        y: Math.round((slider.height - height) / 2)
+
+        FocusRing {
+            cornerRadius: 8
+            shown: slider.visualFocus
+        }
+    }
+}

@@ -1,0 +1,50 @@
+import QtQuick 2.15
+import QtQuick.Templates as T
+import Kova
+
+// React to `toggled`: it tells only of the user's flips.
+T.Switch {
+    id: control
+
+    implicitHeight: 22
+    implicitWidth: 38
+
+    indicator: ContinuousRectangle {
+        color: control.checked ? Palette.accent : Qt.alpha(Palette.textSecondary, 0.4)
+        height: control.height
+        opacity: control.enabled ? 1 : 0.4
+        radius: height / 2
+        width: control.width
+
+        ContinuousRectangle {
+            color: control.down ? "#e6e6e6" : "white"
+            height: parent.height - 4
+            radius: height / 2
+            width: height
+            x: 2 + control.visualPosition * (parent.width - width - 4)
+            y: 2
+
+            Behavior on x  {
+                enabled: !control.down
+
+                NumberAnimation {
+                    duration: 120
+                    easing.type: Easing.OutCubic
+                }
+            }
+        }
+    }
+
+    Keys.onEnterPressed: flip()
+    Keys.onReturnPressed: flip()
+
+    function flip() {
+        toggle();
+        toggled();
+    }
+
+    FocusRing {
+        cornerRadius: 11
+        shown: control.visualFocus
+    }
+}

@@ -1,0 +1,59 @@
+#include "symbolImage.h"
+
+#include <QPainter>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+namespace kova {
+
+namespace {
+
+// The drawings fill a square 1.25 times as high as the font, 20 units on a side.
+constexpr qreal heightPerFontSize = 1.25;
+
+QString drawing(const QString &name) {
+    return QStringLiteral(":/symbols/%1.svg").arg(name);
+}
+
+QSize scaled(const QSizeF &viewBox, qreal fontSize) {
+    const qreal height = std::round(fontSize * heightPerFontSize);
+    return viewBox.isEmpty()
+               ? QSize()
+               : QSizeF(std::round(height * viewBox.width() / viewBox.height()), height).toSize();
+}
+
+} // namespace
+
+QSize symbolSize(const QString &name, qreal fontSize) {
+    const QSvgRenderer renderer(drawing(name));
+    return renderer.isValid() ? scaled(renderer.viewBoxF().size(), fontSize) : QSize();
+}
+
+QImage symbolImage(const QString &name, qreal fontSize, const QColor &color, qreal devicePixelRatio) {
+    const QString key = QStringLiteral("symbol %1 %2 %3 %4")
+                            .arg(name)
+                            .arg(fontSize)
+                            .arg(color.rgba(), 0, 16)
+                            .arg(devicePixelRatio);
+    QPixmap pixmap;
+    if (QPixmapCache::find(key, &pixmap)) {
+        return pixmap.toImage();
+    }
+    QSvgRenderer renderer(drawing(name));
+    if (!renderer.isValid()) {
+        return {};
+    }
+    const QSizeF size = QSizeF(scaled(renderer.viewBoxF().size(), fontSize)) * devicePixelRatio;
+    QImage image(size.toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    renderer.render(&painter, QRectF(QPointF(), QSizeF(image.size())));
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(image.rect(), color);
+    painter.end();
+    QPixmapCache::insert(key, QPixmap::fromImage(image));
+    return image;
+}
+
+} // namespace kova

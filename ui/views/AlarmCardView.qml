@@ -1,0 +1,142 @@
+import QtQuick 2.15
+import QtQuick.Templates as T
+import Kova
+
+// One group in the list. The buttons and the switch take their own clicks; a click anywhere else is the card's.
+Item {
+    id: card
+
+    required property bool isEnabled
+    required property bool isPreviewing
+    required property string label
+    required property string repeatDaysText
+    required property string sequenceText
+    required property string timeText
+
+    signal click
+    signal duplicate
+    signal preview
+    signal toggle
+
+    implicitHeight: Math.max(texts.implicitHeight, controls.implicitHeight) + 24
+
+    T.Button {
+        id: surface
+
+        Accessible.description: card.sequenceText === "" ? card.repeatDaysText : card.repeatDaysText + " " + card.sequenceText
+        Accessible.name: card.label === "" ? card.timeText : card.timeText + " " + card.label
+        anchors.fill: parent
+        objectName: "cardSurface"
+
+        background: ContinuousRectangle {
+            color: Palette.surface
+            radius: 12
+        }
+
+        Keys.onEnterPressed: click()
+        Keys.onReturnPressed: click()
+        onClicked: card.click()
+
+        FocusRing {
+            cornerRadius: 12
+            shown: surface.visualFocus
+        }
+    }
+    Column {
+        id: texts
+
+        objectName: "cardTexts"
+        spacing: 4
+
+        anchors {
+            left: parent.left
+            leftMargin: 14
+            right: controls.left
+            rightMargin: 12
+            verticalCenter: parent.verticalCenter
+        }
+        Text {
+            color: Palette.textSecondary
+            elide: Text.ElideRight
+            font.pixelSize: 11
+            maximumLineCount: 3
+            objectName: "cardLabel"
+            text: card.label
+            textFormat: Text.PlainText
+            visible: text !== ""
+            width: parent.width
+            wrapMode: Text.Wrap
+        }
+        Text {
+            color: Palette.accent
+            font.bold: true
+            font.family: Fonts.rounded
+            font.pixelSize: 32
+            objectName: "cardTime"
+            text: card.timeText
+            textFormat: Text.PlainText
+        }
+        Row {
+            objectName: "cardChips"
+            spacing: 6
+
+            InfoChip {
+                text: card.repeatDaysText
+            }
+            InfoChip {
+                text: card.sequenceText
+                visible: text !== ""
+            }
+        }
+    }
+    Row {
+        id: controls
+
+        objectName: "cardControls"
+        spacing: 4
+
+        anchors {
+            right: parent.right
+            rightMargin: 14
+            verticalCenter: parent.verticalCenter
+        }
+        SymbolButton {
+            anchors.verticalCenter: parent.verticalCenter
+            color: card.isPreviewing ? Palette.accent : Palette.textSecondary
+            height: 26
+            objectName: "previewButton"
+            symbol: card.isPreviewing ? "stop.fill" : "play.fill"
+            toolTip: card.isPreviewing ? "停止" : "プレビュー"
+            width: 26
+
+            onClicked: card.preview()
+        }
+        SymbolButton {
+            anchors.verticalCenter: parent.verticalCenter
+            color: Palette.textSecondary
+            height: 26
+            objectName: "duplicateButton"
+            symbol: "doc.on.doc"
+            toolTip: "複製"
+            width: 26
+
+            onClicked: card.duplicate()
+        }
+
+        // The model's state alone decides what the switch shows, whatever a flip did to it.
+        Switch {
+            id: enabledSwitch
+
+            Accessible.name: surface.Accessible.name
+            anchors.verticalCenter: parent.verticalCenter
+            checked: card.isEnabled
+            objectName: "enabledSwitch"
+            scale: 0.8
+
+            onToggled: {
+                card.toggle();
+                checked = Qt.binding(() => card.isEnabled);
+            }
+        }
+    }
+}

@@ -1,0 +1,115 @@
+import QtQuick 2.15
+import Kova
+
+// The one screen on which a group is made or changed. It stores nothing: its presenter does.
+Item {
+    id: view
+
+    // Of the background.
+    property real cornerRadius: 0
+    required property AlarmEditor editor
+
+    signal cancel
+    signal save
+
+    implicitHeight: 550
+    implicitWidth: 400
+
+    Component.onDestruction: editor.leave()
+
+    ContinuousRectangle {
+        anchors.fill: parent
+        color: Palette.background
+        radius: view.cornerRadius
+    }
+    ScrollArea {
+        anchors.fill: parent
+        contentHeight: column.implicitHeight + 40
+
+        Column {
+            id: column
+
+            spacing: 20
+            width: parent.width - 40
+            x: 20
+            y: 20
+
+            HeaderBar {
+                title: view.editor.isNew ? "新規アラーム" : "アラーム編集"
+                width: parent.width
+
+                onCancel: view.cancel()
+                onSave: view.save()
+            }
+            SectionCard {
+                title: "目標時刻"
+
+                TargetTimeSection {
+                    editor: view.editor
+                }
+            }
+            SectionCard {
+                isStretched: true
+                title: "ラベル"
+                width: parent.width
+
+                TextField {
+                    Accessible.name: "ラベル"
+                    font.pixelSize: 13
+                    placeholderText: "例: 朝のアラーム"
+                    text: view.editor.label
+                    width: parent.width
+
+                    onTextEdited: view.editor.label = text
+                }
+            }
+            SectionCard {
+                title: "繰り返し"
+
+                RepeatSection {
+                    editor: view.editor
+                }
+            }
+            SectionCard {
+                isStretched: true
+                title: "アラーム回数"
+                width: parent.width
+
+                CountSection {
+                    editor: view.editor
+                    width: parent.width
+                }
+            }
+            SectionCard {
+                isStretched: true
+                title: "サウンド"
+                width: parent.width
+
+                SoundSection {
+                    editor: view.editor
+                    width: parent.width
+                }
+            }
+            SectionCard {
+                isStretched: true
+                title: "音量"
+                width: parent.width
+
+                VolumeSection {
+                    editor: view.editor
+                    width: parent.width
+                }
+            }
+            SectionCard {
+                isStretched: true
+                title: "テキスト読み上げ (TTS)"
+                width: parent.width
+
+                SpeechSection {
+                    editor: view.editor
+                    width: parent.width
+                }
+            }
+        }
+    }
+}

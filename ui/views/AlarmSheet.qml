@@ -1,0 +1,53 @@
+import QtQuick 2.15
+import QtQuick.Templates as T
+import Kova
+
+// The ringing alarm in front of everything else in the window. Only its buttons end it: a press beside it or
+// Escape, perhaps meant for something else, must never silence an alarm.
+T.Popup {
+    id: sheet
+
+    required property alarmAlertItem alarm
+
+    signal end
+
+    closePolicy: T.Popup.NoAutoClose
+    focus: true
+    height: Math.max(implicitContentHeight, 0)
+    modal: true
+    padding: 0
+    parent: T.Overlay.overlay
+    width: implicitContentWidth
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: parent ? Math.round((parent.height - height) / 2) : 0
+
+    T.Overlay.modal: Rectangle {
+        color: Qt.alpha("black", 0.4)
+    }
+    background: Item {
+        PanelShadow {
+            anchors.fill: panel
+            color: Qt.alpha("black", 0.5)
+            cornerRadius: 16
+            radius: 20
+        }
+        ContinuousRectangle {
+            id: panel
+
+            anchors.fill: parent
+            borderColor: Qt.alpha(Palette.textPrimary, 0.12)
+            borderWidth: 1
+            color: Palette.background
+            radius: 16
+        }
+    }
+    contentItem: AlarmAlertView {
+        focus: true
+        label: sheet.alarm.label
+        positionText: sheet.alarm.positionText
+        timeText: sheet.alarm.timeText
+
+        onDismiss: sheet.end()
+        onSnooze: sheet.end()
+    }
+}

@@ -1,0 +1,87 @@
+import QtQuick 2.15
+import Kova
+
+// Asks for a sound file, and shows the chosen one.
+Row {
+    id: row
+
+    required property AlarmEditor editor
+
+    spacing: 8
+
+    PlainButton {
+        id: fileButton
+
+        bottomPadding: 6
+        cornerRadius: 8
+        leftPadding: 10
+        rightPadding: 10
+        text: "ファイルから選択"
+        topPadding: 6
+
+        background: ContinuousRectangle {
+            borderColor: Qt.alpha(Palette.accent, 0.4)
+            borderWidth: 1
+            color: fileButton.hovered ? Qt.alpha(Palette.accent, 0.06) : "transparent"
+            dashLength: 4
+            radius: 8
+        }
+        contentItem: Row {
+            spacing: 6
+
+            Symbol {
+                anchors.verticalCenter: parent.verticalCenter
+                color: Palette.accent
+                name: "folder"
+                size: 12
+            }
+            Text {
+                anchors.verticalCenter: parent.verticalCenter
+                color: Palette.accent
+                font.pixelSize: 12
+                text: fileButton.text
+            }
+        }
+
+        onClicked: row.editor.chooseSoundFile()
+    }
+    Row {
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 4
+        visible: row.editor.hasCustomSound
+
+        Symbol {
+            id: note
+
+            anchors.verticalCenter: parent.verticalCenter
+            color: Palette.accent
+            name: "music.note"
+            size: 10
+        }
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            color: Palette.textPrimary
+            elide: Text.ElideRight
+            font.pixelSize: 11
+            maximumLineCount: 1
+            text: row.editor.customSoundName
+            textFormat: Text.PlainText
+            width: Math.min(Math.ceil(implicitWidth), row.width - fileButton.width - note.width - clearButton.width - 16)
+        }
+        PlainButton {
+            id: clearButton
+
+            Accessible.name: "サウンドファイルを解除"
+            anchors.verticalCenter: parent.verticalCenter
+            cornerRadius: width / 2
+
+            contentItem: Symbol {
+                color: clearButton.hovered ? Palette.textPrimary : Palette.textSecondary
+                name: "xmark.circle.fill"
+                size: 12
+            }
+
+            onClicked: row.editor.clearCustomSound()
+        }
+    }
+}

@@ -1,0 +1,38 @@
+import QtQuick 2.15
+import Kova
+
+// A label on the left and its stepper on the right.
+Item {
+    id: row
+
+    required property string label
+    required property int maximum
+    required property int minimum
+    required property string text
+    required property int value
+
+    signal step(int value)
+
+    implicitHeight: stepper.implicitHeight
+
+    Text {
+        anchors.verticalCenter: parent.verticalCenter
+        color: Palette.textSecondary
+        font.pixelSize: 13
+        text: row.label
+    }
+    Stepper {
+        id: stepper
+
+        Accessible.name: row.label
+        anchors.right: parent.right
+        font.pixelSize: 13
+        maximum: row.maximum
+        minimum: row.minimum
+        text: row.text
+        value: row.value
+        width: 130
+
+        onValueModified: row.step(value)
+    }
+}

@@ -1,0 +1,42 @@
+import QtQuick 2.15
+import Kova
+
+// A titled card.
+Column {
+    id: section
+
+    default property alias content: column.data
+
+    // Fills the section's width instead of keeping the content's.
+    property bool isStretched: false
+    required property string title
+
+    spacing: 10
+
+    Text {
+        color: Palette.textSecondary
+        font.capitalization: Font.AllUppercase
+        font.letterSpacing: 0.5
+        font.pixelSize: 11
+        font.weight: Font.Medium
+        text: section.title
+    }
+    Rectangle {
+        id: card
+
+        color: Palette.surface
+        implicitHeight: column.implicitHeight + 24
+        implicitWidth: column.implicitWidth + 24
+        radius: 12
+        width: section.isStretched ? section.width : implicitWidth
+
+        Column {
+            id: column
+
+            spacing: 10
+            width: section.isStretched ? card.width - 24 : implicitWidth
+            x: 12
+            y: 12
+        }
+    }
+}

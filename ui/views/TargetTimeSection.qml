@@ -1,0 +1,61 @@
+import QtQuick 2.15
+import Kova
+
+Column {
+    id: section
+
+    required property AlarmEditor editor
+
+    spacing: 10
+
+    Row {
+        spacing: 4
+
+        PopUpPicker {
+            Accessible.name: "時"
+            currentIndex: section.editor.hourIndex
+            displayText: section.editor.hourText
+            font.pixelSize: 13
+            model: section.editor.hourTexts
+            width: 70
+
+            onActivated: index => section.editor.hourIndex = index
+        }
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            color: Palette.accent
+            font.bold: true
+            font.pixelSize: 20
+            text: ":"
+        }
+        PopUpPicker {
+            Accessible.name: "分"
+            currentIndex: section.editor.minuteIndex
+            displayText: section.editor.minuteText
+            font.pixelSize: 13
+            model: section.editor.minuteTexts
+            width: 70
+
+            onActivated: index => section.editor.minuteIndex = index
+        }
+    }
+    Row {
+        spacing: 8
+
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            color: Palette.textSecondary
+            font.pixelSize: 12
+            text: "目標時刻で"
+        }
+        SegmentedControl {
+            Accessible.name: "目標時刻で"
+            currentIndex: section.editor.startBefore ? 0 : 1
+            first: "終了"
+            second: "開始"
+            width: 140
+
+            onActivated: index => section.editor.startBefore = index === 0
+        }
+    }
+}

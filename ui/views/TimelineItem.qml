@@ -1,0 +1,40 @@
+import QtQuick 2.15
+import Kova
+
+// One alarm of a timeline, with the line that connects it to the one before.
+Row {
+    id: item
+
+    readonly property color color: isLast ? Palette.danger : Palette.accent
+    required property int index
+    required property bool isLast
+    required property string timeText
+
+    spacing: 8
+    y: 4
+
+    Rectangle {
+        anchors.verticalCenter: parent.verticalCenter
+        color: Qt.alpha(Palette.textSecondary, 0.3)
+        height: 1
+        visible: item.index > 0
+        width: 20
+    }
+    Column {
+        spacing: 2
+
+        ContinuousRectangle {
+            anchors.horizontalCenter: parent.horizontalCenter
+            color: item.color
+            height: 8
+            radius: 4
+            width: 8
+        }
+        Text {
+            color: item.color
+            font.family: Fonts.monospaced
+            font.pixelSize: 10
+            text: item.timeText
+        }
+    }
+}
