@@ -14,8 +14,8 @@ QString service() {
 }
 
 QDBusMessage serviceCall(const QString &method) {
-    return QDBusMessage::createMethodCall(service(), QStringLiteral("/org/freedesktop/Notifications"), service(),
-                                          method);
+    return QDBusMessage::createMethodCall(service(), QStringLiteral("/org/freedesktop/Notifications"),
+                                          service(), method);
 }
 
 QString escaped(QString text) {

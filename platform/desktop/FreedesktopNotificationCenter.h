@@ -8,8 +8,8 @@ namespace kova {
 
 class MessageBuses;
 
-/// The session's notification service. Where there is one it shows notifications to everybody, so its answer is
-/// the permission.
+/// The session's notification service. Where there is one it shows notifications to everybody, so its answer
+/// is the permission.
 class FreedesktopNotificationCenter : public NotificationCenter {
 public:
     explicit FreedesktopNotificationCenter(MessageBuses &buses) : m_buses(buses) {}

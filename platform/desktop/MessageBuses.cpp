@@ -39,7 +39,8 @@ void MessageBuses::call(Bus bus, const QDBusMessage &message, const Reply &reply
                         std::chrono::milliseconds timeout) {
     const QDBusConnection to = connection(bus);
     if (!to.isConnected()) {
-        reply(message.createErrorReply(QDBusError::Disconnected, QStringLiteral("The message bus is not there")));
+        reply(message.createErrorReply(QDBusError::Disconnected,
+                                       QStringLiteral("The message bus is not there")));
         return;
     }
     auto *const watcher =

@@ -56,7 +56,7 @@ private:
     void startWatching(const QDBusConnection &session);
 
     QThread m_thread;
-    QObject m_home; ///< lives on the thread
+    QObject m_home;                      ///< lives on the thread
     std::unique_ptr<QObject> m_watchers; ///< of the present session bus
     std::mutex m_mutex;
     std::array<std::optional<QDBusConnection>, 2> m_present; ///< guarded; never held while a bus is called

@@ -35,12 +35,13 @@ private:
     std::optional<QString> m_error;
 };
 
+void sayNothing(const char *, int, const char *, int, const char *, ...) {}
+
 // ALSA, which SDL tries when there is no sound server, explains each failure in ten lines on standard error.
 void silenceAlsa(Functions &functions) {
-    using Handler = void (*)(const char *file, int line, const char *function, int error, const char *format, ...);
-    using SetHandler = int (*)(Handler);
+    using SetHandler = int (*)(decltype(&sayNothing));
     if (const auto setHandler = functions.findOptional<SetHandler>("snd_lib_error_set_handler")) {
-        setHandler([](const char *, int, const char *, int, const char *, ...) {});
+        setHandler(&sayNothing);
     }
 }
 
