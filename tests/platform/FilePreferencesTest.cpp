@@ -193,7 +193,7 @@ private Q_SLOTS:
                 QCOMPARE(present, "new");
                 break;
             }
-            ++n;
+            n += 2; // the return from one call and the entry into the next are the same to the files
         }
         constexpr int atLeast = 20; // or nothing was traced
         QVERIFY(n > atLeast);
