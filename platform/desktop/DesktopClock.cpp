@@ -21,8 +21,8 @@ std::optional<LocalTime> DesktopClock::localTime(Instant moment) const {
         return std::nullopt;
     }
     if (local.tm_sec == 0) {
-        // localtime_r keeps the zone that it found first; looking for another one costs file accesses, so only
-        // the second that counts pays for it.
+        // localtime_r keeps the zone that it found first; looking for another one costs file accesses, so
+        // only the second that counts pays for it.
         tzset();
         if (localtime_r(&time, &local) == nullptr) {
             return std::nullopt;

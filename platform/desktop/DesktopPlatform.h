@@ -17,8 +17,8 @@ public:
 
     Platform ports();
 
-    /// Lands what is to be saved, ends the sound and lets go of the machine's sleep, in bounded time. False when
-    /// a service still holds up a thread of ours: then the process can only end at once.
+    /// Lands what is to be saved, ends the sound and lets go of the machine's sleep, in bounded time. False
+    /// when a service still holds up a thread of ours: then the process can only end at once.
     bool shutDown();
 
 private:

@@ -7,9 +7,9 @@
 
 namespace kova {
 
-/// One file per key, `<key>.json` in a folder of the user's, written by a thread of its own. At every instant a
-/// whole value lies under the file's name, and the value that it replaced as `<key>.json~` beside it. A failed
-/// write leaves both as they are and says so on standard error.
+/// One file per key, `<key>.json` in a folder of the user's, written by a thread of its own. At every instant
+/// a whole value lies under the file's name, and the value that it replaced as `<key>.json~` beside it. A
+/// failed write leaves both as they are and says so on standard error.
 class FilePreferences : public Preferences {
 public:
     /// The folder is made at the first write, for the user's eyes only.

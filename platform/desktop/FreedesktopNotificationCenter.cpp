@@ -14,8 +14,8 @@ QString service() {
 }
 
 QDBusMessage serviceCall(const QString &method) {
-    return QDBusMessage::createMethodCall(service(), QStringLiteral("/org/freedesktop/Notifications"), service(),
-                                          method);
+    return QDBusMessage::createMethodCall(service(), QStringLiteral("/org/freedesktop/Notifications"),
+                                          service(), method);
 }
 
 QString escaped(QString text) {
@@ -57,7 +57,7 @@ void FreedesktopNotificationCenter::requestAuthorization(AuthorizationOptions, A
 }
 
 void FreedesktopNotificationCenter::add(const NotificationRequest &request) {
-    m_buses.run([this, request] { m_buses.send(Bus::Session, notify(request, m_takesMarkup)); });
+    m_buses.send(Bus::Session, notify(request, m_takesMarkup));
 }
 
 void FreedesktopNotificationCenter::askCapabilities(const Authorized &answer) {

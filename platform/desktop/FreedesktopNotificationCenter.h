@@ -2,12 +2,14 @@
 
 #include "NotificationCenter.h"
 
+#include <atomic>
+
 namespace kova {
 
 class MessageBuses;
 
-/// The session's notification service. Where there is one it shows notifications to everybody, so its answer is
-/// the permission.
+/// The session's notification service. Where there is one it shows notifications to everybody, so its answer
+/// is the permission.
 class FreedesktopNotificationCenter : public NotificationCenter {
 public:
     explicit FreedesktopNotificationCenter(MessageBuses &buses) : m_buses(buses) {}
@@ -19,7 +21,7 @@ private:
     void askCapabilities(const Authorized &answer);
 
     MessageBuses &m_buses;
-    bool m_takesMarkup = true; ///< on the buses' thread; most services do, so it holds until one says no
+    std::atomic<bool> m_takesMarkup = true; ///< most services do, so it holds until one says no
 };
 
 } // namespace kova

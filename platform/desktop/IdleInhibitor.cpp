@@ -36,9 +36,9 @@ QDBusMessage portalRelease(const QDBusMessage &reply) {
 }
 
 QDBusMessage gnomeCall(const QString &method) {
-    auto call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.gnome.SessionManager"), QStringLiteral("/org/gnome/SessionManager"),
-        QStringLiteral("org.gnome.SessionManager"), method);
+    auto call = QDBusMessage::createMethodCall(QStringLiteral("org.gnome.SessionManager"),
+                                               QStringLiteral("/org/gnome/SessionManager"),
+                                               QStringLiteral("org.gnome.SessionManager"), method);
     call.setAutoStartService(false);
     return call;
 }
@@ -46,7 +46,8 @@ QDBusMessage gnomeCall(const QString &method) {
 QDBusMessage gnomeInhibit(const QString &reason) {
     constexpr quint32 noWindow = 0;
     constexpr quint32 suspend = 4; // 8, the idle session, would keep the screen on as well
-    return gnomeCall(QStringLiteral("Inhibit")) << QStringLiteral("jp.kova.Alarm") << noWindow << reason << suspend;
+    return gnomeCall(QStringLiteral("Inhibit"))
+           << QStringLiteral("jp.kova.Alarm") << noWindow << reason << suspend;
 }
 
 QDBusMessage gnomeRelease(const QDBusMessage &reply) {
@@ -54,9 +55,10 @@ QDBusMessage gnomeRelease(const QDBusMessage &reply) {
 }
 
 QDBusMessage powerManagementCall(const QString &method) {
-    auto call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.PowerManagement"),
-                                               QStringLiteral("/org/freedesktop/PowerManagement/Inhibit"),
-                                               QStringLiteral("org.freedesktop.PowerManagement.Inhibit"), method);
+    auto call =
+        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.PowerManagement"),
+                                       QStringLiteral("/org/freedesktop/PowerManagement/Inhibit"),
+                                       QStringLiteral("org.freedesktop.PowerManagement.Inhibit"), method);
     call.setAutoStartService(false);
     return call;
 }

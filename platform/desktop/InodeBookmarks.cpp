@@ -20,9 +20,9 @@ namespace {
 
 // None, with errno set, where there is no regular file.
 std::optional<FileIdentity> fileAt(const QByteArray &path) {
-    struct statx status{};
-    if (statx(AT_FDCWD, path.constData(), AT_STATX_SYNC_AS_STAT, STATX_TYPE | STATX_INO | STATX_BTIME, &status) !=
-        0) {
+    struct statx status {};
+    if (statx(AT_FDCWD, path.constData(), AT_STATX_SYNC_AS_STAT, STATX_TYPE | STATX_INO | STATX_BTIME,
+              &status) != 0) {
         return std::nullopt;
     }
     if (!S_ISREG(status.stx_mode)) {

@@ -4,8 +4,8 @@
 
 namespace kova {
 
-/// Bookmarks of a path with the file's identity. Whatever file lies at the path is taken, since editors save by
-/// replacing; only when none does, the file is looked for under another name in its folder.
+/// Bookmarks of a path with the file's identity. Whatever file lies at the path is taken, since editors save
+/// by replacing; only when none does, the file is looked for under another name in its folder.
 class InodeBookmarks : public Bookmarks {
 public:
     Result<QByteArray> create(const QString &path) const override;

@@ -20,8 +20,11 @@ MessageBuses::~MessageBuses() {
 bool MessageBuses::close(std::chrono::milliseconds timeout) {
     run([this] {
         m_watchers.reset();
-        for (QString &name : m_names) {
-            QDBusConnection::disconnectFromBus(std::exchange(name, QString()));
+        for (const Bus bus : {Bus::System, Bus::Session}) {
+            if (const auto present = presentConnection(bus)) {
+                setPresentConnection(bus, std::nullopt);
+                QDBusConnection::disconnectFromBus(present->name());
+            }
         }
         m_thread.quit();
     });
@@ -36,7 +39,8 @@ void MessageBuses::call(Bus bus, const QDBusMessage &message, const Reply &reply
                         std::chrono::milliseconds timeout) {
     const QDBusConnection to = connection(bus);
     if (!to.isConnected()) {
-        reply(message.createErrorReply(QDBusError::Disconnected, QStringLiteral("The message bus is not there")));
+        reply(message.createErrorReply(QDBusError::Disconnected,
+                                       QStringLiteral("The message bus is not there")));
         return;
     }
     auto *const watcher =
@@ -48,9 +52,10 @@ void MessageBuses::call(Bus bus, const QDBusMessage &message, const Reply &reply
 }
 
 void MessageBuses::send(Bus bus, const QDBusMessage &message) {
-    const QDBusConnection to = connection(bus);
-    if (to.isConnected()) {
-        to.send(message);
+    if (const auto present = presentConnection(bus); present && present->isConnected()) {
+        present->send(message);
+    } else {
+        run([this, bus, message] { connection(bus).send(message); });
     }
 }
 
@@ -65,21 +70,31 @@ void MessageBuses::watch(const QString &service, std::function<void()> newOwner)
 
 // A lost connection stays lost, so each new one gets a name of its own.
 QDBusConnection MessageBuses::connection(Bus bus) {
-    QString &name = m_names[static_cast<size_t>(bus)];
-    if (!name.isEmpty()) {
-        const QDBusConnection present(name);
-        if (present.isConnected()) {
-            return present;
+    if (const auto present = presentConnection(bus)) {
+        if (present->isConnected()) {
+            return *present;
         }
-        QDBusConnection::disconnectFromBus(name);
+        setPresentConnection(bus, std::nullopt);
+        QDBusConnection::disconnectFromBus(present->name());
     }
-    name = QStringLiteral("kova-%1").arg(++m_connections);
     const auto type = bus == Bus::System ? QDBusConnection::SystemBus : QDBusConnection::SessionBus;
-    QDBusConnection connected = QDBusConnection::connectToBus(type, name);
+    const QDBusConnection connected =
+        QDBusConnection::connectToBus(type, QStringLiteral("kova-%1").arg(++m_connections));
+    setPresentConnection(bus, connected);
     if (bus == Bus::Session && connected.isConnected()) {
         startWatching(connected);
     }
     return connected;
+}
+
+std::optional<QDBusConnection> MessageBuses::presentConnection(Bus bus) {
+    const std::lock_guard lock(m_mutex);
+    return m_present[static_cast<size_t>(bus)];
+}
+
+void MessageBuses::setPresentConnection(Bus bus, std::optional<QDBusConnection> connection) {
+    const std::lock_guard lock(m_mutex);
+    m_present[static_cast<size_t>(bus)] = std::move(connection);
 }
 
 void MessageBuses::startWatching(const QDBusConnection &session) {

@@ -8,6 +8,8 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <vector>
 
 namespace kova {
@@ -33,7 +35,7 @@ public:
     void call(Bus bus, const QDBusMessage &message, const Reply &reply,
               std::chrono::milliseconds timeout = std::chrono::seconds(25));
 
-    /// Sends a call whose reply nobody needs. On the buses' thread.
+    /// Sends a call whose reply nobody needs, at once where the bus is connected. Any thread.
     void send(Bus bus, const QDBusMessage &message);
 
     /// Tells each new owner of a session service's name. On the buses' thread.
@@ -49,12 +51,15 @@ private:
     };
 
     QDBusConnection connection(Bus bus);
+    std::optional<QDBusConnection> presentConnection(Bus bus);
+    void setPresentConnection(Bus bus, std::optional<QDBusConnection> connection);
     void startWatching(const QDBusConnection &session);
 
     QThread m_thread;
-    QObject m_home; ///< lives on the thread
+    QObject m_home;                      ///< lives on the thread
     std::unique_ptr<QObject> m_watchers; ///< of the present session bus
-    std::array<QString, 2> m_names;
+    std::mutex m_mutex;
+    std::array<std::optional<QDBusConnection>, 2> m_present; ///< guarded; never held while a bus is called
     int m_connections = 0;
     std::vector<Watch> m_watches;
 };

@@ -18,7 +18,7 @@ std::optional<QString> obstacle(const QByteArray &path) {
     if (descriptor < 0) {
         return QString::fromLocal8Bit(std::strerror(errno));
     }
-    struct stat status{};
+    struct stat status {};
     const bool isFile = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
     close(descriptor);
     return isFile ? std::nullopt : std::optional(QStringLiteral("Not a regular file"));

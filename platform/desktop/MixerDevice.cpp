@@ -86,7 +86,8 @@ void MixerDevice::stop() {
 void MixerDevice::postMix(void *device, Uint8 *stream, int length) {
     auto *const self = static_cast<MixerDevice *>(device);
     const float volume = self->m_volume;
-    for (float &sample : std::span(reinterpret_cast<float *>(stream), static_cast<size_t>(length) / sizeof(float))) {
+    for (float &sample :
+         std::span(reinterpret_cast<float *>(stream), static_cast<size_t>(length) / sizeof(float))) {
         sample *= volume;
     }
     if (self->m_isPlaying && self->m_library.Mix_PlayingMusic() == 0 && !self->m_hasEnded.exchange(true)) {

@@ -7,9 +7,9 @@
 
 namespace kova {
 
-/// The functions of SDL and SDL_mixer that play a sound. The libraries bring along half a desktop, so they are
-/// loaded by the thread that plays instead of with the program: it starts in half the time, and it keeps time
-/// without them.
+/// The functions of SDL and SDL_mixer that play a sound. The libraries bring along half a desktop, so they
+/// are loaded by the thread that plays instead of with the program: it starts in half the time, and it keeps
+/// time without them.
 struct MixerLibrary {
     /// The functions, loaded once and kept for good.
     static Result<const MixerLibrary *> load();

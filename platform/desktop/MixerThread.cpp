@@ -8,8 +8,8 @@ namespace kova {
 
 namespace {
 
-// Longer than the server's buffer, so that closing cuts nothing off; and a sound that replaces another one finds
-// the device open.
+// Longer than the server's buffer, so that closing cuts nothing off; and a sound that replaces another one
+// finds the device open.
 constexpr std::chrono::milliseconds lingering{250};
 constexpr std::chrono::seconds pauseBetweenTries{1};
 

@@ -15,9 +15,9 @@ namespace kova {
 
 class MixerDevice;
 
-/// The thread that alone touches the mixer. It holds the sound device open only while something is to be heard,
-/// and tries again once a second while the sound server is missing, so that the sound comes back with it.
-/// Asleep otherwise. Everybody else only says what is to be heard, and waits for nothing. Any thread.
+/// The thread that alone touches the mixer. It holds the sound device open only while something is to be
+/// heard, and tries again once a second while the sound server is missing, so that the sound comes back with
+/// it. Asleep otherwise. Everybody else only says what is to be heard, and waits for nothing. Any thread.
 class MixerThread {
 public:
     struct Sound {

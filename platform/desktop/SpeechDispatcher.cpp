@@ -11,7 +11,8 @@ namespace kova {
 namespace {
 
 constexpr std::chrono::seconds idleTime{10};
-constexpr std::chrono::seconds longestSilence{3}; // of a service that owes an answer
+constexpr std::chrono::seconds longestSilence{3};
+constexpr std::chrono::seconds longestStart{20};
 
 namespace answer {
 constexpr int messageQueued = 225;
@@ -41,6 +42,10 @@ QByteArray userName() {
     return user != nullptr ? QByteArray(user->pw_name) : QByteArray("user");
 }
 
+QString noSpeechService() {
+    return QStringLiteral("what answers is no speech service");
+}
+
 // A line of the text that starts with a dot must not end it.
 QByteArray asData(QString text) {
     static const QRegularExpression lineBreak(QStringLiteral("\r\n|[\r\n]"));
@@ -59,7 +64,7 @@ SpeechDispatcher::SpeechDispatcher(Ended ended) : m_ended(std::move(ended)) {
         &m_socket, &QLocalSocket::stateChanged, this,
         [this](QLocalSocket::LocalSocketState state) {
             if (state == QLocalSocket::UnconnectedState && m_socket.state() == state) {
-                connectionLost();
+                lost(m_socket.errorString());
             }
         },
         Qt::QueuedConnection);
@@ -84,6 +89,8 @@ SpeechDispatcher::~SpeechDispatcher() {
         stop(m_reading->id);
     }
     drop();
+    constexpr int untilKilled = 500; // ms
+    m_starter.waitForFinished(untilKilled);
 }
 
 void SpeechDispatcher::read(const Reading &reading) {
@@ -98,7 +105,8 @@ void SpeechDispatcher::read(const Reading &reading) {
     }
     if (m_socket.state() == QLocalSocket::ConnectedState) {
         submit();
-    } else if (m_socket.state() == QLocalSocket::UnconnectedState && m_starter.state() == QProcess::NotRunning) {
+    } else if (m_socket.state() == QLocalSocket::UnconnectedState &&
+               m_starter.state() == QProcess::NotRunning) {
         m_hasStartedService = false;
         open();
     }
@@ -155,8 +163,7 @@ void SpeechDispatcher::introduce() {
     }
 }
 
-void SpeechDispatcher::connectionLost() {
-    const QString reason = m_socket.errorString();
+void SpeechDispatcher::lost(const QString &reason) {
     drop();
     if (!m_reading) {
         return;
@@ -184,9 +191,12 @@ void SpeechDispatcher::drop() {
     }
 }
 
+// A service that owes an answer for long is better called anew.
 bool SpeechDispatcher::isStuck() const {
-    const bool owesAnswer = !m_replies.empty() || m_socket.state() == QLocalSocket::ConnectingState ||
-                            m_starter.state() != QProcess::NotRunning;
+    if (m_starter.state() != QProcess::NotRunning) {
+        return m_sinceProgress.hasExpired(std::chrono::milliseconds(longestStart).count());
+    }
+    const bool owesAnswer = !m_replies.empty() || m_socket.state() == QLocalSocket::ConnectingState;
     return owesAnswer && m_sinceProgress.hasExpired(std::chrono::milliseconds(longestSilence).count());
 }
 
@@ -238,7 +248,8 @@ void SpeechDispatcher::rest() {
     }
 }
 
-// The protocol: a command is a line, an answer some lines with a code, the last one without a hyphen after it.
+// The protocol: a command is a line, an answer some lines with a code, the last one without a hyphen after
+// it.
 
 void SpeechDispatcher::command(const QByteArray &line, Reply reply) {
     send(line + "\r\n", std::move(reply));
@@ -259,7 +270,7 @@ void SpeechDispatcher::receive() {
     }
     constexpr qint64 longestLine = 4096;
     if (m_socket.bytesAvailable() > longestLine) {
-        m_socket.abort(); // this is no speech service
+        lost(noSpeechService());
     }
 }
 
@@ -268,7 +279,7 @@ void SpeechDispatcher::receiveLine(const QByteArray &line) {
     bool isCode = false;
     const int code = line.left(codeLength).toInt(&isCode);
     if (!isCode || line.size() <= codeLength) {
-        m_socket.abort();
+        lost(noSpeechService());
         return;
     }
     if (line[codeLength] == '-') {

@@ -46,7 +46,7 @@ private:
     void startService();
     void serviceStarted();
     void introduce();
-    void connectionLost();
+    void lost(const QString &reason);
     void drop();
     bool isStuck() const;
 
@@ -76,7 +76,7 @@ private:
 
     std::optional<Reading> m_reading;
     Stage m_stage = Stage::Waiting;
-    QByteArray m_message;               ///< the service's name for the present reading
+    QByteArray m_message;                ///< the service's name for the present reading
     QHash<QByteArray, bool> m_earlyEnds; ///< of messages whose names are not told yet
 };
 

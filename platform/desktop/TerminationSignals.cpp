@@ -25,14 +25,14 @@ extern "C" void tellEventLoop(int) {
 extern "C" void doNothing(int) {}
 
 void handle(int signal, void (*handler)(int)) {
-    struct sigaction action{};
+    struct sigaction action {};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
     sigaction(signal, &action, nullptr);
 }
 
 bool isIgnored(int signal) {
-    struct sigaction action{};
+    struct sigaction action {};
     return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 

@@ -6,8 +6,9 @@
 
 namespace kova {
 
-/// Turns the signals that ask the process to end (SIGTERM, SIGINT, SIGHUP) into an action of the event loop, and
-/// keeps a reader that went away (SIGPIPE) from killing it. One per process; child processes inherit none of it.
+/// Turns the signals that ask the process to end (SIGTERM, SIGINT, SIGHUP) into an action of the event loop,
+/// and keeps a reader that went away (SIGPIPE) from killing it. One per process; child processes inherit none
+/// of it.
 class TerminationSignals {
 public:
     /// From now on no such signal kills the process.

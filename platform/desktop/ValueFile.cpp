@@ -42,7 +42,7 @@ bool copyFile(const QByteArray &from, const QByteArray &to) {
 // A second name for the present file, put in place of the one kept before. The file itself is not touched.
 void keepReplaced(const QString &path) {
     const QByteArray present = QFile::encodeName(path);
-    struct stat status{};
+    struct stat status {};
     if (stat(present.constData(), &status) != 0 || !S_ISREG(status.st_mode)) {
         return;
     }
@@ -75,7 +75,7 @@ std::optional<QByteArray> readValueFile(const QString &path) {
     if (descriptor < 0) {
         return std::nullopt;
     }
-    struct stat status{};
+    struct stat status {};
     QFile file;
     const bool isOpen = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
                         status.st_size <= mostValueBytes &&

@@ -73,11 +73,12 @@ void WallClockTimer::second() {
 
 void WallClockTimer::clockWasSet() {
     quint64 expirations = 0;
-    const bool cancelled =
-        read(m_clockDescriptor, &expirations, sizeof expirations) < 0 && errno == ECANCELED;
-    if (!cancelled) {
+    const ssize_t count = read(m_clockDescriptor, &expirations, sizeof expirations);
+    if (count > 0) {
         // It came due, under a clock that is not the kernel's: no help, and it must not spin.
-        m_clockNotifier.reset();
+        m_clockNotifier->setEnabled(false);
+    }
+    if (count >= 0 || errno != ECANCELED) {
         return;
     }
     aim(wallClock());

@@ -1,0 +1,125 @@
+#include "BookmarkForm.h"
+#include "InodeBookmarks.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace kova;
+
+namespace {
+
+const BookmarkRecord sample{.path = "/home/u/\xE6\x9C\x9D \xFF.mp3",
+                            .file = {.device = 0xFFFF'FFFF'FFFF'FFFF, .inode = 1, .birth = -5}};
+
+void write(const QString &path, const QByteArray &content = "sound") {
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+} // namespace
+
+class BookmarksTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_folder.emplace(); }
+
+    void theFormKeepsEveryByte() { QCOMPARE(decodeBookmark(encodeBookmark(sample)).value(), sample); }
+
+    void noBytesButABookmarkAreTaken() {
+        const QByteArray whole = encodeBookmark(sample);
+        for (qsizetype length = 0; length <= whole.indexOf('/'); ++length) {
+            QVERIFY(!decodeBookmark(whole.left(length)));
+        }
+        for (const QByteArray &path :
+             {QByteArray("relative.mp3"), QByteArray("/nul\0byte", 9), QByteArray(5000, '/')}) {
+            QVERIFY(!decodeBookmark(encodeBookmark({.path = path, .file = sample.file})));
+        }
+        QRandomGenerator random(1);
+        const InodeBookmarks bookmarks;
+        for (int round = 0; round < 20'000; ++round) {
+            QByteArray bytes = whole.left(random.bounded(whole.size() + 1));
+            for (int flips = random.bounded(4); flips > 0 && !bytes.isEmpty(); --flips) {
+                bytes[random.bounded(bytes.size())] = static_cast<char>(random.bounded(256));
+            }
+            if (const auto record = decodeBookmark(bytes)) {
+                QCOMPARE(encodeBookmark(*record), bytes); // what is taken is taken whole
+            }
+            QVERIFY(!bookmarks.resolve(bytes)); // there is no such file
+        }
+    }
+
+    void aFileIsFoundWhereItWas() {
+        const QByteArray bookmark = bookmarked(QStringLiteral("朝.mp3"));
+        const auto found = m_bookmarks.resolve(bookmark);
+        QVERIFY(found);
+        QCOMPARE(found.value().path, path(QStringLiteral("朝.mp3")));
+        QVERIFY(!found.value().isStale);
+        QVERIFY(m_bookmarks.startAccessing(found.value().path));
+    }
+
+    void aRenameInTheFolderIsFollowed() {
+        const QByteArray bookmark = bookmarked(QStringLiteral("a.mp3"));
+        write(path(QStringLiteral("other.mp3")));
+        QVERIFY(QFile::rename(path(QStringLiteral("a.mp3")), path(QStringLiteral("z.mp3"))));
+        const auto found = m_bookmarks.resolve(bookmark);
+        QVERIFY(found);
+        QCOMPARE(found.value().path, path(QStringLiteral("z.mp3")));
+        QVERIFY(found.value().isStale);
+    }
+
+    void aReplacedFileIsTaken() {
+        const QByteArray bookmark = bookmarked(QStringLiteral("a.mp3"));
+        write(path(QStringLiteral("new")));
+        QVERIFY(QFile::remove(path(QStringLiteral("a.mp3"))));
+        QVERIFY(QFile::rename(path(QStringLiteral("new")), path(QStringLiteral("a.mp3"))));
+        const auto found = m_bookmarks.resolve(bookmark);
+        QVERIFY(found);
+        QCOMPARE(found.value().path, path(QStringLiteral("a.mp3")));
+        QVERIFY(found.value().isStale);
+    }
+
+    void anotherFileIsNotTakenForALostOne() {
+        const QByteArray bookmark = bookmarked(QStringLiteral("a.mp3"));
+        if (decodeBookmark(bookmark)->file.birth == 0) {
+            QSKIP("The file system does not tell when a file was made");
+        }
+        // The inode of a removed file is soon used again.
+        QVERIFY(QFile::remove(path(QStringLiteral("a.mp3"))));
+        for (int number = 0; number < 20; ++number) {
+            write(path(QString::number(number)));
+        }
+        QVERIFY(!m_bookmarks.resolve(bookmark));
+    }
+
+    void whatIsNoFileGivesAReason() {
+        QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("folder")));
+        for (const QString &name : {QStringLiteral("nothing"), QStringLiteral("folder")}) {
+            const auto bookmark = m_bookmarks.create(path(name));
+            QVERIFY(!bookmark);
+            QVERIFY(bookmark.error().contains(path(name)));
+        }
+        const QByteArray bookmark = bookmarked(QStringLiteral("a.mp3"));
+        m_folder.emplace(); // the folder is gone
+        QVERIFY(!m_bookmarks.resolve(bookmark));
+        QVERIFY(!m_bookmarks.startAccessing(path(QStringLiteral("a.mp3"))));
+    }
+
+private:
+    QString path(const QString &name) const { return m_folder->filePath(name); }
+
+    QByteArray bookmarked(const QString &name) const {
+        write(path(name));
+        return m_bookmarks.create(path(name)).value();
+    }
+
+    std::optional<QTemporaryDir> m_folder;
+    const InodeBookmarks m_bookmarks;
+};
+
+QTEST_GUILESS_MAIN(BookmarksTest)
+#include "BookmarksTest.moc"
