@@ -17,6 +17,9 @@ import sys
 import time
 from pathlib import Path
 
+import Xlib.display
+import Xlib.protocol.event
+import Xlib.X
 import numpy
 
 ROOT = Path(__file__).resolve().parents[1]
@@ -164,6 +167,17 @@ def activity(pid):
     return switches, seconds
 
 
+def close_windows(name):
+    """Asks every window to close, as its title bar would."""
+    display = Xlib.display.Display(name)
+    protocols, delete = display.intern_atom("WM_PROTOCOLS"), display.intern_atom("WM_DELETE_WINDOW")
+    for window in display.screen().root.query_tree().children:
+        if window.get_attributes().map_state == Xlib.X.IsViewable and window.get_wm_protocols():
+            window.send_event(Xlib.protocol.event.ClientMessage(
+                window=window, client_type=protocols, data=(32, [delete, Xlib.X.CurrentTime, 0, 0, 0])))
+    display.close()
+
+
 def idle():
     session = Session()
     try:
@@ -174,9 +188,7 @@ def idle():
         program.wait_for("[Scheduler] Started")
         for state in ("window shown", "window closed"):
             if state == "window closed":
-                window = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(program.pid)],
-                                        env=session.env, check=True, capture_output=True, text=True).stdout.split()[-1]
-                subprocess.run(["xdotool", "windowquit", window], env=session.env, check=True)
+                close_windows(session.env["DISPLAY"])
             time.sleep(10)
             before = activity(program.pid)
             time.sleep(30)
