@@ -54,6 +54,11 @@ class Session:
         name, *options = service.split("+")
         if name.endswith("-bus"):
             return bus.Bus(name.removesuffix("-bus"), self.folder, self.env)
+        if name == "display":
+            display = Process(["Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
+                              self.env)
+            self.env |= {"DISPLAY": ":" + display.wait_for(str.isdigit), "QT_QPA_PLATFORM": "xcb"}
+            return display
         if name == "sound":
             return sound.SoundServer(self.runtime, self.env)
         if name == "speech":

@@ -1,0 +1,210 @@
+"""Measures the program and prints a table: figures.py [figure]... [--real]
+
+  units    the scheduler's tick and the saved list (kova-benchmarks)
+  start    from the start of the process to the scheduler's start and to the first frame
+  ring     from the minute's boundary to the line, the notification, the sound server's stream and the sound
+  idle     memory, wake-ups and processor time with a window, and after it was closed
+
+With --real an alarm rings in each of the next 20 minutes of the real clock; else the program is started 20 times
+just before a minute of a shifted one."""
+
+import json
+import os
+import re
+import statistics
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+import Xlib.display
+import Xlib.protocol.event
+import Xlib.X
+import numpy
+
+ROOT = Path(__file__).resolve().parents[1]
+sys.path.insert(0, str(ROOT / "tests/desktop"))
+
+import sound  # noqa: E402
+from groups import group  # noqa: E402
+from process import Process  # noqa: E402
+from session import PROGRAM, Program, Session  # noqa: E402
+
+TIMES = 20
+FRAMES = {"QT_LOGGING_RULES": "qt.scenegraph.time.renderloop.debug=true", "QT_FORCE_STDERR_LOGGING": "1"}
+BARE_WINDOW = PROGRAM.with_name("kova-bare-window")
+
+
+def row(what, values, unit="ms"):
+    values = sorted(values)
+    print(f"| {what} | {statistics.median(values):.3g} {unit} | {values[-1]:.3g} {unit} | {len(values)} |", flush=True)
+
+
+def units():
+    output = subprocess.run([PROGRAM.with_name("kova-benchmarks"), "--benchmark_format=json",
+                             "--benchmark_repetitions=3"], check=True, capture_output=True).stdout
+    runs = {}
+    for run in json.loads(output)["benchmarks"]:
+        if run["run_type"] == "iteration":
+            runs.setdefault(run["run_name"], []).append(run)
+    for name, repeated in runs.items():
+        row(name, [run["cpu_time"] for run in repeated], repeated[0]["time_unit"] + " of processor time")
+
+
+def start():
+    """Warm starts, as a login or a user makes them; the first one is not counted."""
+    with_groups, to_scheduler, to_frame, to_bare_frame = Session(), [], [], []
+    try:
+        with_groups.start_all(without=["sound", "speech"])
+        with_groups.start("display")
+        with_groups.save(*(group("12:00", label=f"アラーム {i}") for i in range(20)))
+        env = with_groups.env | FRAMES
+        for turn in range(TIMES + 1):
+            program = Program([PROGRAM], env, stderr=subprocess.STDOUT)
+            times = {}
+            for _ in range(2):
+                line = program.wait_for(lambda text: "Started" in text or "renderloop" in text)
+                times["scheduler" if "Started" in line else "frame"] = (line.when - program.started) * 1000
+            program.end()
+            bare = Process([BARE_WINDOW], env, stderr=subprocess.STDOUT)
+            frame = bare.wait_for(lambda text: "renderloop" in text)
+            bare.kill()
+            if turn > 0:
+                to_scheduler.append(times["scheduler"])
+                to_frame.append(times["frame"])
+                to_bare_frame.append((frame.when - bare.started) * 1000)
+    finally:
+        with_groups.close()
+    row("exec to \"[Scheduler] Started\"", to_scheduler)
+    row("exec to the first frame, 20 groups", to_frame)
+    row("exec to the first frame of a bare Qt Quick window", to_bare_frame)
+    row("the ratio of the two", [one / other for one, other in zip(to_frame, to_bare_frame)], "")
+
+
+class Witnesses:
+    """See the same ringing from the bus, the sound server and the sink."""
+
+    def __init__(self, session):
+        self.bus = Process(["dbus-monitor", "--profile", "member='Notify'"], session.env)
+        self.server = Process(["pactl", "subscribe"], session.env)
+        self.recording = session.record()
+        self._offsets = []
+
+    def listen(self, seconds):
+        """Learns when the samples arrive, whose pieces come late but never early."""
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            self._offsets.append(time.monotonic() - len(self.recording.samples()) / sound.RATE)
+            time.sleep(0.005)
+
+    def first_sample(self, after):
+        offset = min(self._offsets)
+        samples = self.recording.samples()
+        begin = max(0, int((after - offset) * sound.RATE))
+        loud = numpy.flatnonzero(abs(samples[begin:]) > 0.002)
+        return offset + (begin + loud[0]) / sound.RATE
+
+    def notify(self):
+        """When the bus had the call."""
+        line = self.bus.wait_for(lambda text: text.startswith("mc\t") and text.endswith("\tNotify"))
+        return float(line.split("\t")[1]) - time.time() + time.monotonic()
+
+    def close(self):
+        for process in (self.bus, self.server, self.recording._process):
+            process.kill()
+
+
+def ring(real=False):
+    figures = {"the FIRE line": [], "Notify on the session bus": [], "the sound server's new stream": [],
+               "the first audible sample": []}
+    session = Session()
+    session.start_all(without=["speech"])
+    session.start("display")
+
+    def measure(program, witnesses, boundary):
+        fired = program.wait_for("[Scheduler] FIRE…", 90)
+        stream = witnesses.server.wait_for(lambda text: "'new' on sink-input" in text)
+        witnesses.listen(1)
+        moments = (fired.when, witnesses.notify(), stream.when, witnesses.first_sample(boundary))
+        for values, moment in zip(figures.values(), moments):
+            values.append((moment - boundary) * 1000)
+
+    try:
+        if real:
+            first = time.localtime(time.time() + 60)
+            session.save(group(f"{first.tm_hour}:{first.tm_min}", alarmCount=TIMES))
+            program = Program([PROGRAM], session.env | {"TZ": os.environ.get("TZ", "")})
+            witnesses = Witnesses(session)
+            for _ in range(TIMES):
+                boundary = (time.time() // 60 + 1) * 60
+                measure(program, witnesses, boundary - time.time() + time.monotonic())
+        else:
+            session.save(group())
+            for _ in range(TIMES):
+                witnesses = Witnesses(session)
+                program = Program([PROGRAM], session.env | session.clock.fixed_env("06:59:58.5"))
+                boundary = time.monotonic() + session.clock.seconds_to("07:00:00")
+                measure(program, witnesses, boundary)
+                program.end()
+                witnesses.close()
+    finally:
+        session.close()
+    for what, values in figures.items():
+        row(f"minute boundary to {what}", values)
+
+
+def status(pid, key):
+    return int(re.search(rf"^{key}:\s+(\d+)", Path(f"/proc/{pid}/status").read_text(), re.M)[1])
+
+
+def activity(pid):
+    """Context switches and seconds of processor time so far, over all threads."""
+    switches = seconds = 0
+    for task in Path(f"/proc/{pid}/task").iterdir():
+        text = (task / "status").read_text()
+        switches += sum(map(int, re.findall(r"ctxt_switches:\s+(\d+)", text)))
+        seconds += int((task / "schedstat").read_text().split()[0]) / 1e9
+    return switches, seconds
+
+
+def close_windows(name):
+    """Asks every window to close, as its title bar would."""
+    display = Xlib.display.Display(name)
+    protocols, delete = display.intern_atom("WM_PROTOCOLS"), display.intern_atom("WM_DELETE_WINDOW")
+    for window in display.screen().root.query_tree().children:
+        if window.get_attributes().map_state == Xlib.X.IsViewable and window.get_wm_protocols():
+            window.send_event(Xlib.protocol.event.ClientMessage(
+                window=window, client_type=protocols, data=(32, [delete, Xlib.X.CurrentTime, 0, 0, 0])))
+    display.close()
+
+
+def idle():
+    session = Session()
+    try:
+        session.start_all()
+        session.start("display")
+        session.save(*(group("12:00", label=f"アラーム {i}") for i in range(20)))
+        program = Program([PROGRAM], session.env | {"TZ": "UTC"})
+        program.wait_for("[Scheduler] Started")
+        for state in ("window shown", "window closed"):
+            if state == "window closed":
+                close_windows(session.env["DISPLAY"])
+            time.sleep(10)
+            before = activity(program.pid)
+            time.sleep(30)
+            after = activity(program.pid)
+            row(f"resident memory, idle, 20 groups, {state}", [status(program.pid, "VmRSS") / 1024], "MB")
+            row(f"wake-ups, idle, {state}", [(after[0] - before[0]) / 30], "a second")
+            row(f"processor time, idle, {state}", [(after[1] - before[1]) / 30 * 100], "%")
+    finally:
+        session.close()
+
+
+if __name__ == "__main__":
+    wanted = [word for word in sys.argv[1:] if not word.startswith("--")] or ["units", "start", "ring", "idle"]
+    print("| what | median | worst | of |\n|---|---|---|---|")
+    for figure in wanted:
+        if figure == "ring":
+            ring("--real" in sys.argv)
+        else:
+            {"units": units, "start": start, "idle": idle}[figure]()
