@@ -1,4 +1,5 @@
 #include "AlarmScheduler.h"
+#include "BusAddress.h"
 #include "DesktopApplication.h"
 #include "DesktopFileChooser.h"
 #include "DesktopPlatform.h"
@@ -9,11 +10,13 @@
 #include "TerminationSignals.h"
 
 #include <QApplication>
+#include <QDBusConnection>
 #include <QQuickWindow>
 #include <QTimer>
 
 #include <chrono>
 #include <cstdio>
+#include <optional>
 #include <unistd.h>
 
 namespace {
@@ -46,6 +49,30 @@ void drawInSoftware() {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
+// The toolkit talks to the session bus on the main thread, where one that hangs would hold up the alarms.
+// While this lives such a bus can't be found; what the toolkit has not found by then it does not look for
+// again.
+class ToolkitsBus {
+public:
+    ToolkitsBus() {
+        if (!kova::busAnswers(kova::busAddress(kova::Bus::Session))) {
+            m_address = qgetenv(variable);
+            qputenv(variable, "disabled:");
+        }
+    }
+    ~ToolkitsBus() {
+        if (m_address) {
+            QDBusConnection::sessionBus();
+            m_address->isEmpty() ? qunsetenv(variable) : qputenv(variable, *m_address);
+        }
+    }
+    Q_DISABLE_COPY_MOVE(ToolkitsBus)
+
+private:
+    static constexpr const char *variable = "DBUS_SESSION_BUS_ADDRESS";
+    std::optional<QByteArray> m_address;
+};
+
 void describeApplication() {
     QApplication::setApplicationName(QStringLiteral("KOVA"));
     QApplication::setApplicationDisplayName(QStringLiteral("KOVA Alarm"));
@@ -62,7 +89,9 @@ int main(int argc, char *argv[]) {
         return activateRunningInstance(instance);
     }
     drawInSoftware();
+    std::optional<ToolkitsBus> toolkitsBus(std::in_place);
     const QApplication qtApplication(argc, argv);
+    toolkitsBus.reset();
     describeApplication();
 
     kova::DesktopApplication application;
@@ -77,7 +106,7 @@ int main(int argc, char *argv[]) {
     fileChooser.setParentWindow(&app.mainWindow());
     app.mainWindow().show();
 
-    kova::MenuBarHost menuBarHost;
+    kova::MenuBarHost menuBarHost(desktop.buses());
     QObject::connect(&menuBarHost, &kova::MenuBarHost::available, &app,
                      &kova::KovaAlarmApp::showMenuBarExtra);
     QTimer::singleShot(untilTheWindowStands, &app, [&menuBarHost] {

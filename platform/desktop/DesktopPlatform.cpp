@@ -55,6 +55,10 @@ Platform DesktopPlatform::ports() {
     };
 }
 
+MessageBuses &DesktopPlatform::buses() {
+    return m_services->buses;
+}
+
 bool DesktopPlatform::shutDown() {
     constexpr std::chrono::seconds forTheDisk{5};
     constexpr std::chrono::milliseconds forAService{500};

@@ -6,6 +6,8 @@
 
 namespace kova {
 
+class MessageBuses;
+
 /// The real desktop: every port but those that need a window, which come from outside and must outlive it.
 /// Needs the application object.
 class DesktopPlatform {
@@ -16,6 +18,9 @@ public:
     DesktopPlatform &operator=(const DesktopPlatform &) = delete;
 
     Platform ports();
+
+    /// What the program's own parts of the desktop use too.
+    MessageBuses &buses();
 
     /// Lands what is to be saved, ends the sound and lets go of the machine's sleep, in bounded time. False
     /// when a service still holds up a thread of ours: then the process can only end at once.

@@ -7,6 +7,26 @@
 
 namespace kova {
 
+namespace {
+
+// Hears one signal of a bus.
+class SignalEar : public QObject {
+    Q_OBJECT
+
+public:
+    SignalEar(std::function<void()> arrived, QObject *parent)
+        : QObject(parent),
+          m_arrived(std::move(arrived)) {}
+
+public Q_SLOTS:
+    void hear() { m_arrived(); }
+
+private:
+    const std::function<void()> m_arrived;
+};
+
+} // namespace
+
 MessageBuses::MessageBuses() {
     m_thread.setObjectName(QStringLiteral("buses"));
     m_home.moveToThread(&m_thread);
@@ -61,6 +81,15 @@ void MessageBuses::send(Bus bus, const QDBusMessage &message) {
 
 void MessageBuses::watch(const QString &service, std::function<void()> newOwner) {
     m_watches.push_back({service, std::move(newOwner)});
+    watchAnew();
+}
+
+void MessageBuses::listen(const QString &interface, const QString &signal, std::function<void()> arrived) {
+    m_listenings.push_back({interface, signal, std::move(arrived)});
+    watchAnew();
+}
+
+void MessageBuses::watchAnew() {
     m_watchers.reset();
     const QDBusConnection session = connection(Bus::Session);
     if (!m_watchers && session.isConnected()) {
@@ -68,7 +97,8 @@ void MessageBuses::watch(const QString &service, std::function<void()> newOwner)
     }
 }
 
-// A lost connection stays lost, so each new one gets a name of its own.
+// A lost connection stays lost, so each new one gets a name of its own. The toolkit connects to all buses on
+// one thread: one that hangs must not come near it.
 QDBusConnection MessageBuses::connection(Bus bus) {
     if (const auto present = presentConnection(bus)) {
         if (present->isConnected()) {
@@ -77,9 +107,12 @@ QDBusConnection MessageBuses::connection(Bus bus) {
         setPresentConnection(bus, std::nullopt);
         QDBusConnection::disconnectFromBus(present->name());
     }
-    const auto type = bus == Bus::System ? QDBusConnection::SystemBus : QDBusConnection::SessionBus;
+    const QString &address = m_addresses[static_cast<size_t>(bus)];
+    if (!busAnswers(address)) {
+        return QDBusConnection(QString());
+    }
     const QDBusConnection connected =
-        QDBusConnection::connectToBus(type, QStringLiteral("kova-%1").arg(++m_connections));
+        QDBusConnection::connectToBus(address, QStringLiteral("kova-%1").arg(++m_connections));
     setPresentConnection(bus, connected);
     if (bus == Bus::Session && connected.isConnected()) {
         startWatching(connected);
@@ -104,6 +137,12 @@ void MessageBuses::startWatching(const QDBusConnection &session) {
             watch.service, session, QDBusServiceWatcher::WatchForRegistration, m_watchers.get());
         QObject::connect(watcher, &QDBusServiceWatcher::serviceRegistered, m_watchers.get(), watch.newOwner);
     }
+    for (const Listening &listening : m_listenings) {
+        QDBusConnection(session).connect(QString(), QString(), listening.interface, listening.signal,
+                                         new SignalEar(listening.arrived, m_watchers.get()), SLOT(hear()));
+    }
 }
 
 } // namespace kova
+
+#include "MessageBuses.moc"

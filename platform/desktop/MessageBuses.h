@@ -1,5 +1,7 @@
 #pragma once
 
+#include "BusAddress.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QObject>
@@ -13,8 +15,6 @@
 #include <vector>
 
 namespace kova {
-
-enum class Bus { System, Session };
 
 /// The desktop's message buses, served by one thread, so that nobody waits for a bus or a service that is
 /// missing, slow or hung. Each is connected at its first use, and again at the next one after it was lost.
@@ -41,6 +41,9 @@ public:
     /// Tells each new owner of a session service's name. On the buses' thread.
     void watch(const QString &service, std::function<void()> newOwner);
 
+    /// Tells each arrival of a signal on the session bus, whoever sends it. On the buses' thread.
+    void listen(const QString &interface, const QString &signal, std::function<void()> arrived);
+
     /// Lets everything that was run so far be sent, and ends the thread; false when a bus holds it up.
     bool close(std::chrono::milliseconds timeout);
 
@@ -50,7 +53,14 @@ private:
         std::function<void()> newOwner;
     };
 
+    struct Listening {
+        QString interface;
+        QString signal;
+        std::function<void()> arrived;
+    };
+
     QDBusConnection connection(Bus bus);
+    void watchAnew();
     std::optional<QDBusConnection> presentConnection(Bus bus);
     void setPresentConnection(Bus bus, std::optional<QDBusConnection> connection);
     void startWatching(const QDBusConnection &session);
@@ -62,6 +72,8 @@ private:
     std::array<std::optional<QDBusConnection>, 2> m_present; ///< guarded; never held while a bus is called
     int m_connections = 0;
     std::vector<Watch> m_watches;
+    std::vector<Listening> m_listenings;
+    const std::array<QString, 2> m_addresses{busAddress(Bus::System), busAddress(Bus::Session)};
 };
 
 } // namespace kova

@@ -1,12 +1,10 @@
 #include "MenuBarHost.h"
 
+#include "MessageBuses.h"
 #include "X11.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
-#include <QDBusServiceWatcher>
+#include <QDBusVariant>
 #include <QGuiApplication>
 
 namespace kova {
@@ -17,17 +15,11 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 } // namespace
 
 void MenuBarHost::watch() {
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) {
-        answer(false);
-        return;
-    }
-    auto *const watcher =
-        new QDBusServiceWatcher(watcherService, bus, QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &MenuBarHost::ask);
-    bus.connect(watcherService, watcherPath, watcherService, QStringLiteral("StatusNotifierHostRegistered"),
-                this, SLOT(ask()));
-    ask();
+    m_buses.run([this] {
+        m_buses.watch(watcherService, [this] { ask(); });
+        m_buses.listen(watcherService, QStringLiteral("StatusNotifierHostRegistered"), [this] { ask(); });
+        ask();
+    });
 }
 
 void MenuBarHost::ask() {
@@ -36,11 +28,11 @@ void MenuBarHost::ask() {
                                                        QStringLiteral("Get"));
     call.setArguments({watcherService, QStringLiteral("IsStatusNotifierHostRegistered")});
     call.setAutoStartService(false);
-    auto *const pending = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
-    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
-        const QDBusPendingReply<QDBusVariant> reply = *pending;
-        pending->deleteLater();
-        answer(reply.isValid() && reply.value().variant().toBool());
+    m_buses.call(Bus::Session, call, [this](const QDBusMessage &reply) {
+        const bool isRegistered = reply.type() == QDBusMessage::ReplyMessage &&
+                                  reply.arguments().value(0).value<QDBusVariant>().variant().toBool();
+        QMetaObject::invokeMethod(
+            this, [this, isRegistered] { answer(isRegistered); }, Qt::QueuedConnection);
     });
 }
 

@@ -4,6 +4,8 @@
 
 namespace kova {
 
+class MessageBuses;
+
 /// Waits for the desktop's place for a menu-bar item: a host of status notifiers, or a tray of the X11
 /// screen. An alarm clock is often started at login, before the panel. Main thread; no call waits for the
 /// bus.
@@ -11,17 +13,19 @@ class MenuBarHost : public QObject {
     Q_OBJECT
 
 public:
+    /// The buses must outlive it.
+    explicit MenuBarHost(MessageBuses &buses) : m_buses(buses) {}
+
     void watch();
 
 Q_SIGNALS:
     void available(); ///< at most once
 
-private Q_SLOTS:
-    void ask();
-
 private:
+    void ask();
     void answer(bool isRegistered);
 
+    MessageBuses &m_buses;
     bool m_isAvailable = false;
 };
 
