@@ -91,7 +91,9 @@ def test_the_message_is_read_again_and_again_after_a_pause(session):
     assert min(lengths) > 0.3 and max(lengths) - min(lengths) < 0.1
     session.clock.set("07:00:58.2")
     quiet, _ = listen(program)
-    assert 0.1 < max(sound.loudness(quiet[-9 * sound.RATE:])) / max(sound.loudness(loud)) < 0.8
+    # The first ones may still be of the louder alarm.
+    last = int(sound.sounding(quiet)[-2][0] * sound.RATE)
+    assert 0.1 < max(sound.loudness(quiet[last:])) / max(sound.loudness(loud)) < 0.8
 
 
 @pytest.mark.slow
