@@ -21,27 +21,25 @@ struct Recording {
     std::vector<char> bytes;
 
     // Blocks of exact silence before the first sound belong to the idle device, not to the file.
-    void take(const Uint8* block, int size)
-    {
+    void take(const Uint8 *block, int size) {
         if (bytes.empty() && std::all_of(block, block + size, [](Uint8 byte) { return byte == 0; }))
             return;
         bytes.insert(bytes.end(), block, block + size);
     }
 };
 
-int fail(const char* what, const char* why)
-{
+int fail(const char *what, const char *why) {
     std::fprintf(stderr, "loop_probe: %s: %s\n", what, why);
     return 1;
 }
 
-int record(const char* sound, int passes, Recording& recording)
-{
+int record(const char *sound, int passes, Recording &recording) {
     const std::unique_ptr<Mix_Music, decltype(&Mix_FreeMusic)> music(Mix_LoadMUS(sound), &Mix_FreeMusic);
     if (!music)
         return fail(sound, Mix_GetError());
-    Mix_SetPostMix([](void* target, Uint8* block, int size) { static_cast<Recording*>(target)->take(block, size); },
-                   &recording);
+    Mix_SetPostMix(
+        [](void *target, Uint8 *block, int size) { static_cast<Recording *>(target)->take(block, size); },
+        &recording);
     if (Mix_PlayMusic(music.get(), passes) != 0)
         return fail(sound, Mix_GetError());
     while (Mix_PlayingMusic())
@@ -52,8 +50,7 @@ int record(const char* sound, int passes, Recording& recording)
 
 } // namespace
 
-int main(int argc, char* argv[])
-{
+int main(int argc, char *argv[]) {
     const int passes = argc == 4 ? std::atoi(argv[2]) : 0;
     if (passes < 1)
         return fail("usage", "loop_probe SOUND PASSES RECORDING");

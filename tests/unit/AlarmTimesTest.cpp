@@ -153,6 +153,5 @@ private Q_SLOTS:
     }
 };
 
-Q_DECLARE_METATYPE(kova::AlarmGroup)
 QTEST_GUILESS_MAIN(AlarmTimesTest)
 #include "AlarmTimesTest.moc"
