@@ -1,4 +1,5 @@
 #include "FakeServices.h"
+#include "groups.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -10,13 +11,8 @@ namespace {
 
 AlarmGroup makeGroup(const QString &label, int hour, int minute, qint64 count, qint64 interval,
                      bool startBefore = true) {
-    AlarmGroup group;
+    AlarmGroup group = kova::makeGroup(hour, minute, count, interval, startBefore);
     group.label = label;
-    group.targetHour = hour;
-    group.targetMinute = minute;
-    group.alarmCount = count;
-    group.intervalMinutes = interval;
-    group.startBefore = startBefore;
     return group;
 }
 

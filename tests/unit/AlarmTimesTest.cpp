@@ -1,5 +1,7 @@
 #include "AlarmTimes.h"
 
+#include "groups.h"
+
 #include <QRandomGenerator>
 #include <QTest>
 #include <limits>
@@ -7,16 +9,6 @@
 using namespace kova;
 
 namespace {
-
-AlarmGroup makeGroup(qint64 hour, qint64 minute, qint64 count, qint64 interval, bool startBefore) {
-    AlarmGroup group;
-    group.targetHour = hour;
-    group.targetMinute = minute;
-    group.alarmCount = count;
-    group.intervalMinutes = interval;
-    group.startBefore = startBefore;
-    return group;
-}
 
 QStringList timesOf(const AlarmGroup &group) {
     QStringList times;

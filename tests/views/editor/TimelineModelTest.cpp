@@ -1,21 +1,13 @@
 #include "TimelineModel.h"
 
+#include "groups.h"
+
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace kova;
 
 namespace {
-
-AlarmGroup run(int hour, int minute, qint64 count, qint64 interval, bool startBefore) {
-    AlarmGroup group;
-    group.targetHour = hour;
-    group.targetMinute = minute;
-    group.alarmCount = count;
-    group.intervalMinutes = interval;
-    group.startBefore = startBefore;
-    return group;
-}
 
 QString shown(const TimelineModel &model) {
     QStringList texts;
@@ -36,12 +28,12 @@ private Q_SLOTS:
     void listsTheRunInRingingOrder_data() {
         QTest::addColumn<AlarmGroup>("group");
         QTest::addColumn<QString>("times");
-        QTest::newRow("before") << run(7, 0, 3, 5, true) << QStringLiteral("6:50 6:55 7:00!");
-        QTest::newRow("after") << run(7, 0, 3, 5, false) << QStringLiteral("7:00 7:05 7:10!");
-        QTest::newRow("across midnight") << run(0, 5, 3, 5, true) << QStringLiteral("23:55 0:00 0:05!");
-        QTest::newRow("two") << run(12, 0, 2, 30, true) << QStringLiteral("11:30 12:00!");
-        QTest::newRow("one") << run(12, 0, 1, 30, true) << QStringLiteral("12:00!");
-        QTest::newRow("none") << run(12, 0, 0, 30, true) << QString();
+        QTest::newRow("before") << makeGroup(7, 0, 3, 5, true) << QStringLiteral("6:50 6:55 7:00!");
+        QTest::newRow("after") << makeGroup(7, 0, 3, 5, false) << QStringLiteral("7:00 7:05 7:10!");
+        QTest::newRow("across midnight") << makeGroup(0, 5, 3, 5, true) << QStringLiteral("23:55 0:00 0:05!");
+        QTest::newRow("two") << makeGroup(12, 0, 2, 30, true) << QStringLiteral("11:30 12:00!");
+        QTest::newRow("one") << makeGroup(12, 0, 1, 30, true) << QStringLiteral("12:00!");
+        QTest::newRow("none") << makeGroup(12, 0, 0, 30, true) << QString();
     }
 
     void listsTheRunInRingingOrder() {
@@ -53,23 +45,23 @@ private Q_SLOTS:
 
     void changesNoMoreThanItMust() {
         TimelineModel model;
-        model.setGroup(run(7, 0, 3, 5, true));
+        model.setGroup(makeGroup(7, 0, 3, 5, true));
         QSignalSpy inserted(&model, &TimelineModel::rowsInserted);
         QSignalSpy removed(&model, &TimelineModel::rowsRemoved);
         QSignalSpy changed(&model, &TimelineModel::dataChanged);
         QSignalSpy reset(&model, &TimelineModel::modelReset);
 
-        AlarmGroup renamed = run(7, 0, 3, 5, true);
+        AlarmGroup renamed = makeGroup(7, 0, 3, 5, true);
         renamed.label = QStringLiteral("朝");
         model.setGroup(renamed);
         QCOMPARE(changed.size(), 0);
-        model.setGroup(run(7, 0, 3, 10, true));
+        model.setGroup(makeGroup(7, 0, 3, 10, true));
         QCOMPARE(changed.size(), 1);
         QCOMPARE(inserted.size() + removed.size(), 0);
-        model.setGroup(run(7, 0, 5, 10, true));
+        model.setGroup(makeGroup(7, 0, 5, 10, true));
         QCOMPARE(inserted.size(), 1);
         QCOMPARE(shown(model), QStringLiteral("6:20 6:30 6:40 6:50 7:00!"));
-        model.setGroup(run(7, 0, 2, 10, true));
+        model.setGroup(makeGroup(7, 0, 2, 10, true));
         QCOMPARE(removed.size(), 1);
         QCOMPARE(shown(model), QStringLiteral("6:50 7:00!"));
         QCOMPARE(reset.size(), 0);
@@ -77,10 +69,10 @@ private Q_SLOTS:
 
     void holdsALongRun() {
         TimelineModel model;
-        model.setGroup(run(7, 0, 500'000, 7, true));
+        model.setGroup(makeGroup(7, 0, 500'000, 7, true));
         QCOMPARE(model.rowCount(), 500'000);
         QVERIFY(model.index(499'999).data(TimelineModel::IsLast).toBool());
-        model.setGroup(run(7, 0, std::numeric_limits<qint64>::max(), 7, true));
+        model.setGroup(makeGroup(7, 0, std::numeric_limits<qint64>::max(), 7, true));
         QCOMPARE(model.rowCount(), 0);
     }
 };
