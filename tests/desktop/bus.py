@@ -29,6 +29,13 @@ class Bus(Process):
         self.wait_for("unix:…")
 
 
+class Accessibility(Process):
+    """The desktop's own bus for assistive tools."""
+
+    def __init__(self, env):
+        super().__init__(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"], env)
+
+
 class StandIn(Process):
     """A recording stand-in for one service of the desktop, as standins.py serves it."""
 

@@ -59,6 +59,8 @@ class Session:
                               self.env)
             self.env |= {"DISPLAY": ":" + display.wait_for(str.isdigit), "QT_QPA_PLATFORM": "xcb"}
             return display
+        if name == "accessibility":
+            return bus.Accessibility(self.env)
         if name == "sound":
             return sound.SoundServer(self.runtime, self.env)
         if name == "speech":

@@ -109,10 +109,29 @@ class SessionManager(dbus.service.Object):
             self.locks[cookie] = None
 
 
+class MenuBar(dbus.service.Object):
+    name, path = "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher"
+
+    @dbus.service.method(name, in_signature="s", sender_keyword="sender")
+    def RegisterStatusNotifierItem(self, item, sender):
+        tell("Register", item=str(item), owner=str(sender))
+
+    @dbus.service.method(dbus.INTROSPECTABLE_IFACE, out_signature="s")
+    def Introspect(self):
+        return f"""<node><interface name="{self.name}">
+          <method name="RegisterStatusNotifierItem"><arg name="item" type="s" direction="in"/></method>
+          <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
+        </interface></node>"""
+
+    @dbus.service.method(dbus.PROPERTIES_IFACE, in_signature="ss", out_signature="v")
+    def Get(self, interface, key):
+        return {"IsStatusNotifierHostRegistered": True}[key]
+
+
 if __name__ == "__main__":
     DBusGMainLoop(set_as_default=True)
     service = {"notifications": Notifications, "logind": Logind, "portal": Portal,
-               "session-manager": SessionManager}[sys.argv[1]]
+               "session-manager": SessionManager, "menu-bar": MenuBar}[sys.argv[1]]
     bus = dbus.SystemBus() if service is Logind else dbus.SessionBus()
     owned = dbus.service.BusName(service.name, bus, do_not_queue=True)
     served = service(bus, service.path)

@@ -48,6 +48,8 @@ T.CheckBox {
     }
     spacing: 8
 
+    Accessible.onPressAction: flip()
+    Accessible.onToggleAction: flip()
     Keys.onEnterPressed: flip()
     Keys.onReturnPressed: flip()
 }

@@ -7,6 +7,11 @@ T.MenuItem {
 
     property bool isDestructive: false
 
+    function choose() {
+        triggered();
+        menu.dismiss();
+    }
+
     Accessible.name: text
     font.pixelSize: 13
     implicitHeight: 24
@@ -27,6 +32,7 @@ T.MenuItem {
         verticalAlignment: Text.AlignVCenter
     }
 
-    Keys.onEnterPressed: item.click()
-    Keys.onReturnPressed: item.click()
+    Accessible.onPressAction: choose()
+    Keys.onEnterPressed: choose()
+    Keys.onReturnPressed: choose()
 }

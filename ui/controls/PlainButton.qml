@@ -32,6 +32,7 @@ T.Button {
         verticalAlignment: Text.AlignVCenter
     }
 
+    Accessible.onPressAction: button.clicked()
     Keys.onEnterPressed: button.clicked()
     Keys.onReturnPressed: button.clicked()
 

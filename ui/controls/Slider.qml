@@ -1,3 +1,4 @@
+import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
@@ -39,5 +40,14 @@ T.Slider {
             cornerRadius: 8
             shown: slider.visualFocus
         }
+    }
+
+    Accessible.onDecreaseAction: {
+        decrease();
+        moved();
+    }
+    Accessible.onIncreaseAction: {
+        increase();
+        moved();
     }
 }

@@ -51,6 +51,15 @@ T.SpinBox {
         x: stepper.width - width
     }
 
+    Accessible.onDecreaseAction: {
+        decrease();
+        valueModified();
+    }
+    Accessible.onIncreaseAction: {
+        increase();
+        valueModified();
+    }
+
     // Not the content item, which would be a stop of its own for the Tab key.
     Text {
         anchors.right: parent.right

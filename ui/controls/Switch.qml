@@ -35,6 +35,8 @@ T.Switch {
         }
     }
 
+    Accessible.onPressAction: flip()
+    Accessible.onToggleAction: flip()
     Keys.onEnterPressed: flip()
     Keys.onReturnPressed: flip()
 

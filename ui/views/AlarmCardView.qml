@@ -33,8 +33,9 @@ Item {
             radius: 12
         }
 
-        Keys.onEnterPressed: surface.click()
-        Keys.onReturnPressed: surface.click()
+        Accessible.onPressAction: card.click()
+        Keys.onEnterPressed: card.click()
+        Keys.onReturnPressed: card.click()
         onClicked: card.click()
 
         FocusRing {

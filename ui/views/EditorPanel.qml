@@ -19,13 +19,6 @@ T.Popup {
 
     background: Rectangle {
         color: Qt.alpha("black", 0.4)
-
-        MouseArea {
-            anchors.fill: parent
-            objectName: "dimming"
-
-            onClicked: panel.editor.cancel()
-        }
     }
 
     // While it fades it is one picture, lest what lies behind shows through between its pieces.

@@ -7,6 +7,13 @@ FocusScope {
 
     required property AlarmEditor editor
 
+    // In front of the dimming, which lies where no click comes.
+    MouseArea {
+        anchors.fill: parent
+        objectName: "dimming"
+
+        onClicked: stage.editor.cancel()
+    }
     PanelShadow {
         anchors.fill: editView
         color: Qt.alpha("black", 0.5)

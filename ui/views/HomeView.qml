@@ -40,6 +40,7 @@ Item {
                 Text {
                     id: title
 
+                    Accessible.name: text
                     Accessible.role: Accessible.Heading
                     anchors.verticalCenter: parent.verticalCenter
                     color: Palette.accent

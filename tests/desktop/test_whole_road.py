@@ -1,0 +1,107 @@
+"""The program as a person uses it, from adding a group to the silence after its alarm, and its menu."""
+
+import json
+import subprocess
+import sys
+from pathlib import Path
+
+import dbus
+import pytest
+
+import sound
+from groups import group
+from process import Process
+from session import until
+
+ALWAYS = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+
+
+def assist(session, *words):
+    script = Path(__file__).with_name("assistive.py")
+    done = subprocess.run([sys.executable, "-W", "ignore", script, *words], env=session.env, capture_output=True, text=True,
+                          timeout=30)
+    assert done.returncode == 0, done.stderr
+    return done.stdout.splitlines()
+
+
+def saved(session):
+    try:
+        return json.loads(session.list_file.read_text())
+    except FileNotFoundError:
+        return []
+
+
+def test_a_group_is_added_rings_and_is_stopped(session):
+    session.start_all()
+    session.start("display", "accessibility")
+    program = session.run("06:50:00", ALWAYS)
+    assist(session, "press", "アラーム追加")
+    assist(session, "write", "ラベル", "walk")
+    assist(session, "press", "保存")
+    until(lambda: saved(session))
+    [added] = saved(session)
+    assert (added["label"], added["targetHour"], added["alarmCount"]) == ("walk", 7, 3)
+    session["logind"].wait_for_call("Inhibit", why="KOVA Alarm active — preventing sleep")
+
+    session.clock.set("06:59:58.5")
+    with session.record() as recording:
+        program.wait_for("[Scheduler] FIRE: walk alarm #3")
+        until(lambda: sound.sounding(recording.samples()))
+        assert "alert\t7:00\twalk アラーム 3 / 3" in assist(session, "tell")
+        assist(session, "press", "停止")
+        quiet = 2 * sound.RATE
+        until(lambda: len(recording.samples()) > quiet and not sound.sounding(recording.samples()[-quiet:]), 10, 0.1)
+    assert not any(line.startswith("alert") for line in assist(session, "tell"))
+    program.end()
+
+
+def menu_of(session, registered):
+    bus = dbus.bus.BusConnection(session["session-bus"].address)
+    item = bus.get_object(registered["owner"], registered["item"] if registered["item"].startswith("/")
+                          else "/StatusNotifierItem")
+    properties = dbus.Interface(item, dbus.PROPERTIES_IFACE)
+    path = properties.Get("org.kde.StatusNotifierItem", "Menu")
+    return dbus.Interface(bus.get_object(registered["owner"], path), "com.canonical.dbusmenu"), properties
+
+
+def entries(menu):
+    _, (_, _, children) = menu.GetLayout(0, -1, dbus.Array(signature="s"))
+    return [(int(child[0]), str(child[1].get("label", "---" if child[1].get("type") == "separator" else "")),
+             bool(child[1].get("enabled", True))) for child in children if child[1].get("visible", True)]
+
+
+@pytest.mark.parametrize("count", [0, 7])
+def test_the_menu_summarises_and_quits(session, count):
+    session.start("session-bus", "system-bus", "logind", "menu-bar")
+    session.start("display")
+    session.save(*[group(f"{hour}:05", label=f"g{hour}", isEnabled=hour != 1) for hour in range(count)])
+    program = session.run("05:30:00")
+    registered = session["menu-bar"].wait_for_call("Register", 10)
+    menu, properties = menu_of(session, registered)
+    assert properties.Get("org.kde.StatusNotifierItem", "Title") == "KOVA"
+    shown = entries(menu)
+    labels = [label for _, label, _ in shown]
+    assert labels[:2] == ["KOVA アラーム", "---"]
+    if count == 0:
+        assert labels[2:] == ["アラームなし", "---", "---", "ウィンドウを表示", "終了"]
+    else:
+        assert labels[2] == "有効: 6 / 7" and labels[3] == "---"
+        assert [f"{hour}:05" in label and f"g{hour}" in label
+                for hour, label in enumerate(labels[4:9])] == [True] * 5
+        assert labels[9:] == ["他 2件...", "---", "スリープ防止中", "---", "ウィンドウを表示", "終了"]
+    assert [enabled for _, label, enabled in shown if label == "KOVA アラーム"] == [False]
+    quit_entry = next(number for number, label, _ in shown if label == "終了")
+    menu.Event(quit_entry, "clicked", dbus.Int32(0), dbus.UInt32(0))
+    assert program.wait() == 0
+    assert ("[PowerManager] Sleep prevention OFF" in program.texts()) == (count > 0)
+
+
+def test_a_second_start_shows_the_window_of_the_first(session):
+    session.start("session-bus", "display")
+    session.save(group("12:00"))
+    before = session.list_file.read_bytes()
+    program = session.run("05:30:00")
+    second = Process([str(part) for part in program.popen.args], session.env | session.clock.env)
+    assert second.wait() == 0 and second.texts() == []
+    assert session.list_file.read_bytes() == before and program.is_running()
+    program.end()
