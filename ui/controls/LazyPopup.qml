@@ -19,7 +19,8 @@ Loader {
         }
     }
 
-    Component.onCompleted: follow()
+    // Not at once: a popup needs the window, which takes the content in when it is complete.
+    Component.onCompleted: Qt.callLater(follow)
     onIsShownChanged: follow()
 
     Connections {

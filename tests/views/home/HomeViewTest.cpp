@@ -3,6 +3,7 @@
 #include "HomeFixture.h"
 #include "MainWindow.h"
 
+#include <QApplication>
 #include <QQuickItem>
 #include <QSignalSpy>
 #include <QTest>
@@ -96,6 +97,7 @@ void HomeViewTest::theEmptyHomeSaysHowToBegin() {
 void HomeViewTest::theHeaderHoldsItsMeasures() {
     Window w;
     w.add(1);
+    QTRY_VERIFY(w.shows("list"));
     QCOMPARE(w.window.size(), QSize(440, 620));
     QCOMPARE(w.frame("addButton"), QRectF(440 - 16 - 28, 10, 28, 28));
     QCOMPARE(w.frame("title").left(), 16.0);
@@ -416,7 +418,7 @@ void HomeViewTest::theKeyboardReachesEverythingInReadingOrder() {
 
 int main(int argc, char *argv[]) {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    QGuiApplication application(argc, argv);
+    const QApplication application(argc, argv);
     HomeViewTest test;
     return QTest::qExec(&test, argc, argv);
 }
