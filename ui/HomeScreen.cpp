@@ -16,7 +16,9 @@ HomeScreen::HomeScreen(AlarmViewModel &store, SoundPlayer &soundPlayer, AlarmSch
             &HomeScreen::isPreventingSleepChanged);
     connect(&soundPlayer, &SoundPlayer::currentPreviewIdChanged, this, &HomeScreen::currentPreviewIdChanged);
     connect(&store, &AlarmViewModel::isEditingChanged, this, &HomeScreen::isEditingChanged);
-    connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &HomeScreen::alertChanged);
+    // Sound, speech and notification come first: the alert is drawn when the alarm has fired.
+    connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &HomeScreen::alertChanged,
+            Qt::QueuedConnection);
 }
 
 AlarmAlertItem HomeScreen::alert() const {
