@@ -2,6 +2,7 @@
 
   units    the scheduler's tick and the saved list (kova-benchmarks)
   start    from the start of the process to the scheduler's start and to the first frame
+  click    from a click to the frame that answers it, with 10,000 groups
   ring     from the minute's boundary to the line, the notification, the sound server's stream and the sound
   idle     memory, wake-ups and processor time with a window, and after it was closed
 
@@ -26,9 +27,10 @@ ROOT = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(ROOT / "tests/desktop"))
 
 import sound  # noqa: E402
+from display import Display  # noqa: E402
 from groups import group  # noqa: E402
 from process import Process  # noqa: E402
-from session import PROGRAM, Program, Session  # noqa: E402
+from session import PROGRAM, Program, Session, until  # noqa: E402
 
 TIMES = 20
 FRAMES = {"QT_LOGGING_RULES": "qt.scenegraph.time.renderloop.debug=true", "QT_FORCE_STDERR_LOGGING": "1"}
@@ -79,6 +81,45 @@ def start():
     row("exec to the first frame, 20 groups", to_frame)
     row("exec to the first frame of a bare Qt Quick window", to_bare_frame)
     row("the ratio of the two", [one / other for one, other in zip(to_frame, to_bare_frame)], "")
+
+
+def click():
+    """On the first card's switch and on the card; what the press alone changes is waited for before."""
+    session, to_toggle, to_editor = Session(), [], []
+    try:
+        session.start_all(without=["sound", "speech"])
+        display = session.services["display"] = Display(session.folder, session.env, (460, 640))
+        session.save(*(group("12:00", label=f"アラーム {i}") for i in range(10_000)))
+        program = Program([PROGRAM], session.env | {"DISPLAY": display.name, "QT_QPA_PLATFORM": "xcb"})
+        program.wait_for("[Scheduler] Started")
+        display.wait_until_still(1)
+        switch = {"at": (390, 92), "seen": display.watch(370, 80, 45, 24)}
+        card = {"at": (60, 100), "seen": display.watch(16, 10, 60, 28)}  # the title, which the editor dims
+
+        def measure(target, values):
+            display.press(*target["at"])
+            display.wait_until_still()
+            before, begin = target["seen"](), time.monotonic()
+            display.release()
+            while target["seen"]() == before:
+                if time.monotonic() > begin + 5:
+                    raise AssertionError("the click has no answer")
+            values.append((time.monotonic() - begin) * 1000)
+            display.wait_until_still()
+
+        for _ in range(TIMES):
+            saved = session.list_file.read_bytes()
+            measure(switch, to_toggle)
+            until(lambda: session.list_file.read_bytes() != saved)
+        for _ in range(TIMES):
+            measure(card, to_editor)
+            display.click(5, 300)  # beside the panel
+            display.wait_until_still()
+        program.end()
+    finally:
+        session.close()
+    row("the switch of one of 10,000 groups, click to frame", to_toggle)
+    row("opening the editor, click to the first frame", to_editor)
 
 
 class Witnesses:
@@ -201,10 +242,11 @@ def idle():
 
 
 if __name__ == "__main__":
-    wanted = [word for word in sys.argv[1:] if not word.startswith("--")] or ["units", "start", "ring", "idle"]
+    wanted = [word for word in sys.argv[1:] if not word.startswith("--")] or [
+        "units", "start", "click", "ring", "idle"]
     print("| what | median | worst | of |\n|---|---|---|---|")
     for figure in wanted:
         if figure == "ring":
             ring("--real" in sys.argv)
         else:
-            {"units": units, "start": start, "idle": idle}[figure]()
+            {"units": units, "start": start, "click": click, "idle": idle}[figure]()

@@ -16,7 +16,9 @@
 
 #include <chrono>
 #include <cstdio>
+#include <fontconfig/fontconfig.h>
 #include <optional>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -88,6 +90,7 @@ int main(int argc, char *argv[]) {
     if (!instance.acquire()) {
         return activateRunningInstance(instance);
     }
+    const std::jthread fonts(&FcInit); // they are first needed when the toolkit stands
     drawInSoftware();
     std::optional<ToolkitsBus> toolkitsBus(std::in_place);
     const QApplication qtApplication(argc, argv);

@@ -1,6 +1,6 @@
 """Uses the program as an assistive tool does, over the accessibility bus that the environment leads to:
 assistive.py press NAME, assistive.py write NAME TEXT, or assistive.py tell, which prints role, name and
-description of everything that is shown."""
+description of everything that is shown, and what has the focus."""
 
 import sys
 import time
@@ -63,7 +63,8 @@ def main(verb, name="", text=""):
         until(lambda: Atspi.Text.get_text(node, 0, -1) == text, f"{name} does not take the text")
     else:
         for node in everything():
-            print(node.get_role_name(), node.get_name(), node.get_description(), sep="\t")
+            focus = ["focused"] if node.get_state_set().contains(Atspi.StateType.FOCUSED) else []
+            print(node.get_role_name(), node.get_name(), node.get_description(), *focus, sep="\t")
 
 
 main(*sys.argv[1:])

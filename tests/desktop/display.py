@@ -1,6 +1,7 @@
 """A virtual display: what it shows, and a hand on its mouse and keyboard."""
 
 import ctypes
+import mmap
 import os
 import struct
 import time
@@ -26,9 +27,18 @@ class Display(Process):
         self._connection = ctypes.c_void_p(self._x11.XOpenDisplay(self.name.encode()))
 
     def click(self, x, y, button=1):
+        self.press(x, y, button)
+        self.release(button)
+
+    def press(self, x, y, button=1):
         self._xtst.XTestFakeMotionEvent(self._connection, -1, int(x), int(y), 0)
-        for is_press in (1, 0):
-            self._xtst.XTestFakeButtonEvent(self._connection, button, is_press, 0)
+        self._button(button, 1)
+
+    def release(self, button=1):
+        self._button(button, 0)
+
+    def _button(self, button, is_press):
+        self._xtst.XTestFakeButtonEvent(self._connection, button, is_press, 0)
         self._x11.XSync(self._connection, 0)
 
     def pixels(self):
@@ -44,6 +54,15 @@ class Display(Process):
             rgb[0::3], rgb[1::3], rgb[2::3] = row[2::4], row[1::4], row[0::4]
             rows.append(bytes(rgb))
         return width, height, rows
+
+    def watch(self, left, top, width, height):
+        """A function that reads the bytes of a rectangle, fast enough to be called until they change."""
+        with self._screen.open("rb") as file:
+            memory = mmap.mmap(file.fileno(), 0, access=mmap.ACCESS_READ)
+        header = struct.unpack(">25I", memory[:100])
+        first = header[0] + header[19] * 12 + top * header[12] + left * 4
+        lines = [slice(first + y * header[12], first + y * header[12] + width * 4) for y in range(height)]
+        return lambda: [memory[line] for line in lines]
 
     def wait_until_still(self, seconds=0.4, timeout=10):
         """Waits until the picture has not changed for so long."""

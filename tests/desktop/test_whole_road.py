@@ -47,7 +47,8 @@ def test_a_group_is_added_rings_and_is_stopped(session):
     with session.record() as recording:
         program.wait_for("[Scheduler] FIRE: walk alarm #3")
         until(lambda: sound.sounding(recording.samples()))
-        assert "alert\t7:00\twalk アラーム 3 / 3" in assist(session, "tell")
+        # A screen reader speaks what takes the focus.
+        assert "alert\t7:00\twalk アラーム 3 / 3\tfocused" in assist(session, "tell")
         assist(session, "press", "停止")
         quiet = 2 * sound.RATE
         until(lambda: len(recording.samples()) > quiet and not sound.sounding(recording.samples()[-quiet:]), 10, 0.1)
