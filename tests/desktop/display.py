@@ -15,7 +15,7 @@ class Display(Process):
     def __init__(self, folder, env, size=(1000, 800)):
         reading, writing = os.pipe()
         super().__init__(
-            ["Xvfb", "-nocursor", "-displayfd", str(writing), "-screen", "0", f"{size[0]}x{size[1]}x24", "-nolisten", "tcp",
+            ["Xvfb", "-noreset", "-nocursor", "-displayfd", str(writing), "-screen", "0", f"{size[0]}x{size[1]}x24", "-nolisten", "tcp",
              "-fbdir", str(folder)], env, pass_fds=[writing])
         os.close(writing)
         with os.fdopen(reading) as number:

@@ -55,7 +55,7 @@ class Session:
         if name.endswith("-bus"):
             return bus.Bus(name.removesuffix("-bus"), self.folder, self.env)
         if name == "display":
-            display = Process(["Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
+            display = Process(["Xvfb", "-noreset", "-displayfd", "1", "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
                               self.env)
             self.env |= {"DISPLAY": ":" + display.wait_for(str.isdigit), "QT_QPA_PLATFORM": "xcb"}
             return display
