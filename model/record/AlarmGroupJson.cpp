@@ -1,5 +1,6 @@
 #include "AlarmGroupJson.h"
 
+#include <QStringDecoder>
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -149,7 +150,9 @@ bool assign(std::nullptr_t, std::optional<QString> &field) {
 }
 
 bool assign(std::string_view value, QString &field) {
-    field = QString::fromUtf8(value.data(), static_cast<qsizetype>(value.size()));
+    // QString::fromUtf8 would take a first U+FEFF for a mark of the encoding and drop it.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    field = decoder(QByteArrayView(value.data(), static_cast<qsizetype>(value.size())));
     return true;
 }
 
@@ -211,7 +214,7 @@ public:
             if (list == nullptr) {
                 return fail();
             }
-            (groups.last().**list).clear();
+            groups.last().**list = {};
             m_isInList = true;
             m_found |= bit(*m_key);
         } else if (m_depth == 1 || m_isInList) {

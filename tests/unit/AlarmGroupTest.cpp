@@ -88,6 +88,7 @@ private Q_SLOTS:
         QTest::newRow("quotes") << QStringLiteral("\"\\/'");
         QTest::newRow("control characters")
             << QString(QChar(u'\0')) + QStringLiteral("\x01\b\f\n\r\t\x1f\x7f");
+        QTest::newRow("byte order marks") << QStringLiteral("\ufeff\ufeffa\ufeff");
         QTest::newRow("beyond the basic plane") << QStringLiteral("⏰𠮷\u2028\U0010FFFF");
     }
     void everyTextSurvives() {

@@ -1,94 +1,27 @@
 #include "FakeServices.h"
+#include "RingOracle.h"
 
-#include <QRandomGenerator>
 #include <QTest>
-#include <ctime>
-#include <map>
-#include <set>
 
 using namespace kova;
-
-namespace {
-
-/// One alarm that rang: the group's label and the alarm's number.
-using Ring = std::pair<QString, qint64>;
-
-/// What must ring, worked out the long way: every alarm of every group written into a table of the day, and
-/// the time taken from the C library instead of the fake clock.
-class Oracle {
-public:
-    explicit Oracle(const QList<AlarmGroup> &groups) {
-        for (const AlarmGroup &group : groups) {
-            for (qint64 k = 0; group.isEnabled && k < group.alarmCount; ++k) {
-                qint64 minute = group.targetHour * 60 + group.targetMinute;
-                for (qint64 step = 0; step < (group.startBefore ? group.alarmCount - 1 - k : k); ++step) {
-                    minute += group.startBefore ? -group.intervalMinutes : group.intervalMinutes;
-                }
-                while (minute < 0) {
-                    minute += 24 * 60;
-                }
-                m_table[minute % (24 * 60)].push_back({{group.label, k + 1}, group.repeatDays});
-            }
-        }
-    }
-
-    std::optional<Ring> tick(time_t moment) {
-        tm local{};
-        localtime_r(&moment, &local);
-        if (local.tm_sec != 0) {
-            return std::nullopt;
-        }
-        if (local.tm_hour == 0 && local.tm_min == 0) {
-            m_rang.clear();
-        }
-        for (const auto &[ring, days] : m_table[local.tm_hour * 60 + local.tm_min]) {
-            const bool isDay = days.isEmpty() || std::count(days.begin(), days.end(), local.tm_wday) > 0;
-            if (isDay && m_rang.insert(ring).second) {
-                return ring;
-            }
-        }
-        return std::nullopt;
-    }
-
-private:
-    struct Entry {
-        Ring ring;
-        QList<qint64> days;
-    };
-    std::map<qint64, std::vector<Entry>> m_table;
-    std::set<Ring> m_rang;
-};
-
-QList<AlarmGroup> randomGroups(QRandomGenerator &random) {
-    QList<AlarmGroup> groups;
-    for (int i = 0; i < 12; ++i) {
-        AlarmGroup group;
-        group.label = QString::number(i);
-        // Every third group lives around the hours at which clocks are changed, or around midnight.
-        group.targetHour = i % 3 == 0 ? random.bounded(4) : random.bounded(24);
-        group.targetMinute = random.bounded(60);
-        group.alarmCount = random.bounded(1, 21);
-        group.intervalMinutes = random.bounded(0, 31);
-        group.startBefore = random.bounded(2) == 0;
-        group.isEnabled = random.bounded(8) != 0;
-        for (qint64 day = 0; day < 7; ++day) {
-            if (random.bounded(3) == 0) {
-                group.repeatDays.prepend(day);
-            }
-        }
-        groups.append(group);
-    }
-    return groups;
-}
-
-} // namespace
 
 class AlarmYearTest : public QObject {
     Q_OBJECT
 
     std::unique_ptr<FakeServices> m_services;
-    std::unique_ptr<Oracle> m_oracle;
+    std::unique_ptr<RingOracle> m_oracle;
     int m_rings = 0;
+
+    void prepare(const QByteArray &zone, QRandomGenerator &random, int count) {
+        qputenv("TZ", zone);
+        tzset();
+        const QList<AlarmGroup> groups = randomGroups(random, count);
+        m_services = std::make_unique<FakeServices>();
+        m_services->clock.setZone(zone);
+        m_services->scheduler.setGroups(groups);
+        m_oracle = std::make_unique<RingOracle>(groups);
+        m_rings = 0;
+    }
 
     // One tick at a moment in seconds since 1970; false when the scheduler and the oracle disagree.
     bool tickAt(double moment) {
@@ -118,15 +51,8 @@ private Q_SLOTS:
     }
     void everyAlarmRingsInItsMinute() {
         QFETCH(QByteArray, zone);
-        qputenv("TZ", zone);
-        tzset();
         QRandomGenerator random(static_cast<quint32>(zone.size()));
-        const QList<AlarmGroup> groups = randomGroups(random);
-        m_services = std::make_unique<FakeServices>();
-        m_services->clock.setZone(zone);
-        m_services->scheduler.setGroups(groups);
-        m_oracle = std::make_unique<Oracle>(groups);
-        m_rings = 0;
+        prepare(zone, random, 12);
 
         const time_t newYear = 1767225600; // 2026-01-01 00:00:00 UTC
         constexpr time_t year = 365 * 86400;
@@ -157,6 +83,17 @@ private Q_SLOTS:
             }
         }
         QVERIFY2(m_rings > 5000, qPrintable(QString::number(m_rings)));
+    }
+
+    // Second by second, through the night in which the clocks go forward.
+    void manyGroupsRingForDays() {
+        QRandomGenerator random(500);
+        prepare("Europe/Berlin", random, 500);
+        const time_t start = 1774652400; // 2026-03-28 00:00:00
+        for (time_t second = start; second < start + 3 * 86400; ++second) {
+            QVERIFY(tickAt(static_cast<double>(second)));
+        }
+        QVERIFY2(m_rings > 2500, qPrintable(QString::number(m_rings)));
     }
 };
 

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "AlarmGroup.h"
+
+#include <QRandomGenerator>
+#include <algorithm>
+#include <ctime>
+#include <map>
+#include <set>
+#include <vector>
+
+namespace kova {
+
+/// One alarm that rang: the group's label and the alarm's number.
+using Ring = std::pair<QString, qint64>;
+
+/// What must ring, worked out the long way: every alarm of every group written into a table of the day, and
+/// the time taken from the C library instead of the fake clock.
+class RingOracle {
+public:
+    explicit RingOracle(const QList<AlarmGroup> &groups) {
+        for (const AlarmGroup &group : groups) {
+            for (qint64 k = 0; group.isEnabled && k < group.alarmCount; ++k) {
+                qint64 minute = group.targetHour * 60 + group.targetMinute;
+                for (qint64 step = 0; step < (group.startBefore ? group.alarmCount - 1 - k : k); ++step) {
+                    minute += group.startBefore ? -group.intervalMinutes : group.intervalMinutes;
+                }
+                while (minute < 0) {
+                    minute += 24 * 60;
+                }
+                m_table[minute % (24 * 60)].push_back({{group.label, k + 1}, group.repeatDays});
+            }
+        }
+    }
+
+    /// What rings at a moment in seconds since 1970, if it is asked for each second in turn.
+    std::optional<Ring> tick(time_t moment) {
+        tm local{};
+        localtime_r(&moment, &local);
+        if (local.tm_sec != 0) {
+            return std::nullopt;
+        }
+        if (local.tm_hour == 0 && local.tm_min == 0) {
+            m_rang.clear();
+        }
+        for (const auto &[ring, days] : m_table[local.tm_hour * 60 + local.tm_min]) {
+            const bool isDay = days.isEmpty() || std::count(days.begin(), days.end(), local.tm_wday) > 0;
+            if (isDay && m_rang.insert(ring).second) {
+                return ring;
+            }
+        }
+        return std::nullopt;
+    }
+
+private:
+    struct Entry {
+        Ring ring;
+        QList<qint64> days;
+    };
+    std::map<qint64, std::vector<Entry>> m_table;
+    std::set<Ring> m_rang;
+};
+
+/// Groups as the editor could make them, with their numbers as labels.
+inline QList<AlarmGroup> randomGroups(QRandomGenerator &random, int count) {
+    QList<AlarmGroup> groups;
+    for (int i = 0; i < count; ++i) {
+        AlarmGroup group;
+        group.label = QString::number(i);
+        // Every third group lives around the hours at which clocks are changed, or around midnight.
+        group.targetHour = i % 3 == 0 ? random.bounded(4) : random.bounded(24);
+        group.targetMinute = random.bounded(60);
+        group.alarmCount = random.bounded(1, 21);
+        group.intervalMinutes = random.bounded(0, 31);
+        group.startBefore = random.bounded(2) == 0;
+        group.isEnabled = random.bounded(8) != 0;
+        for (qint64 day = 0; day < 7; ++day) {
+            if (random.bounded(3) == 0) {
+                group.repeatDays.prepend(day);
+            }
+        }
+        groups.append(group);
+    }
+    return groups;
+}
+
+} // namespace kova

@@ -1,0 +1,19 @@
+// Any bytes may be read as a bookmark. Only a whole bookmark of a usable path is, and kept to the last bit.
+
+#include "BookmarkForm.h"
+#include "require.h"
+
+#include <climits>
+
+using namespace kova;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    if (const auto record = decodeBookmark(bytes)) {
+        require(record->path.startsWith('/') && record->path.size() < PATH_MAX &&
+                bytes.endsWith(record->path));
+        require(qstrlen(record->path.constData()) == static_cast<size_t>(record->path.size()));
+        require(encodeBookmark(*record) == bytes);
+    }
+    return 0;
+}

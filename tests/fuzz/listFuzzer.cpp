@@ -1,0 +1,94 @@
+// The saved list: any bytes may be read. What is read is kept by writing and reading, and each of its groups,
+// whatever its numbers, has its alarms at times of day, each at exactly one.
+
+#include "AlarmGroupJson.h"
+#include "AlarmTimes.h"
+#include "require.h"
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+using namespace kova;
+
+namespace {
+
+constexpr int minutesPerDay = 1440;
+
+// The alarms that a scheduler finds when it asks at each minute of a day.
+void findAlarms(const AlarmGroup &group) {
+    qint64 found = 0;
+    for (int minute = 0; minute < minutesPerDay; ++minute) {
+        const ClockTime time{minute / 60, minute % 60};
+        if (const auto indexes = alarmsAt(group, time)) {
+            require(indexes->first >= 0 && indexes->first < group.alarmCount && indexes->period >= 1);
+            require(alarmTime(group, indexes->first) == time);
+            found += (group.alarmCount - 1 - indexes->first) / indexes->period + 1;
+        }
+    }
+    require(found == (hasAlarms(group) ? group.alarmCount : 0));
+}
+
+void showAlarms(const AlarmGroup &group) {
+    using Limits = std::numeric_limits<qint64>;
+    for (const qint64 index : {Limits::min(), qint64(-1), qint64(0), group.alarmCount, Limits::max()}) {
+        const ClockTime time = alarmTime(group, index);
+        require(time.hour >= 0 && time.hour < 24 && time.minute >= 0 && time.minute < 60);
+    }
+    require(timeText(group.targetHour, group.targetMinute).contains(u':'));
+    require(repeatDaysText(group).size() <= 2 * group.repeatDays.size() + 4);
+    require(sequenceText(group).has_value() == (group.alarmCount >= 2));
+}
+
+void keepGroups(const QList<AlarmGroup> &groups) {
+    const Result<QByteArray> json = encodeGroups(groups);
+    require(static_cast<bool>(json));
+    const Result<QList<AlarmGroup>> again = decodeGroups(json.value());
+    require(again && again.value() == groups && encodeGroups(again.value()).value() == json.value());
+    for (const AlarmGroup &group : groups) {
+        findAlarms(group);
+        showAlarms(group);
+    }
+}
+
+// A group of any content, made of bytes that are no list.
+void keepRawGroup(const QByteArray &bytes) {
+    struct {
+        qint64 hour, minute, count, interval;
+        double createdAt;
+        float volume;
+    } raw;
+    if (bytes.size() < qsizetype(sizeof raw)) {
+        return;
+    }
+    std::memcpy(&raw, bytes.constData(), sizeof raw);
+    AlarmGroup group;
+    group.label = QString::fromUtf8(bytes.mid(sizeof raw));
+    group.targetHour = raw.hour;
+    group.targetMinute = raw.minute;
+    group.alarmCount = raw.count;
+    group.intervalMinutes = raw.interval;
+    group.startBefore = raw.interval % 2 == 0;
+    group.createdAt = raw.createdAt;
+    group.volume = raw.volume;
+    if (std::isfinite(raw.createdAt) && std::isfinite(raw.volume)) {
+        keepGroups({group});
+    } else {
+        require(!encodeGroups({group}));
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    if (const Result<QList<AlarmGroup>> groups = decodeGroups(bytes)) {
+        keepGroups(groups.value());
+    } else {
+        require(!groups.error().isEmpty());
+    }
+    if (!bytes.startsWith('[')) {
+        keepRawGroup(bytes);
+    }
+    return 0;
+}
