@@ -3,6 +3,7 @@
   units    the scheduler's tick and the saved list (kova-benchmarks)
   start    from the start of the process to the scheduler's start and to the first frame
   ring     from the minute's boundary to the line, the notification, the sound server's stream and the sound
+  kills    1,000 kills while the list is saved again and again, and what each next start found
   idle     memory, wake-ups and processor time with a window, and after it was closed
 
 With --real an alarm rings in each of the next 20 minutes of the real clock; else the program is started 20 times
@@ -153,6 +154,14 @@ def ring(real=False):
         row(f"minute boundary to {what}", values)
 
 
+def kills():
+    done = subprocess.run([PROGRAM.parent / "tests/KillsTest"], env=os.environ | {"KOVA_KILLS": "1000"},
+                          stdout=subprocess.PIPE, text=True)
+    if done.returncode != 0:
+        sys.exit(done.stdout)
+    print(f"| {re.search('[0-9]+ kills in .*', done.stdout)[0]} | | | 1000 |", flush=True)
+
+
 def status(pid, key):
     return int(re.search(rf"^{key}:\s+(\d+)", Path(f"/proc/{pid}/status").read_text(), re.M)[1])
 
@@ -201,10 +210,10 @@ def idle():
 
 
 if __name__ == "__main__":
-    wanted = [word for word in sys.argv[1:] if not word.startswith("--")] or ["units", "start", "ring", "idle"]
+    wanted = [word for word in sys.argv[1:] if not word.startswith("--")] or ["units", "start", "ring", "kills", "idle"]
     print("| what | median | worst | of |\n|---|---|---|---|")
     for figure in wanted:
         if figure == "ring":
             ring("--real" in sys.argv)
         else:
-            {"units": units, "start": start, "idle": idle}[figure]()
+            {"units": units, "start": start, "kills": kills, "idle": idle}[figure]()
