@@ -11,6 +11,8 @@ import tempfile
 import time
 from pathlib import Path
 
+import pytest
+
 import bus
 import sound
 import speech
@@ -136,9 +138,11 @@ class Program(Process):
 
 
 def mounting(command):
-    """Runs a program where a mount has been made that nobody else sees."""
-    as_root = [] if os.getuid() == 0 else ["--map-root-user"]
-    return ["/usr/bin/unshare", "--mount", *as_root, "/bin/sh", "-c", f'/bin/mount {command} && exec "$@"', "sh"]
+    """Runs a program where a mount has been made that nobody else sees. Skips the test where that is forbidden."""
+    private = ["/usr/bin/unshare", "--mount", *([] if os.getuid() == 0 else ["--map-root-user"])]
+    if subprocess.run([*private, "/bin/true"]).returncode != 0:
+        pytest.skip("mounts are forbidden here")
+    return [*private, "/bin/sh", "-c", f'/bin/mount {command} && exec "$@"', "sh"]
 
 
 def until(condition, timeout=10, step=0.01):
