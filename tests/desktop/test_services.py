@@ -2,6 +2,7 @@
 and a service that comes back is used again."""
 
 import signal
+import subprocess
 import time
 
 import pytest
@@ -109,13 +110,15 @@ def test_the_ringing_outlives_a_service(session, service):
 def test_a_sound_server_that_restarts_sounds_again_in_the_same_alarm(session, record_property):
     session.start("sound")
     session.save(RUN | {"ttsEnabled": False})
-    program = session.run("06:59:58.2")
+    program = session.run("06:59:58.2", stderr=subprocess.STDOUT)
     program.wait_for("[Scheduler] FIRE…")
     with session.record() as recording:
         until(lambda: sound.sounding(recording.samples()))
     session["sound"].kill()
+    program.wait_for("kova-alarm: no sound…")
     session.start("sound")
     back = time.monotonic()
+    until(lambda: subprocess.check_output(["pactl", "list", "short", "sink-inputs"], env=session.env))
+    record_property("seconds from the server to the alarm's stream", time.monotonic() - back)
     with session.record() as recording:
         until(lambda: sound.sounding(recording.samples()))
-    record_property("seconds of silence after the server", time.monotonic() - back)
