@@ -4,6 +4,7 @@
   start    from the start of the process to the scheduler's start and to the first frame
   click    from a click to the frame that answers it, with 10,000 groups
   ring     from the minute's boundary to the line, the notification, the sound server's stream and the sound
+  kills    1,000 kills while the list is saved again and again, and what each next start found
   idle     memory, wake-ups and processor time with a window, and after it was closed
   soak     three days of 500 groups on the fake clock: rings missing or too many, memory after each (kova-soak)
 
@@ -195,6 +196,14 @@ def ring(real=False):
         row(f"minute boundary to {what}", values)
 
 
+def kills():
+    done = subprocess.run([PROGRAM.parent / "tests/KillsTest"], env=os.environ | {"KOVA_KILLS": "1000"},
+                          stdout=subprocess.PIPE, text=True)
+    if done.returncode != 0:
+        sys.exit(done.stdout)
+    print(f"| {re.search('[0-9]+ kills in .*', done.stdout)[0]} | | | 1000 |", flush=True)
+
+
 def status(pid, key):
     return int(re.search(rf"^{key}:\s+(\d+)", Path(f"/proc/{pid}/status").read_text(), re.M)[1])
 
@@ -254,8 +263,8 @@ def soak():
 
 
 if __name__ == "__main__":
-    figures = {"units": units, "start": start, "click": click, "ring": lambda: ring("--real" in sys.argv), "idle": idle,
-               "soak": soak}
+    figures = {"units": units, "start": start, "click": click, "ring": lambda: ring("--real" in sys.argv),
+               "kills": kills, "idle": idle, "soak": soak}
     print("| what | median | worst | of |\n|---|---|---|---|")
     for figure in [word for word in sys.argv[1:] if not word.startswith("--")] or figures:
         figures[figure]()

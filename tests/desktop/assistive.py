@@ -1,6 +1,6 @@
 """Uses the program as an assistive tool does, over the accessibility bus that the environment leads to:
-assistive.py press NAME, assistive.py write NAME TEXT, or assistive.py tell, which prints role, name and
-description of everything that is shown, and what has the focus."""
+assistive.py press NAME, assistive.py toggle NAME, assistive.py write NAME TEXT, or assistive.py tell, which prints
+role, name and description of everything that is shown, scrolled out of sight or not, and what has the focus."""
 
 import sys
 import time
@@ -14,12 +14,15 @@ from gi.repository import Atspi, GLib  # noqa: E402
 def shown(node):
     if node is None:
         return
-    states = node.get_state_set()
-    if node.get_role() != Atspi.Role.APPLICATION and not states.contains(Atspi.StateType.SHOWING):
+    if node.get_role() != Atspi.Role.APPLICATION and not node.get_component_iface():
         return
     yield node
     for index in range(node.get_child_count()):
         yield from shown(node.get_child_at_index(index))
+
+
+def is_in_sight(node):
+    return node.get_state_set().contains(Atspi.StateType.SHOWING)
 
 
 def everything():
@@ -51,9 +54,13 @@ def find(name, is_right):
 
 
 def main(verb, name="", text=""):
-    if verb == "press":
-        node = find(name, lambda node: "Press" in actions(node))
-        node.get_action_iface().do_action(actions(node).index("Press"))
+    if verb in ("press", "toggle"):
+        action = verb.capitalize()
+        node = find(name, lambda node: action in actions(node))
+        if not is_in_sight(node):
+            node.get_component_iface().grab_focus()
+            until(lambda: is_in_sight(node), f"{name} is not scrolled into sight")
+        node.get_action_iface().do_action(actions(node).index(action))
     elif verb == "write":
         node = find(name, lambda node: node.get_role() == Atspi.Role.TEXT)
         place = node.get_extents(Atspi.CoordType.SCREEN)

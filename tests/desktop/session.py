@@ -5,9 +5,13 @@ import json
 import os
 import shutil
 import signal
+import subprocess
+import sys
 import tempfile
 import time
 from pathlib import Path
+
+import pytest
 
 import bus
 import sound
@@ -17,6 +21,7 @@ from process import Process
 
 ROOT = Path(__file__).resolve().parents[2]
 PROGRAM = Path(os.environ.get("KOVA_PROGRAM", ROOT / "build/release/kova-alarm"))
+ASSISTED = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}  # the program's environment when it is to be used
 SERVICES = ("session-bus", "system-bus", "sound", "speech", "notifications", "logind")
 
 
@@ -83,16 +88,27 @@ class Session:
         raw = groups[0] if groups and isinstance(groups[0], bytes) else json.dumps(groups).encode()
         self.list_file.write_bytes(raw)
 
-    def run(self, at="06:59:58.5", env=None):
-        """Starts the program at that time of its clock and waits until it is ready."""
+    def run(self, at="06:59:58.5", env=None, under=(), stderr=None):
+        """Starts the program at that time of its clock, under another command where one is given, and waits
+        until it is ready. A variable that is None is not set."""
         self.clock.set(at)
         alone = {"PATH": "/nonexistent"}  # it can't start a speech service of its own
         # Even root must heed the permissions of files.
         plain = ["/usr/bin/setpriv", "--bounding-set=-all", "--inh-caps=-all"] if os.getuid() == 0 else []
-        program = Program([*plain, PROGRAM], self.env | self.clock.env | alone | (env or {}), stderr=None)
+        every = self.env | self.clock.env | alone | (env or {})
+        env = {name: value for name, value in every.items() if value is not None}
+        program = Program([*under, *plain, PROGRAM], env, stderr=stderr)
         self._others.append(program)
         program.wait_for("[Scheduler] Started", 20)
         return program
+
+    def assist(self, *words):
+        """Uses the program as assistive.py describes; it needs a session bus, a display and accessibility."""
+        script = Path(__file__).with_name("assistive.py")
+        done = subprocess.run([sys.executable, "-W", "ignore", script, *words], env=self.env, capture_output=True,
+                              text=True, timeout=30)
+        assert done.returncode == 0, done.stderr
+        return done.stdout.splitlines()
 
     def close(self):
         for process in [*self._others, *self.services.values()]:
@@ -119,6 +135,14 @@ class Program(Process):
         """Ends it in the proper way."""
         self.signal(number)
         assert self.wait(5) == 0
+
+
+def mounting(command):
+    """Runs a program where a mount has been made that nobody else sees. Skips the test where that is forbidden."""
+    private = ["/usr/bin/unshare", "--mount", *([] if os.getuid() == 0 else ["--map-root-user"])]
+    if subprocess.run([*private, "/bin/true"]).returncode != 0:
+        pytest.skip("mounts are forbidden here")
+    return [*private, "/bin/sh", "-c", f'/bin/mount {command} && exec "$@"', "sh"]
 
 
 def until(condition, timeout=10, step=0.01):

@@ -72,15 +72,17 @@ def sounding(samples, threshold=0.002, step=0.02, shortest_pause=0.5):
 
 
 def find(sound, samples):
-    """Where the sound lies in the samples and how loud it is there: (second, gain, likeness). The likeness is
-    the normalised correlation, 1 for the sound alone and about 0 for anything else."""
+    """Where the samples are most like the sound, and how loud it is there: (second, gain, likeness). The
+    likeness is the normalised correlation, 1 for the sound alone and about 0 for anything else."""
     size = 1 << (len(sound) + len(samples)).bit_length()
     spectrum = numpy.conj(numpy.fft.rfft(sound, size)) * numpy.fft.rfft(samples, size)
     correlation = numpy.fft.irfft(spectrum, size)[:len(samples) - len(sound) + 1]
-    at = int(correlation.argmax())
     power = (sound ** 2).sum()
-    there = (samples[at:at + len(sound)] ** 2).sum()
-    return at / RATE, correlation[at] / power, correlation[at] / numpy.sqrt(power * there + 1e-12)
+    energy = numpy.cumsum(numpy.concatenate([[0], samples ** 2]))
+    there = energy[len(sound):] - energy[:-len(sound)]
+    likeness = correlation / numpy.sqrt(power * numpy.maximum(there, 1e-6 * there.max() + 1e-12))
+    at = int(likeness.argmax())
+    return at / RATE, correlation[at] / power, likeness[at]
 
 
 def heard(sound, samples, piece=0.2):

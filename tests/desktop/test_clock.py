@@ -1,11 +1,14 @@
 """The clock is set, or the machine sleeps, while the program runs."""
 
+import os
+import shutil
 import signal
 import time
 
 import pytest
 
 from groups import group
+from session import mounting
 
 
 @pytest.mark.parametrize("at, then", [("06:00:30", "06:59:59.2"), ("18:00:30", "06:59:59.2"),
@@ -29,17 +32,35 @@ def test_a_clock_set_back_rings_no_alarm_twice(session):
     assert sum("FIRE: once" in text for text in program.texts()) == 1
 
 
-def test_an_alarm_slept_through_does_not_ring_late(session):
+@pytest.mark.parametrize("awake", ["07:00:01.1", "07:00:30"])
+def test_an_alarm_slept_through_does_not_ring_late(session, awake):
     session.save(group("7:00", label="missed"), group("7:01", label="next"))
     program = session.run("06:59:57.5")
     program.signal(signal.SIGSTOP)
     time.sleep(0.1)
-    session.clock.set("07:00:30")
+    session.clock.set(awake)
     program.signal(signal.SIGCONT)
     time.sleep(1.5)
     session.clock.set("07:00:59.2")
     program.wait_for("[Scheduler] FIRE: next alarm #1")
     assert not any("missed" in text for text in program.texts())
+
+
+def test_an_alarm_follows_a_time_zone_that_is_set(session):
+    zone = session.folder / "localtime"
+
+    def travel(to):
+        shutil.copyfile(f"/usr/share/zoneinfo/{to}", zone)
+        os.utime(zone, (len(to), len(to)))  # another file to the C library, which looks at whole seconds
+
+    travel("UTC")
+    session.save(group("22:00", label="old"), group("22:01", label="old"), group("7:01", label="new"))
+    program = session.run(env={"TZ": None}, under=mounting(f"--bind {zone} /etc/localtime"))
+    program.wait_for("[Scheduler] FIRE: old alarm #1")
+    travel("Asia/Tokyo")
+    session.clock.set("07:00:59.2")
+    fired = program.wait_for("[Scheduler] FIRE…")
+    assert fired.endswith("new alarm #1") and session.clock.text(fired.when).startswith("07:01:00")
 
 
 def test_an_alarm_rings_on_its_weekdays_only(session):

@@ -2,10 +2,13 @@
 
 import json
 import os
+import subprocess
+from pathlib import Path
 
 import pytest
 
 from groups import group
+from session import ASSISTED, mounting, until
 
 GOOD = json.dumps([group(label="good")]).encode()
 
@@ -91,3 +94,24 @@ def test_an_absurd_group_does_not_disturb_the_others(session, field, value):
     program = session.run()
     fired = program.wait_for("[Scheduler] FIRE: good alarm #1")
     assert session.clock.text(fired.when).startswith("07:00:00")
+
+
+def test_a_full_disk_costs_no_change(session):
+    session.start("session-bus", "display", "accessibility")
+    session.save(group("7:00", label="x", isEnabled=False), group("8:00", label="y", isEnabled=False))
+    before = session.list_file.rename(session.folder / "before")
+    small_disk = mounting(f"-t tmpfs -o size=256k none {session.config} && /bin/cp {before} {session.list_file}")
+    program = session.run("06:50:00", ASSISTED, small_disk, subprocess.STDOUT)
+    disk = Path(f"/proc/{program.pid}/root{session.config}")
+    with pytest.raises(OSError), (disk / "filler").open("wb", buffering=0) as filler:
+        while True:
+            filler.write(bytes(1000))
+    session.assist("toggle", "7:00 x")
+    assert "No space left" in program.wait_for("kova-alarm: can't save…")
+    assert (disk / session.list_file.name).read_bytes() == before.read_bytes()
+    (disk / "filler").unlink()
+    session.assist("toggle", "8:00 y")
+    until(lambda: [saved["isEnabled"] for saved in json.loads((disk / session.list_file.name).read_bytes())] == [True] * 2)
+    session.clock.set("06:59:59.2")
+    program.wait_for("[Scheduler] FIRE: x alarm #1")
+    assert sum(text.startswith("kova-alarm:") for text in program.texts()) == 1

@@ -2,6 +2,8 @@
 and a service that comes back is used again."""
 
 import signal
+import subprocess
+import time
 
 import pytest
 
@@ -86,3 +88,37 @@ def test_sound_and_speech_come_back(session, service, how):
     with session.record() as recording:
         program.wait_for("[Scheduler] FIRE…")
         until(lambda: sound.sounding(recording.samples()[-sound.RATE:]), 15, 0.1)
+
+
+@pytest.mark.parametrize("service", [service for service in SERVICES if service != "sound"])
+def test_the_ringing_outlives_a_service(session, service):
+    session.start_all()
+    session.save(RUN | {"ttsEnabled": False})
+    program = session.run("06:59:58.2")
+    program.wait_for("[Scheduler] FIRE…")
+    with session.record() as recording:
+        until(lambda: sound.sounding(recording.samples()))
+        session[service].kill()
+        killed = len(recording.samples())
+        until(lambda: len(recording.samples()) > killed + 3 * sound.RATE)
+    [(begin, end)] = sound.sounding(recording.samples()[killed:], shortest_pause=1.5)
+    assert begin < 1 and end > 2
+    session.clock.set("07:00:59.2")
+    program.wait_for("[Scheduler] FIRE: x alarm #2")
+
+
+def test_a_sound_server_that_restarts_sounds_again_in_the_same_alarm(session, record_property):
+    session.start("sound")
+    session.save(RUN | {"ttsEnabled": False})
+    program = session.run("06:59:58.2", stderr=subprocess.STDOUT)
+    program.wait_for("[Scheduler] FIRE…")
+    with session.record() as recording:
+        until(lambda: sound.sounding(recording.samples()))
+    session["sound"].kill()
+    program.wait_for("kova-alarm: no sound…")
+    session.start("sound")
+    back = time.monotonic()
+    until(lambda: subprocess.check_output(["pactl", "list", "short", "sink-inputs"], env=session.env))
+    record_property("seconds from the server to the alarm's stream", time.monotonic() - back)
+    with session.record() as recording:
+        until(lambda: sound.sounding(recording.samples()))

@@ -1,9 +1,6 @@
 """The program as a person uses it, from adding a group to the silence after its alarm, and its menu."""
 
 import json
-import subprocess
-import sys
-from pathlib import Path
 
 import dbus
 import pytest
@@ -11,35 +8,17 @@ import pytest
 import sound
 from groups import group
 from process import Process
-from session import until
-
-ALWAYS = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
-
-
-def assist(session, *words):
-    script = Path(__file__).with_name("assistive.py")
-    done = subprocess.run([sys.executable, "-W", "ignore", script, *words], env=session.env, capture_output=True, text=True,
-                          timeout=30)
-    assert done.returncode == 0, done.stderr
-    return done.stdout.splitlines()
-
-
-def saved(session):
-    try:
-        return json.loads(session.list_file.read_text())
-    except FileNotFoundError:
-        return []
-
+from session import ASSISTED, until
 
 def test_a_group_is_added_rings_and_is_stopped(session):
     session.start_all()
     session.start("display", "accessibility")
-    program = session.run("06:50:00", ALWAYS)
-    assist(session, "press", "アラーム追加")
-    assist(session, "write", "ラベル", "walk")
-    assist(session, "press", "保存")
-    until(lambda: saved(session))
-    [added] = saved(session)
+    program = session.run("06:50:00", ASSISTED)
+    session.assist("press", "アラーム追加")
+    session.assist("write", "ラベル", "walk")
+    session.assist("press", "保存")
+    until(session.list_file.exists)
+    [added] = json.loads(session.list_file.read_text())
     assert (added["label"], added["targetHour"], added["alarmCount"]) == ("walk", 7, 3)
     session["logind"].wait_for_call("Inhibit", why="KOVA Alarm active — preventing sleep")
 
@@ -48,11 +27,11 @@ def test_a_group_is_added_rings_and_is_stopped(session):
         program.wait_for("[Scheduler] FIRE: walk alarm #3")
         until(lambda: sound.sounding(recording.samples()))
         # A screen reader speaks what takes the focus.
-        assert "alert\t7:00\twalk アラーム 3 / 3\tfocused" in assist(session, "tell")
-        assist(session, "press", "停止")
+        assert "alert\t7:00\twalk アラーム 3 / 3\tfocused" in session.assist("tell")
+        session.assist("press", "停止")
         quiet = 2 * sound.RATE
         until(lambda: len(recording.samples()) > quiet and not sound.sounding(recording.samples()[-quiet:]), 10, 0.1)
-    assert not any(line.startswith("alert") for line in assist(session, "tell"))
+    assert not any(line.startswith("alert") for line in session.assist("tell"))
     program.end()
 
 

@@ -1,0 +1,58 @@
+"""Each built-in sound rings, and can be listened to beforehand."""
+
+import functools
+import re
+
+import pytest
+
+import sound
+from groups import group
+from session import ASSISTED, ROOT, until
+
+TITLES = dict(re.findall(r'QStringLiteral\("(\w+)"\), QStringLiteral\("(.+)"\)',
+                         (ROOT / "audio/builtInSounds.cpp").read_text()))
+assert len(TITLES) == 11
+
+
+@functools.cache
+def file(name):
+    """Its beginning, as far as it is listened to."""
+    return sound.read(ROOT / f"resources/Sounds/{name}.mp3")[:11 * sound.RATE]
+
+
+def hears(recording, name, volume):
+    """Waits for a second of the recording, undisturbed by a busy machine, that is in the sound's file."""
+    def likeness(other):
+        return sound.find(second, file(other))[2]
+
+    def is_undisturbed():
+        nonlocal second
+        second = recording.samples()[-sound.RATE:]
+        return len(second) == sound.RATE and second.any() and likeness(name) > 0.98
+
+    second = None
+    until(is_undisturbed, 10, 0.2)
+    others = max(likeness(other) for other in TITLES if other != name)
+    print(f"{name}: likeness {likeness(name):.4f}, the others' at most {others:.2f}")
+    assert others < 0.8
+    assert 1 / sound.find(second, file(name))[1] == pytest.approx(volume, rel=0.03)
+
+
+@pytest.mark.parametrize("name, volume", [*((name, 0.8) for name in TITLES), ("wakeup_pulse", 0.25)])
+def test_it_rings_with_the_groups_volume(session, name, volume):
+    session.start("sound")
+    session.save(group(soundName=name, volume=volume))
+    with session.record() as recording:
+        session.run().wait_for("[Scheduler] FIRE…")
+        hears(recording, name, volume)
+
+
+@pytest.mark.slow
+def test_it_can_be_listened_to_in_the_editor(session):
+    session.start("session-bus", "display", "accessibility", "sound")
+    session.run("06:50:00", ASSISTED)
+    session.assist("press", "アラーム追加")
+    with session.record() as recording:
+        for name, title in TITLES.items():
+            session.assist("press", f"{title} 試聴")
+            hears(recording, name, 0.8)

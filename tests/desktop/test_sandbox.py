@@ -1,0 +1,109 @@
+"""The program keeps to itself: it makes no connection to a network, writes nothing but its list, and reads
+nothing of the user's but the sound that was chosen. Watched call by call through a whole run."""
+
+import re
+import sys
+
+import sound
+from groups import bookmark, group
+from process import Process
+from session import ASSISTED, PROGRAM, ROOT, until
+
+SOUNDS = ROOT / "resources/Sounds"
+
+WATCHED = ("socket,execve,execveat,open,openat,openat2,creat,truncate,rename,renameat,renameat2,link,linkat,symlink,"
+           "symlinkat,unlink,unlinkat,mkdir,mkdirat,rmdir,mknod,mknodat,chmod,fchmodat,chown,fchownat,lchown,"
+           "utimensat,setxattr")
+
+
+def watching(log):
+    """Runs a program and logs its successful calls, with the path behind each descriptor."""
+    return ["/usr/bin/strace", "-D", "-f", "-q", "-z", "-y", "--seccomp-bpf", "-o", log, "-e", f"trace={WATCHED}"]
+
+
+def has_ended(process, log):
+    return log.exists() and re.search(rf"^{process.pid} +\+\+\+ exited", log.read_text(), re.M)
+
+
+def paths(call):
+    """What a call opened, or the names that it changed."""
+    opened = re.search(r" = \d+<(.*)>(\(deleted\))?$", call)
+    if opened:
+        return [opened[1]]
+    return [name if name.startswith("/") else f"{folder}/{name}"
+            for folder, name in re.findall(r'(?:<([^>]*)>, )?"((?:[^"\\]|\\.)*)"', call)]
+
+
+def violations(log, program, writable, readable):
+    found, begun = [], {}
+    _, _, run = log.read_text().partition(f'execve("{program}"')
+    for line in run.splitlines()[1:]:
+        thread, call = line.split(maxsplit=1)
+        if call.endswith("<unfinished ...>"):  # another thread's call came between
+            begun[thread] = call.removesuffix("<unfinished ...>")
+            continue
+        call = re.sub(r"^<\.\.\. \w+ resumed>", lambda _: begun.pop(thread), call)
+        if not is_allowed(call, writable, readable):
+            found.append(call)
+    return found
+
+
+def is_allowed(call, writable, readable):
+    if call.startswith(("+++", "---")):
+        return True  # a thread's end, a signal
+    if call.startswith("socket("):
+        return call.startswith("socket(AF_UNIX,")
+    reads = call.startswith("open") and not re.search("O_WRONLY|O_RDWR|O_CREAT|O_TRUNC", call)
+    return not call.startswith("exec") and all(
+        re.fullmatch("|".join(readable + writable if reads else writable), path) for path in paths(call))
+
+
+def test_a_whole_run_stays_inside(session):
+    log, own = session.folder / "calls", session.folder / "music/own.wav"
+    own.parent.mkdir()
+    sound.write(own, sound.read(SOUNDS / "wakeup_pulse.mp3")[:sound.RATE])
+    session.start_all()
+    session.start("display", "accessibility")
+    session.save(group(label="x", customSoundPath=bookmark(own), customSoundName=own.name, ttsLastEnabled=True,
+                       ttsLastMessage="wake up"))
+    # Every look at a clock that can be set would open a file.
+    fixed = session.clock.fixed_env("06:59:45") | {"FAKETIME_TIMESTAMP_FILE": None}
+    program = session.run("06:59:45", fixed | ASSISTED, watching(log))
+    session.assist("press", "アラーム追加")
+    session.assist("press", "Wake-up Pulse 試聴")
+    session.assist("press", "保存")
+    program.wait_for("[TTSPlayer] speaking…", 30)
+    session.assist("press", "停止")
+    program.end()
+    until(lambda: has_ended(program, log))
+    for needed in (own, SOUNDS / "wakeup_pulse.mp3", f"{session.list_file}~"):  # or the run was none, or not watched
+        assert str(needed) in log.read_text()
+
+    home, runtime = re.escape(str(session.folder)), re.escape(str(session.runtime))
+    writable = [
+        rf"{home}/config/kova-alarm(/.*)?",
+        rf"{runtime}/(\.\w{{6}}(/s)?|kova-alarm-\w+)",  # where a second start finds the first
+        rf"(/var|{home})/cache/fontconfig(/.*)?",  # the font library's
+        rf"/proc/self/fd/\d+",  # an unnamed file of its own, about to get a name
+        rf"/dev/shm/(sem\.)?faketime_\w+",  # this test's clock
+    ]
+    readable = [
+        r"/usr/(lib|share|local/share/fonts)(/.*)?",
+        r"/etc/(ld\.so\.cache|locale\.alias|localtime|machine-id|nsswitch\.conf|passwd|(fonts|pulse|X11)/.*)",
+        r"/sys/devices/system/cpu/.*", r"/proc/(self|\d+)/.*", r"/dev/(urandom|null|shm)",
+        rf"{home}/config/pulse/cookie", rf"{runtime}/pulse",
+        re.escape(str(SOUNDS / "wakeup_pulse.mp3")), re.escape(str(own)),
+    ]
+    assert violations(log, PROGRAM, writable, readable) == []
+
+
+def test_what_leaves_is_seen(tmp_path):
+    log, own = tmp_path / "calls", tmp_path / "own"
+    deeds = ["open('own', 'w')", "open('own')", "os.rename('own', 'other')", "open('other')",
+             "socket.socket(socket.AF_INET)", "os.execv('/bin/true', ['true'])"]
+    script = "import os, socket; os.chdir(os.environ['HOME']); " + "; ".join(deeds)
+    process = Process([*watching(log), sys.executable, "-I", "-c", script], {"HOME": str(tmp_path)})
+    until(lambda: has_ended(process, log))
+    seen = violations(log, sys.executable, [re.escape(str(own))], ["/(usr|etc)/.*"])
+    assert [re.search(r"\w+", call)[0] for call in seen] == [
+        "rename", "openat", "socket", "execve"], seen
