@@ -57,6 +57,13 @@ bool tell(const QByteArray &socketPath, const QByteArray &line) {
            ::recv(socket, &heard, 1, 0) == 1;
 }
 
+// Each start in a Flatpak sandbox has a runtime folder of its own; this part of it is the same for all.
+QString runtimeFolder() {
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    const QString shared = folder + QStringLiteral("/app/") + qEnvironmentVariable("FLATPAK_ID");
+    return qEnvironmentVariableIsEmpty("FLATPAK_ID") ? folder : shared;
+}
+
 } // namespace
 
 SingleInstance::SingleInstance(const QString &configFolder)
@@ -107,8 +114,7 @@ bool SingleInstance::listen() {
 QString SingleInstance::socketPath() const {
     const QByteArray name = QCryptographicHash::hash(
         QFile::encodeName(QFileInfo(m_lockPath).absoluteFilePath()), QCryptographicHash::Sha1);
-    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
-           QStringLiteral("/kova-alarm-") + QString::fromLatin1(name.toHex().left(16));
+    return runtimeFolder() + QStringLiteral("/kova-alarm-") + QString::fromLatin1(name.toHex().left(16));
 }
 
 void SingleInstance::hear() {

@@ -29,7 +29,7 @@ constexpr const char *activationTokens[] = {"XDG_ACTIVATION_TOKEN", "DESKTOP_STA
 // The desktop's permission to take the focus, given to the process that the user started.
 QByteArray activationToken() {
     for (const char *name : activationTokens) {
-        if (const QByteArray token = qgetenv(name); !token.isEmpty()) {
+        if (QByteArray token = qgetenv(name); !token.isEmpty()) {
             return token;
         }
     }

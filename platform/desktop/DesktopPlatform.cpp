@@ -10,10 +10,23 @@
 #include "InstalledResources.h"
 #include "MessageBuses.h"
 #include "MixerAudioPlayers.h"
+#include "Portal.h"
+#include "PortalNotificationCenter.h"
 #include "SpeechDispatcherSynthesizers.h"
 #include "StandardOutputLog.h"
 
 namespace kova {
+
+namespace {
+
+std::unique_ptr<NotificationCenter> makeNotificationCenter(MessageBuses &buses) {
+    if (isSandboxed()) {
+        return std::make_unique<PortalNotificationCenter>(buses);
+    }
+    return std::make_unique<FreedesktopNotificationCenter>(buses);
+}
+
+} // namespace
 
 struct DesktopPlatform::Services {
     DesktopClock clock;
@@ -25,7 +38,7 @@ struct DesktopPlatform::Services {
     MessageBuses buses;
     InhibitorProcessActivity processActivity{buses};
     InhibitorPowerAssertions powerAssertions{buses};
-    FreedesktopNotificationCenter notificationCenter{buses};
+    std::unique_ptr<NotificationCenter> notificationCenter = makeNotificationCenter(buses);
     MixerAudioPlayers audioPlayers;
     SpeechDispatcherSynthesizers speechSynthesizers;
 };
@@ -45,7 +58,7 @@ Platform DesktopPlatform::ports() {
         .clock = m_services->clock,
         .fileChooser = m_fileChooser,
         .log = m_services->log,
-        .notificationCenter = m_services->notificationCenter,
+        .notificationCenter = *m_services->notificationCenter,
         .powerAssertions = m_services->powerAssertions,
         .preferences = m_services->preferences,
         .processActivity = m_services->processActivity,

@@ -1,6 +1,7 @@
 #include "IdleInhibitor.h"
 
 #include "MessageBuses.h"
+#include "Portal.h"
 
 #include <QDBusError>
 #include <QDBusObjectPath>
@@ -19,13 +20,10 @@ struct SessionInhibitor {
     QDBusMessage (*release)(const QDBusMessage &reply);
 };
 
-QDBusMessage portalCall(const QString &reason) {
+QDBusMessage portalInhibit(const QString &reason) {
     constexpr quint32 suspend = 4;
-    auto call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
-        QStringLiteral("org.freedesktop.portal.Inhibit"), QStringLiteral("Inhibit"));
-    call << QString() << suspend << QVariantMap{{QStringLiteral("reason"), reason}};
-    return call;
+    return portalCall(QStringLiteral("org.freedesktop.portal.Inhibit"), QStringLiteral("Inhibit"))
+           << QString() << suspend << QVariantMap{{QStringLiteral("reason"), reason}};
 }
 
 QDBusMessage portalRelease(const QDBusMessage &reply) {
@@ -73,7 +71,7 @@ QDBusMessage powerManagementRelease(const QDBusMessage &reply) {
 
 // In the order of trying: the portal knows its desktop best.
 std::vector<SessionInhibitor> sessionInhibitors(const QString &reason) {
-    return {{portalCall(reason), &portalRelease},
+    return {{portalInhibit(reason), &portalRelease},
             {gnomeInhibit(reason), &gnomeRelease},
             {powerManagementInhibit(reason), &powerManagementRelease}};
 }

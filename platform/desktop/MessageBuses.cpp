@@ -18,8 +18,7 @@ public:
         : QObject(parent),
           m_arrived(std::move(arrived)) {}
 
-public Q_SLOTS:
-    void hear() { m_arrived(); }
+    Q_SLOT void hear() { m_arrived(); }
 
 private:
     const std::function<void()> m_arrived;
@@ -111,7 +110,7 @@ QDBusConnection MessageBuses::connection(Bus bus) {
     if (!busAnswers(address)) {
         return QDBusConnection(QString());
     }
-    const QDBusConnection connected =
+    QDBusConnection connected =
         QDBusConnection::connectToBus(address, QStringLiteral("kova-%1").arg(++m_connections));
     setPresentConnection(bus, connected);
     if (bus == Bus::Session && connected.isConnected()) {

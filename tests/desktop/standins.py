@@ -70,6 +70,15 @@ class Portal(dbus.service.Object):
         return request.path
 
 
+    @dbus.service.method("org.freedesktop.portal.Notification", in_signature="sa{sv}")
+    def AddNotification(self, identifier, notification):
+        tell("AddNotification", id=identifier, **notification)
+
+    @dbus.service.method(dbus.PROPERTIES_IFACE, in_signature="ss", out_signature="v")
+    def Get(self, interface, key):
+        return {("org.freedesktop.portal.Notification", "version"): dbus.UInt32(2)}[interface, key]
+
+
 class Request(dbus.service.Object):
     def __init__(self, bus, path, lock):
         super().__init__(bus, path)
@@ -77,6 +86,7 @@ class Request(dbus.service.Object):
 
     @dbus.service.method("org.freedesktop.portal.Request")
     def Close(self):
+        tell("Close", **self.lock)
         self.end()
 
     def end(self):

@@ -122,3 +122,21 @@ def test_a_sound_server_that_restarts_sounds_again_in_the_same_alarm(session, re
     record_property("seconds from the server to the alarm's stream", time.monotonic() - back)
     with session.record() as recording:
         until(lambda: sound.sounding(recording.samples()))
+
+
+def test_in_a_sandbox_the_portals_serve(session):
+    session.start("session-bus", "notifications", "portal")
+    session.save(group("7:00", label="x <b>&", alarmCount=2))
+    shared = session.runtime / "app/jp.kova.Alarm"  # by all starts, for the second one to find the first
+    shared.mkdir(parents=True)
+    program = session.run("06:59:58.5", {"container": "flatpak", "FLATPAK_ID": shared.name})
+    session["portal"].wait_for_call("Inhibit", flags=4)
+    shown = [session["portal"].wait_for_call("AddNotification", title="KOVA", body="x <b>& — 7:00")]
+    assert list(shared.glob("kova-alarm-*"))
+    session.clock.set("07:00:59.2")
+    shown.append(session["portal"].wait_for_call("AddNotification", body="x <b>& — 7:01"))
+    assert shown[0]["id"] != shown[1]["id"]
+    program.end()
+    assert "[Scheduler] Notifications granted" in program.texts()
+    session["portal"].wait_for_call("Close", why="KOVA Alarm active — preventing sleep")
+    assert not session["notifications"].calls("Notify")

@@ -10,7 +10,7 @@ Loader {
 
     function follow() {
         if (isShown && item) {
-            item.open();
+            item.open(); // qmllint disable
         } else if (isShown) {
             setSource(popup, inputs);
             item.open();
@@ -20,7 +20,7 @@ Loader {
     }
 
     // Not at once: a popup needs the window, which takes the content in when it is complete.
-    Component.onCompleted: Qt.callLater(follow)
+    Component.onCompleted: Qt.callLater(follow) // qmllint disable
     onIsShownChanged: follow()
 
     Connections {

@@ -44,10 +44,10 @@ Item {
         width: 22
 
         sourceComponent: SelectionMark {
-            Accessible.name: row.label === "" ? row.timeText : row.timeText + " " + row.label
-            isSelected: row.isSelected
+            Accessible.name: row.label === "" ? row.timeText : row.timeText + " " + row.label // qmllint disable unqualified
+            isSelected: row.isSelected // qmllint disable unqualified
 
-            onClicked: row.home.selection.toggle(row.groupId)
+            onClicked: row.home.selection.toggle(row.groupId) // qmllint disable unqualified
         }
     }
     AlarmCardView {

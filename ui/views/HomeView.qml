@@ -129,7 +129,7 @@ Item {
         delegate: HomeRow {
             id: row
 
-            home: homeView.home
+            home: homeView.home // qmllint disable unqualified
             width: ListView.view.width - 24
             x: 12
 
