@@ -95,7 +95,7 @@ def click():
         program = Program([PROGRAM], session.env | {"DISPLAY": display.name, "QT_QPA_PLATFORM": "xcb"})
         program.wait_for("[Scheduler] Started")
         display.wait_until_still(1)
-        switch = {"at": (390, 92), "seen": display.watch(370, 80, 45, 24)}
+        switch = {"at": (395, 110), "seen": display.watch(380, 100, 31, 20)}
         card = {"at": (60, 100), "seen": display.watch(16, 10, 60, 28)}  # the title, which the editor dims
 
         def measure(target, values):
