@@ -16,13 +16,33 @@ HomeScreen::HomeScreen(AlarmViewModel &store, SoundPlayer &soundPlayer, AlarmSch
             &HomeScreen::isPreventingSleepChanged);
     connect(&soundPlayer, &SoundPlayer::currentPreviewIdChanged, this, &HomeScreen::currentPreviewIdChanged);
     connect(&store, &AlarmViewModel::isEditingChanged, this, &HomeScreen::isEditingChanged);
-    // Sound, speech and notification come first: the alert is drawn when the alarm has fired.
-    connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &HomeScreen::alertChanged,
-            Qt::QueuedConnection);
+    connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &HomeScreen::followAlarm);
+    present();
 }
 
-AlarmAlertItem HomeScreen::alert() const {
-    return m_scheduler.activeAlarm() ? AlarmAlertItem(*m_scheduler.activeAlarm()) : AlarmAlertItem();
+// An alert that has ended goes at once. A new one is drawn when the alarm has fired: sound, speech and
+// notification come first.
+void HomeScreen::followAlarm() {
+    if (m_scheduler.activeAlarm()) {
+        QMetaObject::invokeMethod(this, &HomeScreen::present, Qt::QueuedConnection);
+    } else {
+        present();
+    }
+}
+
+void HomeScreen::present() {
+    const std::optional<FiringAlarm> &alarm = m_scheduler.activeAlarm();
+    if (m_alert && alarm && m_alert->id() == AlarmAlertItem(*alarm).id()) {
+        return;
+    }
+    if (m_alert) {
+        m_alert.reset();
+        Q_EMIT alertChanged();
+    }
+    if (alarm) {
+        m_alert.emplace(*alarm);
+        Q_EMIT alertChanged();
+    }
 }
 
 void HomeScreen::add() {

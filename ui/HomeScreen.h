@@ -38,8 +38,9 @@ public:
     /// Whether the editor is shown.
     bool isEditing() const { return m_store.isEditing() && m_store.editingGroup(); }
 
-    bool isRinging() const { return m_scheduler.activeAlarm().has_value(); }
-    AlarmAlertItem alert() const;
+    /// The alert that is presented. A newer alarm's takes its place only after isRinging has been false.
+    bool isRinging() const { return m_alert.has_value(); }
+    AlarmAlertItem alert() const { return m_alert.value_or(AlarmAlertItem()); }
 
     /// Opens the editor on a new group.
     Q_INVOKABLE void add();
@@ -66,6 +67,8 @@ Q_SIGNALS:
     void alertChanged();
 
 private:
+    void followAlarm();
+    void present();
     const AlarmGroup *find(const QString &groupId) const;
 
     AlarmViewModel &m_store;
@@ -74,6 +77,7 @@ private:
     PowerManager &m_powerManager;
     HomeSelection m_selection;
     AlarmListModel m_groups;
+    std::optional<AlarmAlertItem> m_alert;
 };
 
 } // namespace kova

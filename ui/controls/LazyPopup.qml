@@ -8,6 +8,9 @@ Loader {
     required property bool isShown
     required property string popup
 
+    // A popup needs the window, which takes the content in when it is complete.
+    property bool isComplete: false
+
     function follow() {
         if (isShown && item) {
             item.open(); // qmllint disable
@@ -19,9 +22,13 @@ Loader {
         }
     }
 
-    // Not at once: a popup needs the window, which takes the content in when it is complete.
-    Component.onCompleted: Qt.callLater(follow) // qmllint disable
-    onIsShownChanged: follow()
+    Component.onCompleted: Qt.callLater(() => isComplete = true) // qmllint disable
+    onIsCompleteChanged: follow()
+    onIsShownChanged: {
+        if (isComplete) {
+            follow();
+        }
+    }
 
     Connections {
         function onClosed() {
