@@ -16,8 +16,9 @@ QString firstRoundedFamily() {
         QLatin1StringView("Baloo 2"),   QLatin1StringView("Fredoka"),
         QLatin1StringView("Dosis"),
     };
+    const QStringList installed = QFontDatabase::families(); // asking for each takes as long
     for (const QLatin1StringView family : families) {
-        if (QFontDatabase::hasFamily(family)) {
+        if (installed.contains(family)) {
             return family;
         }
     }
