@@ -92,9 +92,9 @@ int main(int argc, char *argv[]) {
     }
     qputenv("FC_LANG",
             "ja"); // else a desktop in another language lends our texts its own forms of the characters
-    const std::jthread fonts(&FcInit); // they are first needed when the toolkit stands
     drawInSoftware();
     std::optional<ToolkitsBus> toolkitsBus(std::in_place);
+    const std::jthread fonts(&FcInit); // they are first needed when the toolkit stands
     const QApplication qtApplication(argc, argv);
     toolkitsBus.reset();
     describeApplication();
