@@ -7,6 +7,8 @@
 #include "MenuBarExtra.h"
 #include "ProcessActivity.h"
 
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <memory>
 
 namespace kova {
@@ -37,6 +39,8 @@ public:
 private:
     const Platform &m_platform;
     std::unique_ptr<ActivityToken> m_activity;
+    QQmlEngine m_engine;
+    std::unique_ptr<QQmlComponent> m_views; ///< while they are read
     AlarmViewModel m_viewModel;
     AlarmScheduler &m_scheduler;
     HomeScreen m_home;

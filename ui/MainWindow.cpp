@@ -2,6 +2,7 @@
 
 #include "hiddenMemory.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -13,6 +14,11 @@ namespace kova {
 namespace {
 const QUrl rootView(QStringLiteral("qrc:/qt-project.org/imports/Kova/views/ContentView.qml"));
 const QColor backgroundColor = QColor::fromRgbF(0.05F, 0.11F, 0.17F); // until the first frame
+
+// The thread that reads the views needs this one at every module that it meets.
+void helpReading() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::User);
+}
 
 // Finds and opens the fonts of the first frame.
 void warmUpFonts() {
@@ -26,12 +32,21 @@ void warmUpFonts() {
         layout.beginLayout();
         layout.createLine();
         layout.endLayout();
+        helpReading();
     }
 }
 
 } // namespace
 
-MainWindow::MainWindow(const QVariantMap &inputs) : m_inputs(inputs) {
+std::unique_ptr<QQmlComponent> MainWindow::readViews(QQmlEngine &engine) {
+    // The first modules are small. Read at once, they don't keep the thread from the large ones behind them.
+    QQmlComponent(&engine).setData("import QtQml\nQtObject {}", QUrl());
+    return std::make_unique<QQmlComponent>(&engine, rootView, QQmlComponent::Asynchronous);
+}
+
+MainWindow::MainWindow(QQmlEngine &engine, const QVariantMap &inputs)
+    : QQuickView(&engine, nullptr),
+      m_inputs(inputs) {
     setTitle(QStringLiteral("KOVA Alarm"));
     setColor(backgroundColor);
     setMinimumSize({420, 500});
@@ -64,14 +79,18 @@ void MainWindow::keyPressEvent(QKeyEvent *event) {
     }
 }
 
-// The views are read by a thread of the engine's; meanwhile this one sees to the fonts.
 void MainWindow::load() {
-    if (source().isEmpty()) {
-        const QQmlComponent reading(engine(), rootView, QQmlComponent::Asynchronous);
-        warmUpFonts();
-        setInitialProperties(m_inputs);
-        setSource(rootView);
+    if (!source().isEmpty()) {
+        return;
     }
+    helpReading();
+    const QQmlComponent reading(engine(), rootView, QQmlComponent::Asynchronous);
+    warmUpFonts(); // meanwhile
+    QVariantMap inputs = m_inputs;
+    inputs.insert(QStringLiteral("width"), width()); // lest all is laid out twice
+    inputs.insert(QStringLiteral("height"), height());
+    setInitialProperties(inputs);
+    setSource(rootView);
 }
 
 void MainWindow::unload() {

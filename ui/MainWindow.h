@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QQuickView>
+#include <memory>
+
+class QQmlComponent;
 
 namespace kova {
 
@@ -12,8 +15,12 @@ class MainWindow : public QQuickView {
     Q_OBJECT
 
 public:
-    /// The inputs of the root view; what they point to must outlive the window.
-    explicit MainWindow(const QVariantMap &inputs);
+    /// Starts to read the views on a thread of the engine's. Keep it until the window is made, which is then
+    /// quick.
+    static std::unique_ptr<QQmlComponent> readViews(QQmlEngine &engine);
+
+    /// The inputs of the root view. What they point to, and the engine, must outlive the window.
+    MainWindow(QQmlEngine &engine, const QVariantMap &inputs);
 
 Q_SIGNALS:
     void quit(); ///< by the keyboard

@@ -18,6 +18,10 @@ class Palette : public QObject {
     Q_PROPERTY(QColor textSecondary MEMBER m_textSecondary CONSTANT)
     Q_PROPERTY(QColor danger MEMBER m_danger CONSTANT)
 
+public:
+    QColor accent() const { return m_accent; }
+
+private:
     const QColor m_background = QColor::fromRgbF(0.05F, 0.11F, 0.17F);
     const QColor m_surface = QColor::fromRgbF(0.12F, 0.18F, 0.25F);
     const QColor m_accent = QColor::fromRgbF(1.00F, 0.42F, 0.21F);

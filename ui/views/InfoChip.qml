@@ -2,20 +2,17 @@ import QtQuick 2.15
 import Kova
 
 // A small tag of text.
-Item {
+ContinuousRectangle {
     id: infoChip
 
     required property string text
 
+    color: Qt.alpha(Palette.background, 0.7)
     implicitHeight: label.implicitHeight + 4
     implicitWidth: Math.ceil(label.implicitWidth) + 12
     objectName: "infoChip"
+    radius: 5
 
-    ContinuousRectangle {
-        anchors.fill: parent
-        color: Qt.alpha(Palette.background, 0.7)
-        radius: 5
-    }
     Text {
         id: label
 

@@ -4,6 +4,7 @@
 #include "MainWindow.h"
 
 #include <QApplication>
+#include <QQmlEngine>
 #include <QQuickItem>
 #include <QSignalSpy>
 #include <QTest>
@@ -30,7 +31,9 @@ struct Window : HomeFixture {
     FakeFileChooser fileChooser;
     AlarmEditor editor{
         {store, services.soundPlayer, services.ttsPlayer, fileChooser, services.bookmarks, services.log}};
-    MainWindow window{{{QStringLiteral("home"), QVariant::fromValue(&home)},
+    QQmlEngine engine;
+    MainWindow window{engine,
+                      {{QStringLiteral("home"), QVariant::fromValue(&home)},
                        {QStringLiteral("editor"), QVariant::fromValue(&editor)}}};
 
     Window() { window.show(); }
