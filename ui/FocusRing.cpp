@@ -14,7 +14,7 @@ FocusRing::FocusRing(QQuickItem *parent) : ContinuousRectangle(parent) {
 
 void FocusRing::setShown(bool shown) {
     if (shown) {
-        QColor color = Palette().accent();
+        QColor color = Palette::accent();
         color.setAlphaF(0.75F);
         setBorderColor(color);
         setBorderWidth(thickness);

@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "Palette.h"
 #include "hiddenMemory.h"
 
 #include <QCoreApplication>
@@ -13,7 +14,6 @@ namespace kova {
 
 namespace {
 const QUrl rootView(QStringLiteral("qrc:/qt-project.org/imports/Kova/views/ContentView.qml"));
-const QColor backgroundColor = QColor::fromRgbF(0.05F, 0.11F, 0.17F); // until the first frame
 
 // The thread that reads the views needs this one at every module that it meets.
 void helpReading() {
@@ -48,7 +48,7 @@ MainWindow::MainWindow(QQmlEngine &engine, const QVariantMap &inputs)
     : QQuickView(&engine, nullptr),
       m_inputs(inputs) {
     setTitle(QStringLiteral("KOVA Alarm"));
-    setColor(backgroundColor);
+    setColor(Palette::background()); // until the first frame
     setMinimumSize({420, 500});
     resize(440, 620);
     setResizeMode(SizeRootObjectToView);

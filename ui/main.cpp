@@ -90,8 +90,8 @@ int main(int argc, char *argv[]) {
     if (!instance.acquire()) {
         return activateRunningInstance(instance);
     }
-    qputenv("FC_LANG",
-            "ja"); // else a desktop in another language lends our texts its own forms of the characters
+    // Else a desktop in another language lends our texts its own forms of the characters.
+    qputenv("FC_LANG", "ja");
     drawInSoftware();
     std::optional<ToolkitsBus> toolkitsBus(std::in_place);
     const std::jthread fonts(&FcInit); // they are first needed when the toolkit stands

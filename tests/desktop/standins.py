@@ -69,7 +69,6 @@ class Portal(dbus.service.Object):
         watch_client(bus, sender, request.end)
         return request.path
 
-
     @dbus.service.method("org.freedesktop.portal.Notification", in_signature="sa{sv}")
     def AddNotification(self, identifier, notification):
         tell("AddNotification", id=identifier, **notification)

@@ -84,7 +84,7 @@ def test_a_whole_run_stays_inside(session):
         rf"{home}/config/kova-alarm(/.*)?",
         rf"{runtime}/(\.\w{{6}}(/s)?|kova-alarm-\w+)",  # where a second start finds the first
         rf"(/var|{home})/cache/fontconfig(/.*)?",  # the font library's
-        rf"/proc/self/fd/\d+",  # an unnamed file of its own, about to get a name
+        r"/proc/self/fd/\d+",  # an unnamed file of its own, about to get a name
         rf"/dev/shm/(sem\.)?faketime_\w+",  # this test's clock
     ]
     readable = [

@@ -10,6 +10,7 @@ from groups import group
 from process import Process
 from session import ASSISTED, until
 
+
 def test_a_group_is_added_rings_and_is_stopped(session):
     session.start_all()
     session.start("display", "accessibility")

@@ -32,548 +32,527 @@ class AlarmEditViewTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void keepsTheMeasures();
-    void showsTheHeader_data();
-    void showsTheHeader();
-    void choosesTimesInThePickers();
-    void opensAPickerOverItsValue();
-    void choosesTheDirection();
-    void marksTheChosenDays();
-    void stepsTheCountWithinItsBounds();
-    void repeatsAHeldStep();
-    void hidesTheIntervalOfASingleAlarm();
-    void takesJapaneseText();
-    void choosesAndTriesSounds();
-    void showsAChosenFile();
-    void movesTheVolumeInSteps();
-    void showsTheRowsOfEachSpeechState_data();
-    void showsTheRowsOfEachSpeechState();
-    void enablesATryOutWithTheFirstCharacter();
-    void leadsTheKeyboardInReadingOrder();
-    void tellsAssistiveToolsWhatEachControlIs();
-    void scrollsByWheelButNotByDragging();
-    void followsTheFocusOutOfSight();
-    void silencesTryOutsWhenItLeavesTheScreen();
-};
+    void keepsTheMeasures() {
+        AlarmGroup group;
+        group.ttsEnabled = group.ttsLastEnabled = true;
+        Shown shown(group);
+        QVERIFY(shown.isShown());
+        QCOMPARE(shown.root()->implicitWidth(), 400);
+        QCOMPARE(shown.root()->implicitHeight(), 550);
 
-void AlarmEditViewTest::keepsTheMeasures() {
-    AlarmGroup group;
-    group.ttsEnabled = group.ttsLastEnabled = true;
-    Shown shown(group);
-    QVERIFY(shown.isShown());
-    QCOMPARE(shown.root()->implicitWidth(), 400);
-    QCOMPARE(shown.root()->implicitHeight(), 550);
+        const QQuickItem *header = shown.ofType("HeaderBar");
+        QCOMPARE(rect(header).topLeft(), QPointF(20, 20));
+        QCOMPARE(rect(header).right(), 440);
+        const QQuickItem *cancel = shown.text(QStringLiteral("キャンセル"));
+        const QQuickItem *title = shown.text(QStringLiteral("新規アラーム"));
+        const QQuickItem *save = shown.text(QStringLiteral("保存"));
+        QVERIFY(std::abs((rect(title).left() - rect(cancel).right()) -
+                         (rect(save).left() - rect(title).right())) <= 1);
 
-    const QQuickItem *header = shown.ofType("HeaderBar");
-    QCOMPARE(rect(header).topLeft(), QPointF(20, 20));
-    QCOMPARE(rect(header).right(), 440);
-    const QQuickItem *cancel = shown.text(QStringLiteral("キャンセル"));
-    const QQuickItem *title = shown.text(QStringLiteral("新規アラーム"));
-    const QQuickItem *save = shown.text(QStringLiteral("保存"));
-    QVERIFY(std::abs((rect(title).left() - rect(cancel).right()) -
-                     (rect(save).left() - rect(title).right())) <= 1);
-
-    // Cards 20 apart, their titles 10 above them, their content 12 inside.
-    const QList<QQuickItem *> sections = shown.ofTypes("SectionCard");
-    QCOMPARE(sections.size(), 7);
-    qreal top = rect(header).bottom() + 20;
-    for (const QQuickItem *section : sections) {
-        const QQuickItem *caption = section->childItems().constFirst();
-        const QQuickItem *card = section->childItems().at(1);
-        const QQuickItem *content = card->childItems().constFirst();
-        const bool isShort = section == sections.at(0) || section == sections.at(2);
-        QCOMPARE(rect(section).topLeft(), QPointF(20, top));
-        QCOMPARE(rect(card).top(), rect(caption).bottom() + 10);
-        QCOMPARE(rect(card), rect(content).adjusted(-12, -12, 12, 12));
-        QCOMPARE(card->property("radius").toReal(), 12);
-        if (!isShort) {
-            QCOMPARE(rect(card).right(), 440);
-        } else {
-            QVERIFY(rect(card).right() < 400);
+        // Cards 20 apart, their titles 10 above them, their content 12 inside.
+        const QList<QQuickItem *> sections = shown.ofTypes("SectionCard");
+        QCOMPARE(sections.size(), 7);
+        qreal top = rect(header).bottom() + 20;
+        for (const QQuickItem *section : sections) {
+            const QQuickItem *caption = section->childItems().constFirst();
+            const QQuickItem *card = section->childItems().at(1);
+            const QQuickItem *content = card->childItems().constFirst();
+            const bool isShort = section == sections.at(0) || section == sections.at(2);
+            QCOMPARE(rect(section).topLeft(), QPointF(20, top));
+            QCOMPARE(rect(card).top(), rect(caption).bottom() + 10);
+            QCOMPARE(rect(card), rect(content).adjusted(-12, -12, 12, 12));
+            QCOMPARE(card->property("radius").toReal(), 12);
+            if (!isShort) {
+                QCOMPARE(rect(card).right(), 440);
+            } else {
+                QVERIFY(rect(card).right() < 400);
+            }
+            top = rect(section).bottom() + 20;
         }
-        top = rect(section).bottom() + 20;
-    }
 
-    const QList<QQuickItem *> pickers = shown.ofTypes("PopUpPicker");
-    const QQuickItem *colon = shown.text(QStringLiteral(":"));
-    QCOMPARE(pickers.size(), 2);
-    QCOMPARE(pickers.at(0)->width(), 70);
-    QCOMPARE(pickers.at(1)->width(), 70);
-    QCOMPARE(rect(colon).left(), rect(pickers.at(0)).right() + 4);
-    QCOMPARE(rect(pickers.at(1)).left(), rect(colon).right() + 4);
-    const QQuickItem *segments = shown.ofType("SegmentedControl");
-    QCOMPARE(segments->width(), 140);
-    QCOMPARE(rect(segments).left(), rect(shown.text(QStringLiteral("目標時刻で"))).right() + 8);
+        const QList<QQuickItem *> pickers = shown.ofTypes("PopUpPicker");
+        const QQuickItem *colon = shown.text(QStringLiteral(":"));
+        QCOMPARE(pickers.size(), 2);
+        QCOMPARE(pickers.at(0)->width(), 70);
+        QCOMPARE(pickers.at(1)->width(), 70);
+        QCOMPARE(rect(colon).left(), rect(pickers.at(0)).right() + 4);
+        QCOMPARE(rect(pickers.at(1)).left(), rect(colon).right() + 4);
+        const QQuickItem *segments = shown.ofType("SegmentedControl");
+        QCOMPARE(segments->width(), 140);
+        QCOMPARE(rect(segments).left(), rect(shown.text(QStringLiteral("目標時刻で"))).right() + 8);
 
-    const QList<QQuickItem *> chips = shown.ofTypes("DayChip");
-    QCOMPARE(chips.size(), 7);
-    for (qsizetype day = 0; day < 7; ++day) {
-        QCOMPARE(rect(chips.at(day)),
-                 QRectF(32 + 38.0 * static_cast<qreal>(day), rect(chips.at(0)).top(), 32, 32));
-    }
+        const QList<QQuickItem *> chips = shown.ofTypes("DayChip");
+        QCOMPARE(chips.size(), 7);
+        for (qsizetype day = 0; day < 7; ++day) {
+            QCOMPARE(rect(chips.at(day)),
+                     QRectF(32 + 38.0 * static_cast<qreal>(day), rect(chips.at(0)).top(), 32, 32));
+        }
 
-    const QList<QQuickItem *> steppers = shown.ofTypes("Stepper");
-    const QQuickItem *strip = shown.ofType("TimelineStrip");
-    QCOMPARE(steppers.size(), 2);
-    QCOMPARE(steppers.at(0)->width(), 130);
-    QCOMPARE(rect(steppers.at(0)).right(), 428);
-    QCOMPARE(rect(steppers.at(1)).top(), rect(steppers.at(0)).bottom() + 10);
-    QCOMPARE(rect(strip).top(), rect(steppers.at(1)).bottom() + 10);
+        const QList<QQuickItem *> steppers = shown.ofTypes("Stepper");
+        const QQuickItem *strip = shown.ofType("TimelineStrip");
+        QCOMPARE(steppers.size(), 2);
+        QCOMPARE(steppers.at(0)->width(), 130);
+        QCOMPARE(rect(steppers.at(0)).right(), 428);
+        QCOMPARE(rect(steppers.at(1)).top(), rect(steppers.at(0)).bottom() + 10);
+        QCOMPARE(rect(strip).top(), rect(steppers.at(1)).bottom() + 10);
 
-    const QQuickItem *caption = shown.text(QStringLiteral("タイムライン"));
-    QCOMPARE(rect(caption).topLeft(), rect(strip).topLeft() + QPointF(8, 8));
-    const QList<QQuickItem *> items = shown.ofTypes("TimelineItem");
-    QCOMPARE(items.size(), 3);
-    QCOMPARE(rect(items.at(0)).top(), rect(caption).bottom() + 4 + 4);
-    QCOMPARE(rect(items.at(0)).bottom(), rect(strip).bottom() - 8 - 4);
-    for (qsizetype i = 1; i < 3; ++i) {
-        const QQuickItem *line = items.at(i)->childItems().at(0);
-        const QQuickItem *column = items.at(i)->childItems().at(1);
-        QCOMPARE(rect(line).left(), rect(items.at(i - 1)).right() + 8);
-        QCOMPARE(line->size(), QSizeF(20, 1));
-        QCOMPARE(rect(column).left(), rect(line).right() + 8);
-        const QQuickItem *dot = column->childItems().at(0);
-        const QQuickItem *time = column->childItems().at(1);
-        QCOMPARE(dot->size(), QSizeF(8, 8));
-        QCOMPARE(rect(time).top(), rect(dot).bottom() + 2);
-        QCOMPARE(dot->property("color").value<QColor>().name(),
-                 time->property("color").value<QColor>().name());
-    }
+        const QQuickItem *caption = shown.text(QStringLiteral("タイムライン"));
+        QCOMPARE(rect(caption).topLeft(), rect(strip).topLeft() + QPointF(8, 8));
+        const QList<QQuickItem *> items = shown.ofTypes("TimelineItem");
+        QCOMPARE(items.size(), 3);
+        QCOMPARE(rect(items.at(0)).top(), rect(caption).bottom() + 4 + 4);
+        QCOMPARE(rect(items.at(0)).bottom(), rect(strip).bottom() - 8 - 4);
+        for (qsizetype i = 1; i < 3; ++i) {
+            const QQuickItem *line = items.at(i)->childItems().at(0);
+            const QQuickItem *column = items.at(i)->childItems().at(1);
+            QCOMPARE(rect(line).left(), rect(items.at(i - 1)).right() + 8);
+            QCOMPARE(line->size(), QSizeF(20, 1));
+            QCOMPARE(rect(column).left(), rect(line).right() + 8);
+            const QQuickItem *dot = column->childItems().at(0);
+            const QQuickItem *time = column->childItems().at(1);
+            QCOMPARE(dot->size(), QSizeF(8, 8));
+            QCOMPARE(rect(time).top(), rect(dot).bottom() + 2);
+            QCOMPARE(dot->property("color").value<QColor>().name(),
+                     time->property("color").value<QColor>().name());
+        }
 
-    const QList<QQuickItem *> rows = shown.ofTypes("SoundRow");
-    QCOMPARE(rows.size(), 11);
-    for (qsizetype i = 1; i < 11; ++i) {
-        QCOMPARE(rect(rows.at(i)).top(), rect(rows.at(i - 1)).bottom() + 2);
-        QCOMPARE(rect(rows.at(i)).left(), 32);
-        QCOMPARE(rect(rows.at(i)).right(), 428);
-    }
-    const QList<QQuickItem *> percents = shown.ofTypes("PercentText");
-    QCOMPARE(percents.size(), 2);
-    for (const QQuickItem *percent : percents) {
-        QCOMPARE(rect(percent).left(), 428 - 35);
-        QCOMPARE(rect(percent).right(), 428);
-    }
-    for (const QQuickItem *row : shown.ofTypes("MessageRow")) {
-        QCOMPARE(rect(row->childItems().at(1)).left(), rect(row->childItems().at(0)).right() + 6);
-    }
-}
-
-void AlarmEditViewTest::showsTheHeader_data() {
-    QTest::addColumn<bool>("isListed");
-    QTest::addColumn<QString>("title");
-    QTest::newRow("new") << false << QStringLiteral("新規アラーム");
-    QTest::newRow("listed") << true << QStringLiteral("アラーム編集");
-}
-
-void AlarmEditViewTest::showsTheHeader() {
-    QFETCH(bool, isListed);
-    QFETCH(QString, title);
-    Shown shown;
-    if (isListed) {
-        shown.editor.save();
-        shown.store.startEditing(shown.store.groups().constFirst());
-    }
-    QVERIFY(shown.text(title));
-    QSignalSpy saved(shown.root(), SIGNAL(save()));
-    QSignalSpy cancelled(shown.root(), SIGNAL(cancel()));
-    shown.click(shown.text(QStringLiteral("保存")));
-    QCOMPARE(saved.size(), 1);
-    shown.click(shown.text(QStringLiteral("キャンセル")));
-    QCOMPARE(cancelled.size(), 1);
-    shown.key(Qt::Key_Return);
-    shown.key(Qt::Key_Space);
-    QCOMPARE(cancelled.size(), 3);
-    shown.key(Qt::Key_Tab);
-    shown.key(Qt::Key_Return);
-    QCOMPARE(saved.size(), 2);
-}
-
-void AlarmEditViewTest::choosesTimesInThePickers() {
-    Shown shown;
-    QQuickItem *hour = shown.ofType("PopUpPicker", 0);
-    QQuickItem *minute = shown.ofType("PopUpPicker", 1);
-    QCOMPARE(hour->property("count"), 24);
-    QCOMPARE(minute->property("count"), 60);
-    QCOMPARE(hour->property("displayText"), QStringLiteral("7"));
-    QCOMPARE(minute->property("displayText"), QStringLiteral("00"));
-
-    hour->forceActiveFocus(Qt::TabFocusReason);
-    shown.type(QStringLiteral("23"));
-    QCOMPARE(shown.edited().targetHour, 23);
-    shown.key(Qt::Key_Up);
-    QCOMPARE(shown.edited().targetHour, 22);
-    shown.type(QStringLiteral("9"));
-    QCOMPARE(shown.edited().targetHour, 9);
-
-    shown.key(Qt::Key_Tab);
-    QVERIFY(minute->hasActiveFocus());
-    shown.type(QStringLiteral("5"));
-    QCOMPARE(minute->property("displayText"), QStringLiteral("05"));
-    shown.type(QStringLiteral("9"));
-    QCOMPARE(shown.edited().targetMinute, 59);
-    shown.key(Qt::Key_Down);
-    QCOMPARE(shown.edited().targetMinute, 59);
-
-    shown.key(Qt::Key_Return);
-    QTRY_VERIFY(minute->property("down").toBool());
-    shown.key(Qt::Key_Up);
-    QCOMPARE(shown.edited().targetMinute, 59);
-    shown.key(Qt::Key_Return);
-    QCOMPARE(shown.edited().targetMinute, 58);
-    shown.key(Qt::Key_Space);
-    shown.key(Qt::Key_Up);
-    shown.key(Qt::Key_Escape);
-    QCOMPARE(shown.edited().targetMinute, 58);
-}
-
-void AlarmEditViewTest::opensAPickerOverItsValue() {
-    AlarmGroup group;
-    group.targetMinute = 30;
-    Shown shown(group);
-    QQuickItem *minute = shown.ofType("PopUpPicker", 1);
-    shown.click(minute);
-    const auto row = [&](const QString &text) {
-        return shown.first(ViewFixture::both(ViewFixture::isA("PickerItem"), ViewFixture::has("text", text)));
-    };
-    QTRY_VERIFY(row(QStringLiteral("30")));
-    QTRY_VERIFY(std::abs(rect(row(QStringLiteral("30"))).center().y() - rect(minute).center().y()) <= 8);
-    shown.click(row(QStringLiteral("31")));
-    QCOMPARE(shown.edited().targetMinute, 31);
-    QTRY_VERIFY(!row(QStringLiteral("31")));
-}
-
-void AlarmEditViewTest::choosesTheDirection() {
-    Shown shown;
-    shown.click(shown.text(QStringLiteral("開始")));
-    QCOMPARE(shown.edited().startBefore, false);
-    QCOMPARE(shown.ofType("TimelineItem", 2)->property("timeText"), QStringLiteral("7:02"));
-    shown.key(Qt::Key_Left);
-    QCOMPARE(shown.edited().startBefore, true);
-    QVERIFY(shown.ofType("Segment", 0)->hasActiveFocus());
-    shown.key(Qt::Key_Right);
-    QCOMPARE(shown.edited().startBefore, false);
-}
-
-void AlarmEditViewTest::marksTheChosenDays() {
-    Shown shown;
-    const QList<QQuickItem *> chips = shown.ofTypes("DayChip");
-    const QVariant plain = chips.at(1)->property("color");
-    shown.click(chips.at(5));
-    shown.click(chips.at(1));
-    QCOMPARE(shown.edited().repeatDays, QList<qint64>({5, 1}));
-    QCOMPARE(chips.at(1)->property("color").value<QColor>(), QColor(Qt::black));
-    shown.click(chips.at(1));
-    QCOMPARE(shown.edited().repeatDays, QList<qint64>{5});
-    QCOMPARE(chips.at(1)->property("color"), plain);
-}
-
-void AlarmEditViewTest::stepsTheCountWithinItsBounds() {
-    AlarmGroup group;
-    group.alarmCount = 19;
-    group.intervalMinutes = 2;
-    Shown shown(group);
-    const QRectF count = rect(shown.ofType("Stepper", 0));
-    const QRectF interval = rect(shown.ofType("Stepper", 1));
-    const auto up = [](const QRectF &stepper) { return QPointF(stepper.right() - 10, stepper.top() + 6); };
-    const auto down = [](const QRectF &stepper) {
-        return QPointF(stepper.right() - 10, stepper.bottom() - 6);
-    };
-    for (int i = 0; i < 3; ++i) {
-        shown.click(up(count));
-        shown.click(down(interval));
-    }
-    QCOMPARE(shown.edited().alarmCount, 20);
-    QCOMPARE(shown.edited().intervalMinutes, 1);
-    QVERIFY(shown.text(QStringLiteral("20回")));
-    QVERIFY(shown.text(QStringLiteral("1分")));
-    shown.key(Qt::Key_Up);
-    QCOMPARE(shown.edited().intervalMinutes, 2);
-    shown.editor.setIntervalMinutes(30);
-    shown.click(up(interval));
-    QCOMPARE(shown.edited().intervalMinutes, 30);
-
-    AlarmGroup strange;
-    strange.alarmCount = 500;
-    shown.store.startEditing(strange);
-    QVERIFY(shown.text(QStringLiteral("500回")));
-    shown.click(up(count));
-    QCOMPARE(shown.edited().alarmCount, 500);
-    shown.click(down(count));
-    QCOMPARE(shown.edited().alarmCount, 20);
-}
-
-void AlarmEditViewTest::repeatsAHeldStep() {
-    Shown shown;
-    const QRectF count = rect(shown.ofType("Stepper", 0));
-    const QPoint up = QPointF(count.right() - 10, count.top() + 6).toPoint();
-    QTest::mousePress(&shown.window(), Qt::LeftButton, {}, up);
-    QTRY_VERIFY(shown.edited().alarmCount >= 6);
-    QTest::mouseRelease(&shown.window(), Qt::LeftButton, {}, up);
-}
-
-void AlarmEditViewTest::hidesTheIntervalOfASingleAlarm() {
-    AlarmGroup group;
-    group.alarmCount = 1;
-    group.intervalMinutes = 4;
-    Shown shown(group);
-    QCOMPARE(shown.ofTypes("Stepper").size(), 1);
-    QVERIFY(!shown.ofType("TimelineStrip"));
-    const QRectF count = rect(shown.ofType("Stepper", 0));
-    shown.click(QPointF(count.right() - 10, count.top() + 6));
-    QCOMPARE(shown.ofTypes("Stepper").size(), 2);
-    QVERIFY(shown.text(QStringLiteral("4分")));
-    QTRY_COMPARE(shown.ofTypes("TimelineItem").size(), 2);
-}
-
-void AlarmEditViewTest::takesJapaneseText() {
-    Shown shown;
-    QQuickItem *field = shown.ofType("TextField");
-    shown.click(field);
-    QVERIFY(field->hasActiveFocus());
-    QInputMethodEvent composing(QStringLiteral("あさ"), {});
-    QCoreApplication::sendEvent(field, &composing);
-    QVERIFY(!shown.text(QStringLiteral("例: 朝のアラーム")));
-    QCOMPARE(shown.edited().label, QString());
-    QInputMethodEvent committed;
-    committed.setCommitString(QStringLiteral("朝の"));
-    QCoreApplication::sendEvent(field, &committed);
-    QCOMPARE(shown.edited().label, QStringLiteral("朝の"));
-    shown.type(QStringLiteral("7"));
-    shown.key(Qt::Key_Return);
-    QCOMPARE(shown.edited().label, QStringLiteral("朝の7"));
-}
-
-void AlarmEditViewTest::choosesAndTriesSounds() {
-    Shown shown;
-    const QList<QQuickItem *> rows = shown.ofTypes("SoundRow");
-    const auto playButton = [](QQuickItem *row) {
-        return ViewFixture::all(row, ViewFixture::isA("PlainButton")).value(0);
-    };
-    QVERIFY(rows.at(0)->property("isChosen").toBool());
-    shown.click(playButton(rows.at(6)));
-    QCOMPARE(shown.services.audioPlayers.sounding.size(), 1);
-    QCOMPARE(shown.edited().soundName, QStringLiteral("morning_glass"));
-    shown.click(QPointF(rect(rows.at(2)).center()));
-    QCOMPARE(shown.edited().soundName, QStringLiteral("porchlight_morning"));
-    QVERIFY(rows.at(2)->property("isChosen").toBool());
-    QVERIFY(!rows.at(0)->property("isChosen").toBool());
-
-    shown.key(Qt::Key_Down);
-    QCOMPARE(shown.edited().soundName, QStringLiteral("dawn_bird_drift"));
-    shown.key(Qt::Key_Tab);
-    QVERIFY(playButton(rows.at(3))->hasActiveFocus());
-    shown.key(Qt::Key_Up);
-    QVERIFY(playButton(rows.at(2))->hasActiveFocus());
-    QCOMPARE(shown.edited().soundName, QStringLiteral("dawn_bird_drift"));
-}
-
-void AlarmEditViewTest::showsAChosenFile() {
-    Shown shown;
-    shown.fileChooser.answer = QStringLiteral("/music/%1.mp3").arg(QString(200, u'長'));
-    shown.click(shown.text(QStringLiteral("ファイルから選択")));
-    QQuickItem *name = shown.text(shown.editor.customSoundName());
-    QVERIFY(name);
-    QVERIFY(name->property("truncated").toBool());
-    QVERIFY(rect(name).right() < 428);
-    const QList<QQuickItem *> symbols = shown.ofTypes("SoundRow");
-    QVERIFY(std::none_of(symbols.cbegin(), symbols.cend(),
-                         [](const QQuickItem *row) { return row->property("isChosen").toBool(); }));
-    const QList<QQuickItem *> buttons =
-        ViewFixture::all(shown.ofType("CustomFileRow"), ViewFixture::isA("PlainButton"));
-    QCOMPARE(buttons.size(), 2);
-    shown.click(buttons.at(1));
-    QVERIFY(!shown.editor.hasCustomSound());
-    QVERIFY(shown.ofType("SoundRow")->property("isChosen").toBool());
-}
-
-void AlarmEditViewTest::movesTheVolumeInSteps() {
-    Shown shown;
-    QQuickItem *slider = shown.ofType("Slider");
-    QVERIFY(shown.text(QStringLiteral("80%")));
-    slider->forceActiveFocus(Qt::TabFocusReason);
-    shown.key(Qt::Key_Left);
-    QCOMPARE(shown.edited().volume, 0.75F);
-    QVERIFY(shown.text(QStringLiteral("75%")));
-    shown.click(QPointF(rect(slider).left() + 2, rect(slider).center().y()));
-    QCOMPARE(shown.edited().volume, 0.0F);
-    shown.click(QPointF(rect(slider).right() - 2, rect(slider).center().y()));
-    QCOMPARE(shown.edited().volume, 1.0F);
-    QVERIFY(shown.text(QStringLiteral("100%")));
-}
-
-void AlarmEditViewTest::showsTheRowsOfEachSpeechState_data() {
-    QTest::addColumn<bool>("ordinary");
-    QTest::addColumn<bool>("last");
-    QTest::addColumn<QByteArrayList>("rows");
-    QTest::newRow("off, off") << false << false << QByteArrayList{"CheckBox", "Divider", "CheckBox"};
-    QTest::newRow("on, off") << true << false
-                             << QByteArrayList{"CheckBox", "MessageRow", "Divider", "CheckBox",
-                                               "SpeechVolumeRow"};
-    QTest::newRow("off, on") << false << true
-                             << QByteArrayList{"CheckBox", "Divider", "CheckBox", "MessageRow",
-                                               "SpeechVolumeRow"};
-    QTest::newRow("on, on") << true << true << QByteArrayList{"CheckBox", "MessageRow", "Divider",
-                                                              "CheckBox", "MessageRow", "SpeechVolumeRow"};
-}
-
-void AlarmEditViewTest::showsTheRowsOfEachSpeechState() {
-    QFETCH(bool, ordinary);
-    QFETCH(bool, last);
-    QFETCH(QByteArrayList, rows);
-    AlarmGroup group;
-    group.ttsMessage = QStringLiteral("一");
-    group.ttsLastMessage = QStringLiteral("二");
-    Shown shown(group);
-    const QList<QQuickItem *> toggles = shown.ofTypes("CheckBox");
-    if (ordinary) {
-        shown.click(toggles.at(0));
-    }
-    if (last) {
-        shown.click(toggles.at(1));
-    }
-    QTRY_COMPARE(toggles.at(0)->property("checked"), ordinary);
-    const QQuickItem *section = shown.ofType("SpeechSection");
-    QList<QQuickItem *> items = section->childItems();
-    items.removeIf([](const QQuickItem *item) { return !item->isVisible(); });
-    QCOMPARE(items.takeFirst()->property("text"), QStringLiteral("音楽と同時に再生されます"));
-    QCOMPARE(items.size(), rows.size());
-    for (qsizetype i = 0; i < items.size(); ++i) {
-        QVERIFY2(ViewFixture::isA(rows.at(i))(*items.at(i)), rows.at(i).constData());
-        if (i > 0) {
-            QTRY_COMPARE(rect(items.at(i)).top(), rect(items.at(i - 1)).bottom() + 10);
+        const QList<QQuickItem *> rows = shown.ofTypes("SoundRow");
+        QCOMPARE(rows.size(), 11);
+        for (qsizetype i = 1; i < 11; ++i) {
+            QCOMPARE(rect(rows.at(i)).top(), rect(rows.at(i - 1)).bottom() + 2);
+            QCOMPARE(rect(rows.at(i)).left(), 32);
+            QCOMPARE(rect(rows.at(i)).right(), 428);
+        }
+        const QList<QQuickItem *> percents = shown.ofTypes("PercentText");
+        QCOMPARE(percents.size(), 2);
+        for (const QQuickItem *percent : percents) {
+            QCOMPARE(rect(percent).left(), 428 - 35);
+            QCOMPARE(rect(percent).right(), 428);
+        }
+        for (const QQuickItem *row : shown.ofTypes("MessageRow")) {
+            QCOMPARE(rect(row->childItems().at(1)).left(), rect(row->childItems().at(0)).right() + 6);
         }
     }
-    AlarmGroup expected = group;
-    expected.ttsEnabled = ordinary;
-    expected.ttsLastEnabled = last;
-    QVERIFY(shown.edited() == expected);
-}
 
-void AlarmEditViewTest::enablesATryOutWithTheFirstCharacter() {
-    AlarmGroup group;
-    group.ttsEnabled = group.ttsLastEnabled = true;
-    group.ttsLastMessage = QStringLiteral("急いで");
-    Shown shown(group);
-    const QQuickItem *row = shown.ofType("MessageRow", 0);
-    const QQuickItem *button = row->childItems().at(1);
-    QVERIFY(!button->isEnabled());
-    shown.click(button);
-    shown.click(row->childItems().at(0));
-    shown.type(QStringLiteral(" "));
-    QVERIFY(button->isEnabled());
-    shown.click(button);
-    shown.click(shown.ofType("MessageRow", 1)->childItems().at(1));
-    QCOMPARE(shown.services.synthesizers.readings,
-             QStringList({QStringLiteral(" "), QStringLiteral("急いで")}));
-}
-
-void AlarmEditViewTest::leadsTheKeyboardInReadingOrder() {
-    AlarmGroup group;
-    group.ttsEnabled = group.ttsLastEnabled = true;
-    group.ttsMessage = group.ttsLastMessage = QStringLiteral("起きて");
-    Shown shown(group);
-    QList<QQuickItem *> stops;
-    for (int i = 0; i < 40; ++i) {
+    void showsTheHeader_data() {
+        QTest::addColumn<bool>("isListed");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("new") << false << QStringLiteral("新規アラーム");
+        QTest::newRow("listed") << true << QStringLiteral("アラーム編集");
+    }
+    void showsTheHeader() {
+        QFETCH(bool, isListed);
+        QFETCH(QString, title);
+        Shown shown;
+        if (isListed) {
+            shown.editor.save();
+            shown.store.startEditing(shown.store.groups().constFirst());
+        }
+        QVERIFY(shown.text(title));
+        QSignalSpy saved(shown.root(), SIGNAL(save()));
+        QSignalSpy cancelled(shown.root(), SIGNAL(cancel()));
+        shown.click(shown.text(QStringLiteral("保存")));
+        QCOMPARE(saved.size(), 1);
+        shown.click(shown.text(QStringLiteral("キャンセル")));
+        QCOMPARE(cancelled.size(), 1);
+        shown.key(Qt::Key_Return);
+        shown.key(Qt::Key_Space);
+        QCOMPARE(cancelled.size(), 3);
         shown.key(Qt::Key_Tab);
-        QQuickItem *stop = shown.window().activeFocusItem();
-        if (stops.contains(stop)) {
-            break;
+        shown.key(Qt::Key_Return);
+        QCOMPARE(saved.size(), 2);
+    }
+
+    void choosesTimesInThePickers() {
+        Shown shown;
+        QQuickItem *hour = shown.ofType("PopUpPicker", 0);
+        QQuickItem *minute = shown.ofType("PopUpPicker", 1);
+        QCOMPARE(hour->property("count"), 24);
+        QCOMPARE(minute->property("count"), 60);
+        QCOMPARE(hour->property("displayText"), QStringLiteral("7"));
+        QCOMPARE(minute->property("displayText"), QStringLiteral("00"));
+
+        hour->forceActiveFocus(Qt::TabFocusReason);
+        shown.type(QStringLiteral("23"));
+        QCOMPARE(shown.edited().targetHour, 23);
+        shown.key(Qt::Key_Up);
+        QCOMPARE(shown.edited().targetHour, 22);
+        shown.type(QStringLiteral("9"));
+        QCOMPARE(shown.edited().targetHour, 9);
+
+        shown.key(Qt::Key_Tab);
+        QVERIFY(minute->hasActiveFocus());
+        shown.type(QStringLiteral("5"));
+        QCOMPARE(minute->property("displayText"), QStringLiteral("05"));
+        shown.type(QStringLiteral("9"));
+        QCOMPARE(shown.edited().targetMinute, 59);
+        shown.key(Qt::Key_Down);
+        QCOMPARE(shown.edited().targetMinute, 59);
+
+        shown.key(Qt::Key_Return);
+        QTRY_VERIFY(minute->property("down").toBool());
+        shown.key(Qt::Key_Up);
+        QCOMPARE(shown.edited().targetMinute, 59);
+        shown.key(Qt::Key_Return);
+        QCOMPARE(shown.edited().targetMinute, 58);
+        shown.key(Qt::Key_Space);
+        shown.key(Qt::Key_Up);
+        shown.key(Qt::Key_Escape);
+        QCOMPARE(shown.edited().targetMinute, 58);
+    }
+
+    void opensAPickerOverItsValue() {
+        AlarmGroup group;
+        group.targetMinute = 30;
+        Shown shown(group);
+        QQuickItem *minute = shown.ofType("PopUpPicker", 1);
+        shown.click(minute);
+        const auto row = [&](const QString &text) {
+            return shown.first(
+                ViewFixture::both(ViewFixture::isA("PickerItem"), ViewFixture::has("text", text)));
+        };
+        QTRY_VERIFY(row(QStringLiteral("30")));
+        QTRY_VERIFY(std::abs(rect(row(QStringLiteral("30"))).center().y() - rect(minute).center().y()) <= 8);
+        shown.click(row(QStringLiteral("31")));
+        QCOMPARE(shown.edited().targetMinute, 31);
+        QTRY_VERIFY(!row(QStringLiteral("31")));
+    }
+
+    void choosesTheDirection() {
+        Shown shown;
+        shown.click(shown.text(QStringLiteral("開始")));
+        QCOMPARE(shown.edited().startBefore, false);
+        QCOMPARE(shown.ofType("TimelineItem", 2)->property("timeText"), QStringLiteral("7:02"));
+        shown.key(Qt::Key_Left);
+        QCOMPARE(shown.edited().startBefore, true);
+        QVERIFY(shown.ofType("Segment", 0)->hasActiveFocus());
+        shown.key(Qt::Key_Right);
+        QCOMPARE(shown.edited().startBefore, false);
+    }
+
+    void marksTheChosenDays() {
+        Shown shown;
+        const QList<QQuickItem *> chips = shown.ofTypes("DayChip");
+        const QVariant plain = chips.at(1)->property("color");
+        shown.click(chips.at(5));
+        shown.click(chips.at(1));
+        QCOMPARE(shown.edited().repeatDays, QList<qint64>({5, 1}));
+        QCOMPARE(chips.at(1)->property("color").value<QColor>(), QColor(Qt::black));
+        shown.click(chips.at(1));
+        QCOMPARE(shown.edited().repeatDays, QList<qint64>{5});
+        QCOMPARE(chips.at(1)->property("color"), plain);
+    }
+
+    void stepsTheCountWithinItsBounds() {
+        AlarmGroup group;
+        group.alarmCount = 19;
+        group.intervalMinutes = 2;
+        Shown shown(group);
+        const QRectF count = rect(shown.ofType("Stepper", 0));
+        const QRectF interval = rect(shown.ofType("Stepper", 1));
+        const auto up = [](const QRectF &stepper) {
+            return QPointF(stepper.right() - 10, stepper.top() + 6);
+        };
+        const auto down = [](const QRectF &stepper) {
+            return QPointF(stepper.right() - 10, stepper.bottom() - 6);
+        };
+        for (int i = 0; i < 3; ++i) {
+            shown.click(up(count));
+            shown.click(down(interval));
         }
-        stops.append(stop);
+        QCOMPARE(shown.edited().alarmCount, 20);
+        QCOMPARE(shown.edited().intervalMinutes, 1);
+        QVERIFY(shown.text(QStringLiteral("20回")));
+        QVERIFY(shown.text(QStringLiteral("1分")));
+        shown.key(Qt::Key_Up);
+        QCOMPARE(shown.edited().intervalMinutes, 2);
+        shown.editor.setIntervalMinutes(30);
+        shown.click(up(interval));
+        QCOMPARE(shown.edited().intervalMinutes, 30);
+
+        AlarmGroup strange;
+        strange.alarmCount = 500;
+        shown.store.startEditing(strange);
+        QVERIFY(shown.text(QStringLiteral("500回")));
+        shown.click(up(count));
+        QCOMPARE(shown.edited().alarmCount, 500);
+        shown.click(down(count));
+        QCOMPARE(shown.edited().alarmCount, 20);
     }
-    // 2 in the header, 2 pickers, 1 segment, the label, 7 days, 2 steppers, the file, a row and its button,
-    // the volume, 2 toggles with 2 messages and 2 buttons, the speech volume.
-    QCOMPARE(stops.size(), 26);
-    for (qsizetype i = 1; i < stops.size(); ++i) {
-        const QRectF before = rect(stops.at(i - 1));
-        const QRectF after = rect(stops.at(i));
-        const bool isBelow = after.top() >= before.bottom();
-        const bool isRight = after.left() >= before.left() && after.bottom() > before.top();
-        QVERIFY2(isBelow || isRight, stops.at(i)->metaObject()->className());
+
+    void repeatsAHeldStep() {
+        Shown shown;
+        const QRectF count = rect(shown.ofType("Stepper", 0));
+        const QPoint up = QPointF(count.right() - 10, count.top() + 6).toPoint();
+        QTest::mousePress(&shown.window(), Qt::LeftButton, {}, up);
+        QTRY_VERIFY(shown.edited().alarmCount >= 6);
+        QTest::mouseRelease(&shown.window(), Qt::LeftButton, {}, up);
     }
-}
 
-void AlarmEditViewTest::tellsAssistiveToolsWhatEachControlIs() {
-    AlarmGroup group;
-    group.ttsEnabled = true;
-    Shown shown(group);
-    QAccessible::setActive(true);
-    struct Expected {
-        const char *type;
-        int index;
-        QAccessible::Role role;
-        QString name;
-    };
-    const QList<Expected> controls{
-        {"PlainButton", 0, QAccessible::Button, QStringLiteral("キャンセル")},
-        {"PopUpPicker", 0, QAccessible::ComboBox, QStringLiteral("時")},
-        {"PopUpPicker", 1, QAccessible::ComboBox, QStringLiteral("分")},
-        {"Segment", 1, QAccessible::RadioButton, QStringLiteral("開始")},
-        {"TextField", 0, QAccessible::EditableText, QStringLiteral("ラベル")},
-        {"DayChip", 0, QAccessible::Button, QStringLiteral("日")},
-        {"Stepper", 0, QAccessible::SpinBox, QStringLiteral("回数")},
-        {"Stepper", 1, QAccessible::SpinBox, QStringLiteral("間隔")},
-        {"PlainButton", 2, QAccessible::Button, QStringLiteral("ファイルから選択")},
-        {"SoundRow", 10, QAccessible::RadioButton, QStringLiteral("差し飲み")},
-        {"Slider", 0, QAccessible::Slider, QStringLiteral("音量")},
-        {"CheckBox", 0, QAccessible::CheckBox, QStringLiteral("通常アラームで読み上げ")},
-        {"TextField", 1, QAccessible::EditableText, QStringLiteral("読み上げメッセージ")},
-        {"Slider", 1, QAccessible::Slider, QStringLiteral("TTS音量")},
-    };
-    for (const Expected &expected : controls) {
-        const QAccessibleInterface *control =
-            QAccessible::queryAccessibleInterface(shown.ofType(expected.type, expected.index));
-        QVERIFY2(control, expected.type);
-        QCOMPARE(control->role(), expected.role);
-        QCOMPARE(control->text(QAccessible::Name), expected.name);
+    void hidesTheIntervalOfASingleAlarm() {
+        AlarmGroup group;
+        group.alarmCount = 1;
+        group.intervalMinutes = 4;
+        Shown shown(group);
+        QCOMPARE(shown.ofTypes("Stepper").size(), 1);
+        QVERIFY(!shown.ofType("TimelineStrip"));
+        const QRectF count = rect(shown.ofType("Stepper", 0));
+        shown.click(QPointF(count.right() - 10, count.top() + 6));
+        QCOMPARE(shown.ofTypes("Stepper").size(), 2);
+        QVERIFY(shown.text(QStringLiteral("4分")));
+        QTRY_COMPARE(shown.ofTypes("TimelineItem").size(), 2);
     }
-    const QAccessibleInterface *row = QAccessible::queryAccessibleInterface(shown.ofType("SoundRow"));
-    QVERIFY(row->state().checked);
-    const QAccessibleInterface *toggle = QAccessible::queryAccessibleInterface(shown.ofType("CheckBox"));
-    QVERIFY(toggle->state().checked);
-    QAccessible::setActive(false);
-}
 
-void AlarmEditViewTest::scrollsByWheelButNotByDragging() {
-    Shown shown({}, {460, 560});
-    QQuickItem *area = shown.ofType("ScrollArea");
-    const QPoint start(200, 400);
-    QTest::mousePress(&shown.window(), Qt::LeftButton, {}, start);
-    for (int y = 390; y > 200; y -= 10) {
-        QTest::mouseMove(&shown.window(), {200, y});
+    void takesJapaneseText() {
+        Shown shown;
+        QQuickItem *field = shown.ofType("TextField");
+        shown.click(field);
+        QVERIFY(field->hasActiveFocus());
+        QInputMethodEvent composing(QStringLiteral("あさ"), {});
+        QCoreApplication::sendEvent(field, &composing);
+        QVERIFY(!shown.text(QStringLiteral("例: 朝のアラーム")));
+        QCOMPARE(shown.edited().label, QString());
+        QInputMethodEvent committed;
+        committed.setCommitString(QStringLiteral("朝の"));
+        QCoreApplication::sendEvent(field, &committed);
+        QCOMPARE(shown.edited().label, QStringLiteral("朝の"));
+        shown.type(QStringLiteral("7"));
+        shown.key(Qt::Key_Return);
+        QCOMPARE(shown.edited().label, QStringLiteral("朝の7"));
     }
-    QTest::mouseRelease(&shown.window(), Qt::LeftButton, {}, {200, 200});
-    QCOMPARE(area->property("contentY").toReal(), 0);
 
-    QWheelEvent wheel(start, shown.window().mapToGlobal(start), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&shown.window(), &wheel);
-    QTRY_VERIFY(area->property("contentY").toReal() > 0);
-}
+    void choosesAndTriesSounds() {
+        Shown shown;
+        const QList<QQuickItem *> rows = shown.ofTypes("SoundRow");
+        const auto playButton = [](QQuickItem *row) {
+            return ViewFixture::all(row, ViewFixture::isA("PlainButton")).value(0);
+        };
+        QVERIFY(rows.at(0)->property("isChosen").toBool());
+        shown.click(playButton(rows.at(6)));
+        QCOMPARE(shown.services.audioPlayers.sounding.size(), 1);
+        QCOMPARE(shown.edited().soundName, QStringLiteral("morning_glass"));
+        shown.click(QPointF(rect(rows.at(2)).center()));
+        QCOMPARE(shown.edited().soundName, QStringLiteral("porchlight_morning"));
+        QVERIFY(rows.at(2)->property("isChosen").toBool());
+        QVERIFY(!rows.at(0)->property("isChosen").toBool());
 
-void AlarmEditViewTest::followsTheFocusOutOfSight() {
-    Shown shown({}, {460, 560});
-    QQuickItem *toggle = shown.ofType("CheckBox", 1);
-    QVERIFY(rect(toggle).top() > 560);
-    toggle->forceActiveFocus(Qt::TabFocusReason);
-    QVERIFY(rect(toggle).bottom() <= 560);
-    QQuickItem *save = shown.text(QStringLiteral("保存"));
-    save->forceActiveFocus(Qt::TabFocusReason);
-    QVERIFY(rect(save).top() >= 0);
-}
+        shown.key(Qt::Key_Down);
+        QCOMPARE(shown.edited().soundName, QStringLiteral("dawn_bird_drift"));
+        shown.key(Qt::Key_Tab);
+        QVERIFY(playButton(rows.at(3))->hasActiveFocus());
+        shown.key(Qt::Key_Up);
+        QVERIFY(playButton(rows.at(2))->hasActiveFocus());
+        QCOMPARE(shown.edited().soundName, QStringLiteral("dawn_bird_drift"));
+    }
 
-void AlarmEditViewTest::silencesTryOutsWhenItLeavesTheScreen() {
-    Shown shown;
-    const auto tryOut = [&] { shown.editor.preview(QStringLiteral("morning_glass")); };
-    tryOut();
-    shown.window().hide();
-    QTRY_VERIFY(!shown.services.soundPlayer.isPlaying());
-    shown.window().show();
-    QVERIFY(shown.store.isEditing());
-    tryOut();
-    shown.window().setSource({});
-    QVERIFY(!shown.services.soundPlayer.isPlaying());
-}
+    void showsAChosenFile() {
+        Shown shown;
+        shown.fileChooser.answer = QStringLiteral("/music/%1.mp3").arg(QString(200, u'長'));
+        shown.click(shown.text(QStringLiteral("ファイルから選択")));
+        QQuickItem *name = shown.text(shown.editor.customSoundName());
+        QVERIFY(name);
+        QVERIFY(name->property("truncated").toBool());
+        QVERIFY(rect(name).right() < 428);
+        const QList<QQuickItem *> symbols = shown.ofTypes("SoundRow");
+        QVERIFY(std::none_of(symbols.cbegin(), symbols.cend(),
+                             [](const QQuickItem *row) { return row->property("isChosen").toBool(); }));
+        const QList<QQuickItem *> buttons =
+            ViewFixture::all(shown.ofType("CustomFileRow"), ViewFixture::isA("PlainButton"));
+        QCOMPARE(buttons.size(), 2);
+        shown.click(buttons.at(1));
+        QVERIFY(!shown.editor.hasCustomSound());
+        QVERIFY(shown.ofType("SoundRow")->property("isChosen").toBool());
+    }
+
+    void movesTheVolumeInSteps() {
+        Shown shown;
+        QQuickItem *slider = shown.ofType("Slider");
+        QVERIFY(shown.text(QStringLiteral("80%")));
+        slider->forceActiveFocus(Qt::TabFocusReason);
+        shown.key(Qt::Key_Left);
+        QCOMPARE(shown.edited().volume, 0.75F);
+        QVERIFY(shown.text(QStringLiteral("75%")));
+        shown.click(QPointF(rect(slider).left() + 2, rect(slider).center().y()));
+        QCOMPARE(shown.edited().volume, 0.0F);
+        shown.click(QPointF(rect(slider).right() - 2, rect(slider).center().y()));
+        QCOMPARE(shown.edited().volume, 1.0F);
+        QVERIFY(shown.text(QStringLiteral("100%")));
+    }
+
+    void showsTheRowsOfEachSpeechState_data() {
+        QTest::addColumn<bool>("ordinary");
+        QTest::addColumn<bool>("last");
+        QTest::addColumn<QByteArrayList>("rows");
+        QTest::newRow("off, off") << false << false << QByteArrayList{"CheckBox", "Divider", "CheckBox"};
+        QTest::newRow("on, off") << true << false
+                                 << QByteArrayList{"CheckBox", "MessageRow", "Divider", "CheckBox",
+                                                   "SpeechVolumeRow"};
+        QTest::newRow("off, on") << false << true
+                                 << QByteArrayList{"CheckBox", "Divider", "CheckBox", "MessageRow",
+                                                   "SpeechVolumeRow"};
+        QTest::newRow("on, on") << true << true
+                                << QByteArrayList{"CheckBox", "MessageRow", "Divider",
+                                                  "CheckBox", "MessageRow", "SpeechVolumeRow"};
+    }
+    void showsTheRowsOfEachSpeechState() {
+        QFETCH(bool, ordinary);
+        QFETCH(bool, last);
+        QFETCH(QByteArrayList, rows);
+        AlarmGroup group;
+        group.ttsMessage = QStringLiteral("一");
+        group.ttsLastMessage = QStringLiteral("二");
+        Shown shown(group);
+        const QList<QQuickItem *> toggles = shown.ofTypes("CheckBox");
+        if (ordinary) {
+            shown.click(toggles.at(0));
+        }
+        if (last) {
+            shown.click(toggles.at(1));
+        }
+        QTRY_COMPARE(toggles.at(0)->property("checked"), ordinary);
+        const QQuickItem *section = shown.ofType("SpeechSection");
+        QList<QQuickItem *> items = section->childItems();
+        items.removeIf([](const QQuickItem *item) { return !item->isVisible(); });
+        QCOMPARE(items.takeFirst()->property("text"), QStringLiteral("音楽と同時に再生されます"));
+        QCOMPARE(items.size(), rows.size());
+        for (qsizetype i = 0; i < items.size(); ++i) {
+            QVERIFY2(ViewFixture::isA(rows.at(i))(*items.at(i)), rows.at(i).constData());
+            if (i > 0) {
+                QTRY_COMPARE(rect(items.at(i)).top(), rect(items.at(i - 1)).bottom() + 10);
+            }
+        }
+        AlarmGroup expected = group;
+        expected.ttsEnabled = ordinary;
+        expected.ttsLastEnabled = last;
+        QVERIFY(shown.edited() == expected);
+    }
+
+    void enablesATryOutWithTheFirstCharacter() {
+        AlarmGroup group;
+        group.ttsEnabled = group.ttsLastEnabled = true;
+        group.ttsLastMessage = QStringLiteral("急いで");
+        Shown shown(group);
+        const QQuickItem *row = shown.ofType("MessageRow", 0);
+        const QQuickItem *button = row->childItems().at(1);
+        QVERIFY(!button->isEnabled());
+        shown.click(button);
+        shown.click(row->childItems().at(0));
+        shown.type(QStringLiteral(" "));
+        QVERIFY(button->isEnabled());
+        shown.click(button);
+        shown.click(shown.ofType("MessageRow", 1)->childItems().at(1));
+        QCOMPARE(shown.services.synthesizers.readings,
+                 QStringList({QStringLiteral(" "), QStringLiteral("急いで")}));
+    }
+
+    void leadsTheKeyboardInReadingOrder() {
+        AlarmGroup group;
+        group.ttsEnabled = group.ttsLastEnabled = true;
+        group.ttsMessage = group.ttsLastMessage = QStringLiteral("起きて");
+        Shown shown(group);
+        QList<QQuickItem *> stops;
+        for (int i = 0; i < 40; ++i) {
+            shown.key(Qt::Key_Tab);
+            QQuickItem *stop = shown.window().activeFocusItem();
+            if (stops.contains(stop)) {
+                break;
+            }
+            stops.append(stop);
+        }
+        // 2 in the header, 2 pickers, 1 segment, the label, 7 days, 2 steppers, the file, a row and its
+        // button, the volume, 2 toggles with 2 messages and 2 buttons, the speech volume.
+        QCOMPARE(stops.size(), 26);
+        for (qsizetype i = 1; i < stops.size(); ++i) {
+            const QRectF before = rect(stops.at(i - 1));
+            const QRectF after = rect(stops.at(i));
+            const bool isBelow = after.top() >= before.bottom();
+            const bool isRight = after.left() >= before.left() && after.bottom() > before.top();
+            QVERIFY2(isBelow || isRight, stops.at(i)->metaObject()->className());
+        }
+    }
+
+    void tellsAssistiveToolsWhatEachControlIs() {
+        AlarmGroup group;
+        group.ttsEnabled = true;
+        Shown shown(group);
+        QAccessible::setActive(true);
+        struct Expected {
+            const char *type;
+            int index;
+            QAccessible::Role role;
+            QString name;
+        };
+        const QList<Expected> controls{
+            {"PlainButton", 0, QAccessible::Button, QStringLiteral("キャンセル")},
+            {"PopUpPicker", 0, QAccessible::ComboBox, QStringLiteral("時")},
+            {"PopUpPicker", 1, QAccessible::ComboBox, QStringLiteral("分")},
+            {"Segment", 1, QAccessible::RadioButton, QStringLiteral("開始")},
+            {"TextField", 0, QAccessible::EditableText, QStringLiteral("ラベル")},
+            {"DayChip", 0, QAccessible::Button, QStringLiteral("日")},
+            {"Stepper", 0, QAccessible::SpinBox, QStringLiteral("回数")},
+            {"Stepper", 1, QAccessible::SpinBox, QStringLiteral("間隔")},
+            {"PlainButton", 2, QAccessible::Button, QStringLiteral("ファイルから選択")},
+            {"SoundRow", 10, QAccessible::RadioButton, QStringLiteral("差し飲み")},
+            {"Slider", 0, QAccessible::Slider, QStringLiteral("音量")},
+            {"CheckBox", 0, QAccessible::CheckBox, QStringLiteral("通常アラームで読み上げ")},
+            {"TextField", 1, QAccessible::EditableText, QStringLiteral("読み上げメッセージ")},
+            {"Slider", 1, QAccessible::Slider, QStringLiteral("TTS音量")},
+        };
+        for (const Expected &expected : controls) {
+            const QAccessibleInterface *control =
+                QAccessible::queryAccessibleInterface(shown.ofType(expected.type, expected.index));
+            QVERIFY2(control, expected.type);
+            QCOMPARE(control->role(), expected.role);
+            QCOMPARE(control->text(QAccessible::Name), expected.name);
+        }
+        const QAccessibleInterface *row = QAccessible::queryAccessibleInterface(shown.ofType("SoundRow"));
+        QVERIFY(row->state().checked);
+        const QAccessibleInterface *toggle = QAccessible::queryAccessibleInterface(shown.ofType("CheckBox"));
+        QVERIFY(toggle->state().checked);
+        QAccessible::setActive(false);
+    }
+
+    void scrollsByWheelButNotByDragging() {
+        Shown shown({}, {460, 560});
+        QQuickItem *area = shown.ofType("ScrollArea");
+        const QPoint start(200, 400);
+        QTest::mousePress(&shown.window(), Qt::LeftButton, {}, start);
+        for (int y = 390; y > 200; y -= 10) {
+            QTest::mouseMove(&shown.window(), {200, y});
+        }
+        QTest::mouseRelease(&shown.window(), Qt::LeftButton, {}, {200, 200});
+        QCOMPARE(area->property("contentY").toReal(), 0);
+
+        QWheelEvent wheel(start, shown.window().mapToGlobal(start), {}, {0, -120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&shown.window(), &wheel);
+        QTRY_VERIFY(area->property("contentY").toReal() > 0);
+    }
+
+    void followsTheFocusOutOfSight() {
+        Shown shown({}, {460, 560});
+        QQuickItem *toggle = shown.ofType("CheckBox", 1);
+        QVERIFY(rect(toggle).top() > 560);
+        toggle->forceActiveFocus(Qt::TabFocusReason);
+        QVERIFY(rect(toggle).bottom() <= 560);
+        QQuickItem *save = shown.text(QStringLiteral("保存"));
+        save->forceActiveFocus(Qt::TabFocusReason);
+        QVERIFY(rect(save).top() >= 0);
+    }
+
+    void silencesTryOutsWhenItLeavesTheScreen() {
+        Shown shown;
+        const auto tryOut = [&] { shown.editor.preview(QStringLiteral("morning_glass")); };
+        tryOut();
+        shown.window().hide();
+        QTRY_VERIFY(!shown.services.soundPlayer.isPlaying());
+        shown.window().show();
+        QVERIFY(shown.store.isEditing());
+        tryOut();
+        shown.window().setSource({});
+        QVERIFY(!shown.services.soundPlayer.isPlaying());
+    }
+};
 
 QTEST_MAIN(AlarmEditViewTest)
 #include "AlarmEditViewTest.moc"

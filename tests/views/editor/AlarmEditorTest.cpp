@@ -27,320 +27,299 @@ class AlarmEditorTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void tellsNewGroupsFromListedOnes();
-    void writesEachFieldBackAtOnce();
-    void togglesDaysInTheOrderChosen_data();
-    void togglesDaysInTheOrderChosen();
-    void offersTwentyOneVolumes();
-    void showsStoredValuesOutsideTheRangesUnchanged();
-    void bringsACountIntoItsRangeAtTheFirstStep_data();
-    void bringsACountIntoItsRangeAtTheFirstStep();
-    void choosesASoundFile();
-    void keepsTheSoundWhenNoFileIsGiven_data();
-    void keepsTheSoundWhenNoFileIsGiven();
-    void dropsAFileChosenForAClosedEditor();
-    void returnsToBuiltInSounds();
-    void triesSoundsAndMessagesOut();
-    void silencesTryOutsWhenItCloses_data();
-    void silencesTryOutsWhenItCloses();
-    void staysClosedAtALateChange();
-};
+    void tellsNewGroupsFromListedOnes() {
+        EditorFixture fixture;
+        QVERIFY(fixture.editor.isNew());
+        fixture.editor.save();
+        QCOMPARE(fixture.store.groups().size(), 1);
+        QVERIFY(!fixture.store.isEditing());
 
-void AlarmEditorTest::tellsNewGroupsFromListedOnes() {
-    EditorFixture fixture;
-    QVERIFY(fixture.editor.isNew());
-    fixture.editor.save();
-    QCOMPARE(fixture.store.groups().size(), 1);
-    QVERIFY(!fixture.store.isEditing());
-
-    fixture.store.startEditing(fixture.store.groups().constFirst());
-    QVERIFY(!fixture.editor.isNew());
-    fixture.store.startEditing(AlarmGroup());
-    QVERIFY(fixture.editor.isNew());
-}
-
-void AlarmEditorTest::writesEachFieldBackAtOnce() {
-    EditorFixture fixture;
-    AlarmEditor &editor = fixture.editor;
-    struct Change {
-        const char *property;
-        QVariant value;
-        std::function<void(AlarmGroup &)> effect;
-    };
-    const QList<Change> changes{
-        {"hourIndex", 23, [](AlarmGroup &group) { group.targetHour = 23; }},
-        {"minuteIndex", 59, [](AlarmGroup &group) { group.targetMinute = 59; }},
-        {"startBefore", false, [](AlarmGroup &group) { group.startBefore = false; }},
-        {"label", QStringLiteral("朝"), [](AlarmGroup &group) { group.label = QStringLiteral("朝"); }},
-        {"alarmCount", 1, [](AlarmGroup &group) { group.alarmCount = 1; }},
-        {"intervalMinutes", 30, [](AlarmGroup &group) { group.intervalMinutes = 30; }},
-        {"volume", 0.35F, [](AlarmGroup &group) { group.volume = 0.35F; }},
-        {"ttsEnabled", true, [](AlarmGroup &group) { group.ttsEnabled = true; }},
-        {"ttsMessage", QStringLiteral("起"),
-         [](AlarmGroup &group) { group.ttsMessage = QStringLiteral("起"); }},
-        {"ttsLastEnabled", true, [](AlarmGroup &group) { group.ttsLastEnabled = true; }},
-        {"ttsLastMessage", QStringLiteral("急"),
-         [](AlarmGroup &group) { group.ttsLastMessage = QStringLiteral("急"); }},
-        {"ttsVolume", 0.0F, [](AlarmGroup &group) { group.ttsVolume = 0; }},
-    };
-    std::vector<std::unique_ptr<QSignalSpy>> spies;
-    const QMetaObject &meta = AlarmEditor::staticMetaObject;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        if (meta.method(i).methodType() == QMetaMethod::Signal) {
-            spies.push_back(std::make_unique<QSignalSpy>(&editor, meta.method(i)));
-        }
+        fixture.store.startEditing(fixture.store.groups().constFirst());
+        QVERIFY(!fixture.editor.isNew());
+        fixture.store.startEditing(AlarmGroup());
+        QVERIFY(fixture.editor.isNew());
     }
-    for (const Change &change : changes) {
-        AlarmGroup expected = fixture.edited();
-        change.effect(expected);
-        for (const auto &spy : spies) {
-            spy->clear();
-        }
-        QVERIFY(editor.setProperty(change.property, change.value));
-        QVERIFY2(fixture.edited() == expected, change.property);
-        QCOMPARE(editor.property(change.property), change.value);
-        const QMetaMethod notify = meta.property(meta.indexOfProperty(change.property)).notifySignal();
-        for (const auto &spy : spies) {
-            QCOMPARE(spy->size(), spy->signal().startsWith(notify.name() + '(') ? 1 : 0);
-        }
-    }
-    QCOMPARE(fixture.store.groups().size(), 0);
-    QCOMPARE(fixture.services.preferences.saves, 0);
-}
 
-void AlarmEditorTest::togglesDaysInTheOrderChosen_data() {
-    QTest::addColumn<QList<qint64>>("before");
-    QTest::addColumn<QList<int>>("presses");
-    QTest::addColumn<QList<qint64>>("after");
-    QTest::newRow("on, on, off") << QList<qint64>{} << QList{1, 3, 1} << QList<qint64>{3};
-    QTest::newRow("not sorted") << QList<qint64>{} << QList{5, 1} << QList<qint64>{5, 1};
-    QTest::newRow("stored twice") << QList<qint64>{2, 4, 2} << QList{2} << QList<qint64>{4};
-    QTest::newRow("all off") << QList<qint64>{0, 6} << QList{6, 0} << QList<qint64>{};
-    QTest::newRow("no weekday") << QList<qint64>{9} << QList{0} << QList<qint64>{9, 0};
-}
-
-void AlarmEditorTest::togglesDaysInTheOrderChosen() {
-    QFETCH(QList<qint64>, before);
-    QFETCH(QList<int>, presses);
-    QFETCH(QList<qint64>, after);
-    AlarmGroup group;
-    group.repeatDays = before;
-    EditorFixture fixture(group);
-    for (const int day : presses) {
-        fixture.editor.toggleDay(day);
-    }
-    QCOMPARE(fixture.edited().repeatDays, after);
-    for (int day = 0; day < 7; ++day) {
-        QCOMPARE(fixture.editor.selectedDays().at(day), after.contains(day));
-    }
-}
-
-// A slider's positions are sums of steps, not quite the decimals that they stand for.
-void AlarmEditorTest::offersTwentyOneVolumes() {
-    EditorFixture fixture;
-    double position = 0;
-    for (int step = 0; step <= 20; ++step, position += 0.05) {
-        fixture.editor.setVolume(static_cast<float>(position));
-        fixture.editor.setTtsVolume(static_cast<float>(position));
-        QCOMPARE(fixture.edited().volume, QString::number(step * 0.05, 'f', 2).toFloat());
-        QCOMPARE(fixture.edited().ttsVolume, fixture.edited().volume);
-        QCOMPARE(fixture.editor.volumeText(), QStringLiteral("%1%").arg(step * 5));
-        QCOMPARE(fixture.editor.ttsVolumeText(), fixture.editor.volumeText());
-    }
-}
-
-void AlarmEditorTest::showsStoredValuesOutsideTheRangesUnchanged() {
-    AlarmGroup group;
-    group.targetHour = 30;
-    group.targetMinute = -4;
-    group.alarmCount = 5'000'000'000;
-    group.intervalMinutes = 99;
-    group.volume = 1.509F;
-    EditorFixture fixture(group);
-    const AlarmEditor &editor = fixture.editor;
-    QCOMPARE(editor.hourIndex(), -1);
-    QCOMPARE(editor.hourText(), QStringLiteral("30"));
-    QCOMPARE(editor.minuteIndex(), -1);
-    QCOMPARE(editor.minuteText(), QStringLiteral("-4"));
-    QCOMPARE(editor.alarmCountText(), QStringLiteral("5000000000回"));
-    QCOMPARE(editor.alarmCount(), std::numeric_limits<int>::max());
-    QCOMPARE(editor.intervalText(), QStringLiteral("99分"));
-    QCOMPARE(editor.volumeText(), QStringLiteral("150%"));
-    fixture.editor.setLabel(QStringLiteral("朝"));
-    group.label = QStringLiteral("朝");
-    fixture.editor.save();
-    QVERIFY(fixture.store.groups() == QList{group});
-}
-
-void AlarmEditorTest::bringsACountIntoItsRangeAtTheFirstStep_data() {
-    QTest::addColumn<qint64>("stored");
-    QTest::addColumn<int>("direction");
-    QTest::addColumn<qint64>("count");
-    QTest::addColumn<qint64>("interval");
-    QTest::newRow("far above, down") << qint64{500} << -1 << qint64{20} << qint64{30};
-    QTest::newRow("just above, down") << qint64{31} << -1 << qint64{20} << qint64{30};
-    QTest::newRow("below, up") << qint64{-7} << +1 << qint64{1} << qint64{1};
-    QTest::newRow("inside, down") << qint64{2} << -1 << qint64{1} << qint64{1};
-}
-
-void AlarmEditorTest::bringsACountIntoItsRangeAtTheFirstStep() {
-    QFETCH(qint64, stored);
-    QFETCH(int, direction);
-    AlarmGroup group;
-    group.alarmCount = stored;
-    group.intervalMinutes = stored;
-    EditorFixture fixture(group);
-    fixture.editor.setAlarmCount(fixture.editor.alarmCount() + direction);
-    fixture.editor.setIntervalMinutes(fixture.editor.intervalMinutes() + direction);
-    QTEST(fixture.edited().alarmCount, "count");
-    QTEST(fixture.edited().intervalMinutes, "interval");
-}
-
-void AlarmEditorTest::choosesASoundFile() {
-    EditorFixture fixture;
-    fixture.services.log.take();
-    fixture.fileChooser.answer = QStringLiteral("/music/朝 の歌.mp3");
-    fixture.editor.chooseSoundFile();
-    QCOMPARE(fixture.fileChooser.requests.size(), 1);
-    const FileChooserRequest &request = fixture.fileChooser.requests.constFirst();
-    QCOMPARE(request.message, QStringLiteral("アラーム用のサウンドファイルを選択"));
-    QCOMPARE(request.allowedContentTypes.constFirst(), QStringLiteral("audio/*"));
-    QCOMPARE(request.allowedContentTypes.size(), 4);
-
-    QCOMPARE(QByteArray::fromBase64(fixture.edited().customSoundPath->toLatin1()),
-             QByteArrayLiteral("bookmark:/music/朝 の歌.mp3"));
-    QCOMPARE(*fixture.edited().customSoundName, QStringLiteral("朝 の歌.mp3"));
-    QCOMPARE(fixture.edited().soundName, QStringLiteral("morning_glass"));
-    QVERIFY(fixture.editor.hasCustomSound());
-    QVERIFY(!fixture.editor.sounds()->index(0).data(SoundListModel::IsChosen).toBool());
-    QCOMPARE(fixture.services.log.lines, QStringList());
-    QCOMPARE(fixture.services.audioPlayers.opened, 0);
-}
-
-void AlarmEditorTest::keepsTheSoundWhenNoFileIsGiven_data() {
-    QTest::addColumn<std::optional<QString>>("answer");
-    QTest::addColumn<QStringList>("lines");
-    QTest::newRow("cancelled") << std::optional<QString>() << QStringList();
-    QTest::newRow("no location") << std::optional(QString()) << QStringList();
-    QTest::newRow("no bookmark") << std::optional(QStringLiteral("/lost.mp3"))
-                                 << QStringList(QStringLiteral("[SoundPlayer] bookmark error: no such file"));
-}
-
-void AlarmEditorTest::keepsTheSoundWhenNoFileIsGiven() {
-    QFETCH(std::optional<QString>, answer);
-    AlarmGroup group;
-    group.customSoundPath = QStringLiteral("b2xk");
-    group.customSoundName = QStringLiteral("old.wav");
-    EditorFixture fixture(group);
-    fixture.services.bookmarks.lost = {QStringLiteral("/lost.mp3")};
-    fixture.fileChooser.answer = answer;
-    fixture.services.log.take();
-    fixture.editor.chooseSoundFile();
-    QVERIFY(fixture.edited() == group);
-    QTEST(fixture.services.log.lines, "lines");
-}
-
-void AlarmEditorTest::dropsAFileChosenForAClosedEditor() {
-    EditorFixture fixture;
-    BusyFileChooser chooser;
-    AlarmEditor editor({fixture.store, fixture.services.soundPlayer, fixture.services.ttsPlayer, chooser,
-                        fixture.services.bookmarks, fixture.services.log});
-    chooser.meanwhile = [&] { fixture.store.cancelEditing(); };
-    editor.chooseSoundFile();
-    QVERIFY(!fixture.store.editingGroup());
-
-    fixture.store.startEditing(AlarmGroup());
-    chooser.meanwhile = [&] { fixture.store.startEditing(AlarmGroup()); };
-    editor.chooseSoundFile();
-    QVERIFY(!fixture.edited().customSoundPath);
-}
-
-void AlarmEditorTest::returnsToBuiltInSounds() {
-    EditorFixture fixture;
-    SoundListModel &sounds = *fixture.editor.sounds();
-    const auto chosenRows = [&sounds] {
-        QList<int> rows;
-        for (int row = 0; row < sounds.rowCount(); ++row) {
-            if (sounds.index(row).data(SoundListModel::IsChosen).toBool()) {
-                rows.append(row);
+    void writesEachFieldBackAtOnce() {
+        EditorFixture fixture;
+        AlarmEditor &editor = fixture.editor;
+        struct Change {
+            const char *property;
+            QVariant value;
+            std::function<void(AlarmGroup &)> effect;
+        };
+        const QList<Change> changes{
+            {"hourIndex", 23, [](AlarmGroup &group) { group.targetHour = 23; }},
+            {"minuteIndex", 59, [](AlarmGroup &group) { group.targetMinute = 59; }},
+            {"startBefore", false, [](AlarmGroup &group) { group.startBefore = false; }},
+            {"label", QStringLiteral("朝"), [](AlarmGroup &group) { group.label = QStringLiteral("朝"); }},
+            {"alarmCount", 1, [](AlarmGroup &group) { group.alarmCount = 1; }},
+            {"intervalMinutes", 30, [](AlarmGroup &group) { group.intervalMinutes = 30; }},
+            {"volume", 0.35F, [](AlarmGroup &group) { group.volume = 0.35F; }},
+            {"ttsEnabled", true, [](AlarmGroup &group) { group.ttsEnabled = true; }},
+            {"ttsMessage", QStringLiteral("起"),
+             [](AlarmGroup &group) { group.ttsMessage = QStringLiteral("起"); }},
+            {"ttsLastEnabled", true, [](AlarmGroup &group) { group.ttsLastEnabled = true; }},
+            {"ttsLastMessage", QStringLiteral("急"),
+             [](AlarmGroup &group) { group.ttsLastMessage = QStringLiteral("急"); }},
+            {"ttsVolume", 0.0F, [](AlarmGroup &group) { group.ttsVolume = 0; }},
+        };
+        std::vector<std::unique_ptr<QSignalSpy>> spies;
+        const QMetaObject &meta = AlarmEditor::staticMetaObject;
+        for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+            if (meta.method(i).methodType() == QMetaMethod::Signal) {
+                spies.push_back(std::make_unique<QSignalSpy>(&editor, meta.method(i)));
             }
         }
-        return rows;
-    };
-    QCOMPARE(sounds.rowCount(), 11);
-    QCOMPARE(chosenRows(), QList{0});
-    QSignalSpy changes(&sounds, &SoundListModel::dataChanged);
-    fixture.editor.selectBuiltInSound(QStringLiteral("zen_garden_awake"));
-    QCOMPARE(chosenRows(), QList{4});
-    QCOMPARE(changes.size(), 2);
+        for (const Change &change : changes) {
+            AlarmGroup expected = fixture.edited();
+            change.effect(expected);
+            for (const auto &spy : spies) {
+                spy->clear();
+            }
+            QVERIFY(editor.setProperty(change.property, change.value));
+            QVERIFY2(fixture.edited() == expected, change.property);
+            QCOMPARE(editor.property(change.property), change.value);
+            const QMetaMethod notify = meta.property(meta.indexOfProperty(change.property)).notifySignal();
+            for (const auto &spy : spies) {
+                QCOMPARE(spy->size(), spy->signal().startsWith(notify.name() + '(') ? 1 : 0);
+            }
+        }
+        QCOMPARE(fixture.store.groups().size(), 0);
+        QCOMPARE(fixture.services.preferences.saves, 0);
+    }
 
-    fixture.fileChooser.answer = QStringLiteral("/music/a.mp3");
-    fixture.editor.chooseSoundFile();
-    QCOMPARE(chosenRows(), QList<int>());
-    fixture.editor.clearCustomSound();
-    QCOMPARE(chosenRows(), QList{4});
-    QVERIFY(!fixture.editor.hasCustomSound());
+    void togglesDaysInTheOrderChosen_data() {
+        QTest::addColumn<QList<qint64>>("before");
+        QTest::addColumn<QList<int>>("presses");
+        QTest::addColumn<QList<qint64>>("after");
+        QTest::newRow("on, on, off") << QList<qint64>{} << QList{1, 3, 1} << QList<qint64>{3};
+        QTest::newRow("not sorted") << QList<qint64>{} << QList{5, 1} << QList<qint64>{5, 1};
+        QTest::newRow("stored twice") << QList<qint64>{2, 4, 2} << QList{2} << QList<qint64>{4};
+        QTest::newRow("all off") << QList<qint64>{0, 6} << QList{6, 0} << QList<qint64>{};
+        QTest::newRow("no weekday") << QList<qint64>{9} << QList{0} << QList<qint64>{9, 0};
+    }
+    void togglesDaysInTheOrderChosen() {
+        QFETCH(QList<qint64>, before);
+        QFETCH(QList<int>, presses);
+        QFETCH(QList<qint64>, after);
+        AlarmGroup group;
+        group.repeatDays = before;
+        EditorFixture fixture(group);
+        for (const int day : presses) {
+            fixture.editor.toggleDay(day);
+        }
+        QCOMPARE(fixture.edited().repeatDays, after);
+        for (int day = 0; day < 7; ++day) {
+            QCOMPARE(fixture.editor.selectedDays().at(day), after.contains(day));
+        }
+    }
 
-    fixture.editor.chooseSoundFile();
-    fixture.editor.selectBuiltInSound(QStringLiteral("zen_garden_awake"));
-    QCOMPARE(chosenRows(), QList{4});
-    QVERIFY(!fixture.edited().customSoundPath && !fixture.edited().customSoundName);
-}
+    // A slider's positions are sums of steps, not quite the decimals that they stand for.
+    void offersTwentyOneVolumes() {
+        EditorFixture fixture;
+        double position = 0;
+        for (int step = 0; step <= 20; ++step, position += 0.05) {
+            fixture.editor.setVolume(static_cast<float>(position));
+            fixture.editor.setTtsVolume(static_cast<float>(position));
+            QCOMPARE(fixture.edited().volume, QString::number(step * 0.05, 'f', 2).toFloat());
+            QCOMPARE(fixture.edited().ttsVolume, fixture.edited().volume);
+            QCOMPARE(fixture.editor.volumeText(), QStringLiteral("%1%").arg(step * 5));
+            QCOMPARE(fixture.editor.ttsVolumeText(), fixture.editor.volumeText());
+        }
+    }
 
-void AlarmEditorTest::triesSoundsAndMessagesOut() {
-    AlarmGroup group;
-    group.ttsMessage = QStringLiteral("起きて");
-    group.ttsLastMessage = QStringLiteral(" ");
-    group.ttsVolume = 0.5F;
-    EditorFixture fixture(group);
-    fixture.editor.setVolume(0.25F);
-    fixture.editor.preview(QStringLiteral("wakeup_pulse"));
-    QCOMPARE(fixture.services.audioPlayers.sounding.size(), 1);
-    QVERIFY(
-        fixture.services.audioPlayers.sounding.constFirst().path.contains(QStringLiteral("wakeup_pulse")));
-    QCOMPARE(fixture.services.audioPlayers.sounding.constFirst().volume, 0.25F);
-    QCOMPARE(fixture.edited().soundName, group.soundName);
+    void showsStoredValuesOutsideTheRangesUnchanged() {
+        AlarmGroup group;
+        group.targetHour = 30;
+        group.targetMinute = -4;
+        group.alarmCount = 5'000'000'000;
+        group.intervalMinutes = 99;
+        group.volume = 1.509F;
+        EditorFixture fixture(group);
+        const AlarmEditor &editor = fixture.editor;
+        QCOMPARE(editor.hourIndex(), -1);
+        QCOMPARE(editor.hourText(), QStringLiteral("30"));
+        QCOMPARE(editor.minuteIndex(), -1);
+        QCOMPARE(editor.minuteText(), QStringLiteral("-4"));
+        QCOMPARE(editor.alarmCountText(), QStringLiteral("5000000000回"));
+        QCOMPARE(editor.alarmCount(), std::numeric_limits<int>::max());
+        QCOMPARE(editor.intervalText(), QStringLiteral("99分"));
+        QCOMPARE(editor.volumeText(), QStringLiteral("150%"));
+        fixture.editor.setLabel(QStringLiteral("朝"));
+        group.label = QStringLiteral("朝");
+        fixture.editor.save();
+        QVERIFY(fixture.store.groups() == QList{group});
+    }
 
-    FakeSpeechSynthesizers &speech = fixture.services.synthesizers;
-    fixture.editor.trySpeech();
-    fixture.editor.tryLastSpeech();
-    QCOMPARE(speech.readings, QStringList({QStringLiteral("起きて"), QStringLiteral(" ")}));
-    QCOMPARE(speech.reading, QStringLiteral(" "));
-    QCOMPARE(speech.volume, 0.5F);
-    speech.finish();
-    fixture.services.runLoop.advance(std::chrono::seconds(5));
-    QCOMPARE(speech.readings.size(), 2);
-}
+    void bringsACountIntoItsRangeAtTheFirstStep_data() {
+        QTest::addColumn<qint64>("stored");
+        QTest::addColumn<int>("direction");
+        QTest::addColumn<qint64>("count");
+        QTest::addColumn<qint64>("interval");
+        QTest::newRow("far above, down") << qint64{500} << -1 << qint64{20} << qint64{30};
+        QTest::newRow("just above, down") << qint64{31} << -1 << qint64{20} << qint64{30};
+        QTest::newRow("below, up") << qint64{-7} << +1 << qint64{1} << qint64{1};
+        QTest::newRow("inside, down") << qint64{2} << -1 << qint64{1} << qint64{1};
+    }
+    void bringsACountIntoItsRangeAtTheFirstStep() {
+        QFETCH(qint64, stored);
+        QFETCH(int, direction);
+        AlarmGroup group;
+        group.alarmCount = stored;
+        group.intervalMinutes = stored;
+        EditorFixture fixture(group);
+        fixture.editor.setAlarmCount(fixture.editor.alarmCount() + direction);
+        fixture.editor.setIntervalMinutes(fixture.editor.intervalMinutes() + direction);
+        QTEST(fixture.edited().alarmCount, "count");
+        QTEST(fixture.edited().intervalMinutes, "interval");
+    }
 
-void AlarmEditorTest::silencesTryOutsWhenItCloses_data() {
-    QTest::addColumn<bool>("saves");
-    QTest::newRow("saved") << true;
-    QTest::newRow("cancelled") << false;
-}
+    void choosesASoundFile() {
+        EditorFixture fixture;
+        fixture.services.log.take();
+        fixture.fileChooser.answer = QStringLiteral("/music/朝 の歌.mp3");
+        fixture.editor.chooseSoundFile();
+        QCOMPARE(fixture.fileChooser.requests.size(), 1);
+        const FileChooserRequest &request = fixture.fileChooser.requests.constFirst();
+        QCOMPARE(request.message, QStringLiteral("アラーム用のサウンドファイルを選択"));
+        QCOMPARE(request.allowedContentTypes.constFirst(), QStringLiteral("audio/*"));
+        QCOMPARE(request.allowedContentTypes.size(), 4);
 
-void AlarmEditorTest::silencesTryOutsWhenItCloses() {
-    QFETCH(bool, saves);
-    AlarmGroup group;
-    group.ttsMessage = QStringLiteral("起きて");
-    EditorFixture fixture(group);
-    fixture.editor.preview(group.soundName);
-    fixture.editor.trySpeech();
-    QVERIFY(fixture.services.soundPlayer.isPlaying());
-    saves ? fixture.editor.save() : fixture.editor.cancel();
-    QVERIFY(!fixture.services.soundPlayer.isPlaying());
-    QVERIFY(fixture.services.synthesizers.reading.isNull());
-    QCOMPARE(fixture.store.groups().size(), saves ? 1 : 0);
-}
+        QCOMPARE(QByteArray::fromBase64(fixture.edited().customSoundPath->toLatin1()),
+                 QByteArrayLiteral("bookmark:/music/朝 の歌.mp3"));
+        QCOMPARE(*fixture.edited().customSoundName, QStringLiteral("朝 の歌.mp3"));
+        QCOMPARE(fixture.edited().soundName, QStringLiteral("morning_glass"));
+        QVERIFY(fixture.editor.hasCustomSound());
+        QVERIFY(!fixture.editor.sounds()->index(0).data(SoundListModel::IsChosen).toBool());
+        QCOMPARE(fixture.services.log.lines, QStringList());
+        QCOMPARE(fixture.services.audioPlayers.opened, 0);
+    }
 
-// The view completes a text and fades while it closes.
-void AlarmEditorTest::staysClosedAtALateChange() {
-    EditorFixture fixture;
-    fixture.editor.setLabel(QStringLiteral("朝"));
-    fixture.editor.cancel();
-    QCOMPARE(fixture.editor.label(), QStringLiteral("朝"));
-    fixture.editor.setLabel(QStringLiteral("昼"));
-    QVERIFY(!fixture.store.editingGroup());
-}
+    void keepsTheSoundWhenNoFileIsGiven_data() {
+        QTest::addColumn<std::optional<QString>>("answer");
+        QTest::addColumn<QStringList>("lines");
+        QTest::newRow("cancelled") << std::optional<QString>() << QStringList();
+        QTest::newRow("no location") << std::optional(QString()) << QStringList();
+        QTest::newRow("no bookmark") << std::optional(QStringLiteral("/lost.mp3"))
+                                     << QStringList(
+                                            QStringLiteral("[SoundPlayer] bookmark error: no such file"));
+    }
+    void keepsTheSoundWhenNoFileIsGiven() {
+        QFETCH(std::optional<QString>, answer);
+        AlarmGroup group;
+        group.customSoundPath = QStringLiteral("b2xk");
+        group.customSoundName = QStringLiteral("old.wav");
+        EditorFixture fixture(group);
+        fixture.services.bookmarks.lost = {QStringLiteral("/lost.mp3")};
+        fixture.fileChooser.answer = answer;
+        fixture.services.log.take();
+        fixture.editor.chooseSoundFile();
+        QVERIFY(fixture.edited() == group);
+        QTEST(fixture.services.log.lines, "lines");
+    }
+
+    void dropsAFileChosenForAClosedEditor() {
+        EditorFixture fixture;
+        BusyFileChooser chooser;
+        AlarmEditor editor({fixture.store, fixture.services.soundPlayer, fixture.services.ttsPlayer, chooser,
+                            fixture.services.bookmarks, fixture.services.log});
+        chooser.meanwhile = [&] { fixture.store.cancelEditing(); };
+        editor.chooseSoundFile();
+        QVERIFY(!fixture.store.editingGroup());
+
+        fixture.store.startEditing(AlarmGroup());
+        chooser.meanwhile = [&] { fixture.store.startEditing(AlarmGroup()); };
+        editor.chooseSoundFile();
+        QVERIFY(!fixture.edited().customSoundPath);
+    }
+
+    void returnsToBuiltInSounds() {
+        EditorFixture fixture;
+        SoundListModel &sounds = *fixture.editor.sounds();
+        const auto chosenRows = [&sounds] {
+            QList<int> rows;
+            for (int row = 0; row < sounds.rowCount(); ++row) {
+                if (sounds.index(row).data(SoundListModel::IsChosen).toBool()) {
+                    rows.append(row);
+                }
+            }
+            return rows;
+        };
+        QCOMPARE(sounds.rowCount(), 11);
+        QCOMPARE(chosenRows(), QList{0});
+        QSignalSpy changes(&sounds, &SoundListModel::dataChanged);
+        fixture.editor.selectBuiltInSound(QStringLiteral("zen_garden_awake"));
+        QCOMPARE(chosenRows(), QList{4});
+        QCOMPARE(changes.size(), 2);
+
+        fixture.fileChooser.answer = QStringLiteral("/music/a.mp3");
+        fixture.editor.chooseSoundFile();
+        QCOMPARE(chosenRows(), QList<int>());
+        fixture.editor.clearCustomSound();
+        QCOMPARE(chosenRows(), QList{4});
+        QVERIFY(!fixture.editor.hasCustomSound());
+
+        fixture.editor.chooseSoundFile();
+        fixture.editor.selectBuiltInSound(QStringLiteral("zen_garden_awake"));
+        QCOMPARE(chosenRows(), QList{4});
+        QVERIFY(!fixture.edited().customSoundPath && !fixture.edited().customSoundName);
+    }
+
+    void triesSoundsAndMessagesOut() {
+        AlarmGroup group;
+        group.ttsMessage = QStringLiteral("起きて");
+        group.ttsLastMessage = QStringLiteral(" ");
+        group.ttsVolume = 0.5F;
+        EditorFixture fixture(group);
+        fixture.editor.setVolume(0.25F);
+        fixture.editor.preview(QStringLiteral("wakeup_pulse"));
+        QCOMPARE(fixture.services.audioPlayers.sounding.size(), 1);
+        QVERIFY(fixture.services.audioPlayers.sounding.constFirst().path.contains(
+            QStringLiteral("wakeup_pulse")));
+        QCOMPARE(fixture.services.audioPlayers.sounding.constFirst().volume, 0.25F);
+        QCOMPARE(fixture.edited().soundName, group.soundName);
+
+        FakeSpeechSynthesizers &speech = fixture.services.synthesizers;
+        fixture.editor.trySpeech();
+        fixture.editor.tryLastSpeech();
+        QCOMPARE(speech.readings, QStringList({QStringLiteral("起きて"), QStringLiteral(" ")}));
+        QCOMPARE(speech.reading, QStringLiteral(" "));
+        QCOMPARE(speech.volume, 0.5F);
+        speech.finish();
+        fixture.services.runLoop.advance(std::chrono::seconds(5));
+        QCOMPARE(speech.readings.size(), 2);
+    }
+
+    void silencesTryOutsWhenItCloses_data() {
+        QTest::addColumn<bool>("saves");
+        QTest::newRow("saved") << true;
+        QTest::newRow("cancelled") << false;
+    }
+    void silencesTryOutsWhenItCloses() {
+        QFETCH(bool, saves);
+        AlarmGroup group;
+        group.ttsMessage = QStringLiteral("起きて");
+        EditorFixture fixture(group);
+        fixture.editor.preview(group.soundName);
+        fixture.editor.trySpeech();
+        QVERIFY(fixture.services.soundPlayer.isPlaying());
+        saves ? fixture.editor.save() : fixture.editor.cancel();
+        QVERIFY(!fixture.services.soundPlayer.isPlaying());
+        QVERIFY(fixture.services.synthesizers.reading.isNull());
+        QCOMPARE(fixture.store.groups().size(), saves ? 1 : 0);
+    }
+
+    // The view completes a text and fades while it closes.
+    void staysClosedAtALateChange() {
+        EditorFixture fixture;
+        fixture.editor.setLabel(QStringLiteral("朝"));
+        fixture.editor.cancel();
+        QCOMPARE(fixture.editor.label(), QStringLiteral("朝"));
+        fixture.editor.setLabel(QStringLiteral("昼"));
+        QVERIFY(!fixture.store.editingGroup());
+    }
+};
 
 QTEST_GUILESS_MAIN(AlarmEditorTest)
 #include "AlarmEditorTest.moc"

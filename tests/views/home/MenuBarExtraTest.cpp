@@ -10,99 +10,93 @@ class MenuBarExtraTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theLinesSummariseTheGroups_data();
-    void theLinesSummariseTheGroups();
-    void theMenuFollowsTheStoreInPlace();
-    void onlyTheCommandsCanBeChosen();
-};
+    void theLinesSummariseTheGroups_data() {
+        QTest::addColumn<int>("count");
+        QTest::addColumn<int>("enabled");
+        QTest::addColumn<QStringList>("lines");
 
-void MenuBarExtraTest::theLinesSummariseTheGroups_data() {
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("enabled");
-    QTest::addColumn<QStringList>("lines");
-
-    const QString rule = QStringLiteral("-");
-    const QString sleep = QStringLiteral("スリープ防止中");
-    const QStringList commands{rule, QStringLiteral("ウィンドウを表示"), QStringLiteral("終了")};
-    const auto rows = [](int n) {
+        const QString rule = QStringLiteral("-");
+        const QString sleep = QStringLiteral("スリープ防止中");
+        const QStringList commands{rule, QStringLiteral("ウィンドウを表示"), QStringLiteral("終了")};
+        const auto rows = [](int n) {
+            QStringList texts;
+            for (int i = 0; i < n; ++i) {
+                texts << QStringLiteral("%1:00").arg(i);
+            }
+            return texts;
+        };
+        QTest::newRow("none") << 0 << 0 << QStringList{QStringLiteral("アラームなし"), rule} + commands;
+        QTest::newRow("all off") << 1 << 0
+                                 << QStringList{QStringLiteral("有効: 0 / 1"), rule} + rows(1) +
+                                        QStringList{rule} + commands;
+        QTest::newRow("five") << 5 << 5
+                              << QStringList{QStringLiteral("有効: 5 / 5"), rule} + rows(5) +
+                                     QStringList{rule, sleep} + commands;
+        QTest::newRow("seven") << 7 << 6
+                               << QStringList{QStringLiteral("有効: 6 / 7"), rule} + rows(5) +
+                                      QStringList{QStringLiteral("他 2件..."), rule, sleep} + commands;
+    }
+    void theLinesSummariseTheGroups() {
+        QFETCH(int, count);
+        QFETCH(int, enabled);
+        QFETCH(QStringList, lines);
+        QList<AlarmGroup> groups;
+        for (int i = 0; i < count; ++i) {
+            groups << groupAt(i);
+            groups.last().isEnabled = i < enabled;
+        }
         QStringList texts;
-        for (int i = 0; i < n; ++i) {
-            texts << QStringLiteral("%1:00").arg(i);
+        for (const MenuBarEntry &entry : menuBarContent(groups, enabled > 0)) {
+            texts << (entry.kind == MenuBarEntry::Separator ? QStringLiteral("-") : entry.text);
         }
-        return texts;
-    };
-    QTest::newRow("none") << 0 << 0 << QStringList{QStringLiteral("アラームなし"), rule} + commands;
-    QTest::newRow("all off") << 1 << 0
-                             << QStringList{QStringLiteral("有効: 0 / 1"), rule} + rows(1) +
-                                    QStringList{rule} + commands;
-    QTest::newRow("five") << 5 << 5
-                          << QStringList{QStringLiteral("有効: 5 / 5"), rule} + rows(5) +
-                                 QStringList{rule, sleep} + commands;
-    QTest::newRow("seven") << 7 << 6
-                           << QStringList{QStringLiteral("有効: 6 / 7"), rule} + rows(5) +
-                                  QStringList{QStringLiteral("他 2件..."), rule, sleep} + commands;
-}
-
-void MenuBarExtraTest::theLinesSummariseTheGroups() {
-    QFETCH(int, count);
-    QFETCH(int, enabled);
-    QFETCH(QStringList, lines);
-    QList<AlarmGroup> groups;
-    for (int i = 0; i < count; ++i) {
-        groups << groupAt(i);
-        groups.last().isEnabled = i < enabled;
+        QCOMPARE(texts, QStringList({QStringLiteral("KOVA アラーム"), QStringLiteral("-")}) + lines);
     }
-    QStringList texts;
-    for (const MenuBarEntry &entry : menuBarContent(groups, enabled > 0)) {
-        texts << (entry.kind == MenuBarEntry::Separator ? QStringLiteral("-") : entry.text);
-    }
-    QCOMPARE(texts, QStringList({QStringLiteral("KOVA アラーム"), QStringLiteral("-")}) + lines);
-}
 
-void MenuBarExtraTest::theMenuFollowsTheStoreInPlace() {
-    HomeFixture fixture;
-    const AlarmGroup group = fixture.add(groupAt(7, QStringLiteral("A&B\tC")));
-    const MenuBarExtra extra(fixture.store, fixture.services.scheduler, fixture.services.powerManager);
-    QAction *const row = extra.menu().actions().at(4);
-    QCOMPARE(row->text(), QStringLiteral("7:00  A&&B C"));
-    QSignalSpy changed(row, &QAction::changed);
+    void theMenuFollowsTheStoreInPlace() {
+        HomeFixture fixture;
+        const AlarmGroup group = fixture.add(groupAt(7, QStringLiteral("A&B\tC")));
+        const MenuBarExtra extra(fixture.store, fixture.services.scheduler, fixture.services.powerManager);
+        QAction *const row = extra.menu().actions().at(4);
+        QCOMPARE(row->text(), QStringLiteral("7:00  A&&B C"));
+        QSignalSpy changed(row, &QAction::changed);
 
-    fixture.ring(group, 0);
-    QTest::qWait(0);
-    QCOMPARE(changed.size(), 0);
+        fixture.ring(group, 0);
+        QTest::qWait(0);
+        QCOMPARE(changed.size(), 0);
 
-    AlarmGroup renamed = group;
-    renamed.label.clear();
-    fixture.store.updateGroup(renamed);
-    fixture.store.updateGroup(renamed);
-    QTRY_COMPARE(row->text(), QStringLiteral("7:00"));
-    QCOMPARE(extra.menu().actions().at(4), row);
+        AlarmGroup renamed = group;
+        renamed.label.clear();
+        fixture.store.updateGroup(renamed);
+        fixture.store.updateGroup(renamed);
+        QTRY_COMPARE(row->text(), QStringLiteral("7:00"));
+        QCOMPARE(extra.menu().actions().at(4), row);
 
-    fixture.store.toggleGroup(group.id);
-    QTRY_COMPARE(extra.menu().actions().at(2)->text(), QStringLiteral("有効: 0 / 1"));
-    for (const QAction *action : extra.menu().actions()) {
-        QVERIFY(action->text() != QStringLiteral("スリープ防止中"));
-    }
-}
-
-void MenuBarExtraTest::onlyTheCommandsCanBeChosen() {
-    HomeFixture fixture;
-    fixture.add(2);
-    MenuBarExtra extra(fixture.store, fixture.services.scheduler, fixture.services.powerManager);
-    QSignalSpy showWindow(&extra, &MenuBarExtra::showWindow);
-    QSignalSpy quit(&extra, &MenuBarExtra::quit);
-    QList<QAction *> enabled;
-    for (QAction *action : extra.menu().actions()) {
-        if (!action->isSeparator() && action->isEnabled()) {
-            enabled << action;
+        fixture.store.toggleGroup(group.id);
+        QTRY_COMPARE(extra.menu().actions().at(2)->text(), QStringLiteral("有効: 0 / 1"));
+        for (const QAction *action : extra.menu().actions()) {
+            QVERIFY(action->text() != QStringLiteral("スリープ防止中"));
         }
     }
-    QCOMPARE(enabled.size(), 2);
-    enabled.at(0)->trigger();
-    enabled.at(1)->trigger();
-    QCOMPARE(enabled.at(1)->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
-    QVERIFY(showWindow.size() == 1 && quit.size() == 1);
-}
+
+    void onlyTheCommandsCanBeChosen() {
+        HomeFixture fixture;
+        fixture.add(2);
+        MenuBarExtra extra(fixture.store, fixture.services.scheduler, fixture.services.powerManager);
+        QSignalSpy showWindow(&extra, &MenuBarExtra::showWindow);
+        QSignalSpy quit(&extra, &MenuBarExtra::quit);
+        QList<QAction *> enabled;
+        for (QAction *action : extra.menu().actions()) {
+            if (!action->isSeparator() && action->isEnabled()) {
+                enabled << action;
+            }
+        }
+        QCOMPARE(enabled.size(), 2);
+        enabled.at(0)->trigger();
+        enabled.at(1)->trigger();
+        QCOMPARE(enabled.at(1)->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
+        QVERIFY(showWindow.size() == 1 && quit.size() == 1);
+    }
+};
 
 QTEST_MAIN(MenuBarExtraTest)
 #include "MenuBarExtraTest.moc"

@@ -1,0 +1,77 @@
+"""Breaks a good sound in every way that resources/compose/check speaks of, and expects each to be caught:
+prove_check.py LOOP_PROBE"""
+
+import runpy
+import subprocess
+import sys
+import tempfile
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+from types import SimpleNamespace
+
+import numpy as np
+
+COMPOSE = Path(__file__).resolve().parents[2] / "resources/compose"
+checking = SimpleNamespace(**runpy.run_path(str(COMPOSE / "check")))
+RATE, decode, examine, find_twins = checking.RATE, checking.decode, checking.examine, checking.find_twins
+
+
+def encode(audio, path, *options):
+    subprocess.run(["ffmpeg", "-v", "error", "-y", "-f", "f32le", "-ar", str(RATE), "-ac", "2", "-i", "-",
+                    "-c:a", "libmp3lame", "-q:a", "4", *options, path],
+                   input=np.ascontiguousarray(audio, "<f4").tobytes(), check=True)
+
+
+def prove(source, probe):
+    """Every bar must fail on a file made to break it, and none on a fresh copy of the good one."""
+    good = decode(str(source))
+    silence = np.zeros((RATE, 2))
+    ramp = np.zeros((len(good), 1))
+    ramp[-RATE // 2:, 0] = np.linspace(0, 0.5, RATE // 2)
+    broken = [
+        (None, good, ()),
+        ("format", good, ("-ac", "1")),
+        ("format", good, ("-ar", "48000")),
+        ("size", np.tile(good, (2, 1))[:59 * RATE], ("-q:a", "0")),
+        ("duration", good[:15 * RATE], ()),
+        ("duration", np.tile(good, (3, 1)), ()),
+        ("loudness", good * 0.6, ()),
+        ("loudness", good * 1.4, ()),
+        ("true peak", good * 3.0, ()),
+        ("leading silence", np.concatenate([silence[:RATE // 10], good]), ()),
+        ("gap at the seam", np.concatenate([good, silence[:RATE // 5]]), ()),
+        ("gap at the seam", np.concatenate([good, silence[:RATE // 25]]), ()),
+        ("click at the seam", good * 0.8 + ramp, ()),
+        ("second pass off the beat", good, ("-write_xing", "0")),
+    ]
+    missed = 0
+    with tempfile.TemporaryDirectory() as folder:
+        def spoil(number):
+            path = Path(folder) / f"broken{number}.mp3"
+            encode(broken[number][1], str(path), *broken[number][2])
+            return examine(path, probe)[1]
+
+        with ThreadPoolExecutor(2) as pool:
+            outcomes = list(pool.map(spoil, range(len(broken))))
+        for (bar, _, _), failures in zip(broken, outcomes):
+            caught = bar in failures if bar else not failures
+            missed += not caught
+            print(f"{'ok  ' if caught else 'MISS'} {bar or 'a good file'}: {', '.join(failures) or 'passes'}")
+        path = Path(folder) / "broken.mp3"
+        path.write_text("not a sound\n")
+        cases = [("unreadable", examine(path, probe)[1])]
+        values, _ = examine(source, probe)
+        twins = [(source, values, []), (source, values, [])]
+        find_twins(twins)
+        cases.append(("sounds like", twins[1][2]))
+    for bar, failures in cases:
+        caught = any(failure.startswith(bar) for failure in failures)
+        missed += not caught
+        print(f"{'ok  ' if caught else 'MISS'} {bar}: {', '.join(failures)}")
+    count = len(broken) + len(cases)
+    print(f"{count - missed} passed, {missed} failed")
+    return missed
+
+
+if __name__ == "__main__":
+    sys.exit(1 if prove(checking.SOUNDS / "cosmic_alarm_run.mp3", sys.argv[1]) else 0)
