@@ -1,5 +1,7 @@
 #include "SpeechDispatcher.h"
 
+#include "KanaText.h"
+
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QtDebug>
@@ -17,6 +19,7 @@ constexpr std::chrono::seconds longestStart{20};
 namespace answer {
 constexpr int messageQueued = 225;
 constexpr int receivingData = 230;
+constexpr int value = 251;
 constexpr int firstEvent = 700;
 constexpr int end = 702;
 constexpr int cancel = 703;
@@ -100,7 +103,8 @@ void SpeechDispatcher::read(const Reading &reading) {
     m_idle.stop();
     m_reading = reading;
     m_stage = Stage::Waiting;
-    if (isStuck()) {
+    // The voice that the user chose comes back with a new connection only.
+    if (isStuck() || (m_isJapanese && !isJapanese(reading.text))) {
         drop();
     }
     if (m_socket.state() == QLocalSocket::ConnectedState) {
@@ -183,6 +187,7 @@ void SpeechDispatcher::drop() {
     m_lines.clear();
     m_message.clear();
     m_earlyEnds.clear();
+    m_isJapanese = false;
     const QSignalBlocker blocker(m_socket);
     m_socket.flush();
     m_socket.abort();
@@ -203,18 +208,45 @@ bool SpeechDispatcher::isStuck() const {
 // The reading.
 
 void SpeechDispatcher::submit() {
+    if (!isJapanese(m_reading->text)) {
+        announce(m_reading->text);
+        return;
+    }
+    m_isJapanese = true;
+    command("SET SELF LANGUAGE ja");
+    command("GET OUTPUT_MODULE", [this, id = m_reading->id](int code, const Lines &lines) {
+        if (m_reading && m_reading->id == id) {
+            chooseForm(code, lines);
+        }
+    });
+}
+
+// Of the voices that a service has for Japanese, those of espeak read kana alone.
+void SpeechDispatcher::chooseForm(int code, const Lines &lines) {
+    if (code != answer::value || !lines.value(0).startsWith("espeak")) {
+        announce(m_reading->text);
+        return;
+    }
+    m_kana.read(m_reading->text, [this, id = m_reading->id](const QString &kana) {
+        const bool isWaiting = m_reading && m_reading->id == id && m_stage == Stage::Waiting;
+        if (isWaiting && m_socket.state() == QLocalSocket::ConnectedState) {
+            announce(kana);
+        }
+    });
+}
+
+void SpeechDispatcher::announce(const QString &text) {
     command("SET SELF VOLUME " + QByteArray::number(m_reading->volume));
     m_stage = Stage::Announced;
     m_message.clear();
     m_earlyEnds.clear();
-    const quint64 id = m_reading->id;
-    command("SPEAK", [this, id](int code, const Lines &) {
+    command("SPEAK", [this, id = m_reading->id, text](int code, const Lines &) {
         if (code != answer::receivingData) {
             end(false);
             return;
         }
         m_stage = Stage::Sent;
-        send(asData(m_reading->text), [this, id](int result, const Lines &lines) {
+        send(asData(text), [this, id](int result, const Lines &lines) {
             if (m_reading && m_reading->id == id) {
                 textSubmitted(result, lines);
             }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "KanaReader.h"
+
 #include <QByteArray>
 #include <QElapsedTimer>
 #include <QHash>
@@ -16,7 +18,8 @@ namespace kova {
 /// A client of the speech service over its line protocol, SSIP, on a local socket. It lives in the event loop
 /// alone: the service is started when it is not there, and may be slow, hung or gone without holding anybody
 /// up. It reads one text at a time. The connection is made for a reading and closed when no more come, since
-/// the service ends itself when it has no clients.
+/// the service ends itself when it has no clients. A text with kana or kanji is read in the service's
+/// Japanese voice, and in kana where that voice knows no kanji.
 class SpeechDispatcher : public QObject {
 public:
     struct Reading {
@@ -51,6 +54,8 @@ private:
     bool isStuck() const;
 
     void submit();
+    void chooseForm(int code, const Lines &lines);
+    void announce(const QString &text);
     void textSubmitted(int code, const Lines &lines);
     void end(bool finished);
     void rest();
@@ -76,6 +81,8 @@ private:
 
     std::optional<Reading> m_reading;
     Stage m_stage = Stage::Waiting;
+    KanaReader m_kana;
+    bool m_isJapanese = false;           ///< the connection's voice
     QByteArray m_message;                ///< the service's name for the present reading
     QHash<QByteArray, bool> m_earlyEnds; ///< of messages whose names are not told yet
 };

@@ -1,6 +1,7 @@
 """An alarm rings: at its minute, with its sound, its message and its notification, and ends by itself."""
 
 import re
+import subprocess
 import time
 import uuid
 
@@ -78,6 +79,22 @@ def test_the_message_is_read_again_and_again_after_a_pause(session):
     # The first ones may still be of the louder alarm.
     last = int(sound.sounding(quiet)[-2][0] * sound.RATE)
     assert 0.1 < max(sound.loudness(quiet[last:])) / max(sound.loudness(loud)) < 0.8
+
+
+def test_a_japanese_message_is_read_as_it_sounds(session):
+    session.start("sound", "speech")
+    message = "起きる時間です。7:05に病院の予約があります"
+    session.save(group("7:00", volume=0, ttsLastEnabled=True, ttsLastMessage=message))
+    own = ["spd-say", "--wait", "--language=ja", "オキル ジカンデス。 シチジゴフンニ ビョーインノ ヨヤクガ アリマス"]
+    with session.record() as recording:
+        subprocess.run(own, env=session.env, check=True, timeout=30)
+    [(begin, end)] = sound.sounding(recording.samples(), shortest_pause=1)
+    program = session.run("06:59:58.5", {"PATH": "/usr/bin"})
+    with session.record() as recording:
+        program.wait_for(f'[TTSPlayer] speaking: "{message}" vol=1.0 loop=true')
+        until(lambda: len(sound.sounding(recording.samples(), shortest_pause=1)) > 1, 30, 0.1)
+    first, *_ = sound.sounding(recording.samples(), shortest_pause=1)
+    assert first[1] - first[0] == pytest.approx(end - begin, rel=1 / 3)
 
 
 @pytest.mark.slow

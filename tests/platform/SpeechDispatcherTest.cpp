@@ -3,6 +3,7 @@
 #include <QLocalServer>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -73,7 +74,12 @@ class SpeechDispatcherTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { qputenv("PATH", "/nonexistent"); } // no service can be started
+    // No service can be started, but the analyser of Japanese.
+    void initTestCase() {
+        const QString analyser = QStandardPaths::findExecutable(QStringLiteral("mecab"));
+        QVERIFY(QFile::link(analyser, m_programs.filePath(QStringLiteral("mecab"))));
+        qputenv("PATH", m_programs.path().toUtf8());
+    }
 
     void init() {
         m_service.emplace();
@@ -101,13 +107,36 @@ private Q_SLOTS:
     void aReadingIsSentAndItsEndTold() {
         QFETCH(QByteArray, answer);
         QFETCH(bool, finished);
-        m_dispatcher->read({.id = 1, .text = QStringLiteral(".朝\n..\r\nx"), .volume = -40});
+        m_dispatcher->read({.id = 1, .text = QStringLiteral(".é\n..\r\nx"), .volume = -40});
         QVERIFY(m_service->accept() && m_service->agreeToSpeak());
         QVERIFY(m_service->read().contains("SET SELF VOLUME -40\r\n"));
         QVERIFY(m_service->readUntil("\r\n.\r\n"));
-        QCOMPARE(m_service->read(), QByteArray("..朝\r\n...\r\nx\r\n.\r\n"));
+        QCOMPARE(m_service->read(), QByteArray("..é\r\n...\r\nx\r\n.\r\n"));
         m_service->say(answer);
         QTRY_COMPARE(m_ends, (QList<End>{{1, finished}}));
+    }
+
+    void japaneseIsSentInTheFormThatTheVoiceReads_data() {
+        QTest::addColumn<QByteArray>("voice");
+        QTest::addColumn<QByteArray>("form");
+        QTest::newRow("kana alone") << QByteArray("251-espeak-ng\r\n251 OK\r\n") << QByteArray("カイギ");
+        QTest::newRow("kanji too") << QByteArray("251-open-jtalk\r\n251 OK\r\n") << QByteArray("会議");
+        QTest::newRow("unknown") << QByteArray("514 ERR\r\n") << QByteArray("会議");
+    }
+
+    void japaneseIsSentInTheFormThatTheVoiceReads() {
+        QFETCH(QByteArray, voice);
+        QFETCH(QByteArray, form);
+        m_dispatcher->read({.id = 1, .text = QStringLiteral("会議"), .volume = 0});
+        QVERIFY(m_service->accept() && m_service->readUntil("SET SELF LANGUAGE ja\r\nGET OUTPUT_MODULE\r\n"));
+        m_service->say("208 OK\r\n220 OK\r\n220 OK\r\n202 OK\r\n201 OK\r\n" + voice);
+        QVERIFY(m_service->readUntil("SPEAK\r\n") && m_service->say("218 OK\r\n230 OK\r\n"));
+        QVERIFY(m_service->readUntil("\r\n.\r\n"));
+        QCOMPARE(m_service->read(), form + "\r\n.\r\n");
+        // In another language the voice is the user's own again.
+        m_dispatcher->read({.id = 2, .text = QStringLiteral("meeting"), .volume = 0});
+        QVERIFY(m_service->isLeft() && m_service->accept() && m_service->agreeToSpeak());
+        QVERIFY(!m_service->read().contains("LANGUAGE"));
     }
 
     void aStopIsNeverFollowedByTheText() {
@@ -171,6 +200,7 @@ private Q_SLOTS:
     }
 
 private:
+    const QTemporaryDir m_programs;
     std::optional<Service> m_service;
     QList<End> m_ends;
     std::optional<SpeechDispatcher> m_dispatcher;

@@ -1,0 +1,208 @@
+#include "KanaText.h"
+
+#include "JapaneseNumbers.h"
+
+#include <QList>
+#include <QStringList>
+#include <algorithm>
+#include <array>
+
+namespace kova {
+
+namespace {
+
+struct Word {
+    bool isApart; ///< a space stands before it
+    QString text;
+    QString kind;    ///< its first features
+    QString reading; ///< empty where it is not known
+
+    bool isA(QStringView some) const { return kind.startsWith(some); }
+    bool isNumber() const { return isA(u"名詞,数"); }
+    bool isNumeral() const { return isNumber() && std::all_of(text.begin(), text.end(), kova::isNumeral); }
+};
+using Words = QList<Word>;
+
+bool isKana(const QString &text) {
+    return std::all_of(text.begin(), text.end(), [](QChar character) {
+        return character.script() == QChar::Script_Katakana || character == QChar(u'ー');
+    });
+}
+
+Word wordOf(const QString &line) {
+    constexpr qsizetype kinds = 3;
+    constexpr qsizetype pronunciation = 8;
+    const qsizetype tab = line.indexOf(QChar(u'\t'));
+    const QString text = line.left(tab);
+    const QStringList features = line.mid(tab + 1).split(QChar(u','));
+    const QString reading = features.value(pronunciation);
+    return {.isApart = text.startsWith(QChar(u' ')),
+            .text = text.trimmed(),
+            .kind = features.mid(0, kinds).join(QChar(u',')),
+            .reading = !reading.isEmpty() && isKana(reading) ? reading : QString()};
+}
+
+struct Counter {
+    QString text; ///< empty where nothing is counted
+    QString reading;
+};
+
+// What a number counts, if `word` is that; the dictionary knows most of them.
+Counter counterOf(const Word &word, const Word &next) {
+    if (word.text == QStringView(u"月")) {
+        return {.text = word.text, .reading = QStringLiteral("ガツ")};
+    }
+    if (word.text == QStringView(u"つ")) {
+        return {.text = word.text, .reading = QStringLiteral("ツ")};
+    }
+    if (word.text == QStringView(u"%")) {
+        return {.text = QStringLiteral("パーセント"), .reading = QStringLiteral("パーセント")};
+    }
+    if (word.text == QStringView(u"分の") && !next.isNumber()) { // it takes all for fractions
+        return {.text = word.text, .reading = QStringLiteral("フンノ")};
+    }
+    return word.isA(u"名詞,接尾,助数詞") && !word.reading.isEmpty() ? Counter{word.text, word.reading}
+                                                                    : Counter();
+}
+
+// Puts the words of a line into kana, one after the other.
+class Phrases {
+public:
+    explicit Phrases(const Words &words) : m_words(words) {}
+
+    QString kana() {
+        while (m_at < m_words.size()) {
+            const Word word = ahead();
+            const bool isNumber = word.isNumeral() || (word.isNumber() && !word.reading.isEmpty());
+            if (isNumber) {
+                addNumber();
+            } else {
+                addWord(next());
+            }
+            m_isAfterNumber = isNumber;
+        }
+        return m_kana.trimmed();
+    }
+
+private:
+    Word ahead(qsizetype count = 0) const { return m_words.value(m_at + count); }
+    Word next() { return m_words.value(m_at++); }
+    bool goesOn() const { return m_at < m_words.size() && !ahead().isApart; }
+
+    void addWord(const Word &word) {
+        static const QStringList whens{QStringLiteral("後"), QStringLiteral("前"), QStringLiteral("以内"),
+                                       QStringLiteral("おき"), QStringLiteral("ごと")};
+        if (word.text == QStringView(u"十分") && whens.contains(ahead().text)) { // the minutes, not "enough"
+            add(QStringLiteral("ジュップン"), beginsPhrase(word));
+        } else if (word.isA(u"記号") && word.reading.isEmpty() && !word.kind.contains(QChar(u'点'))) {
+            separate(); // the voice would name it
+        } else {
+            add(word.reading.isEmpty() ? word.text : word.reading, beginsPhrase(word));
+        }
+        m_isAfterPrefix = word.isA(u"接頭詞");
+    }
+
+    void addNumber() {
+        const bool isApart = ahead().isApart || !(m_isAfterNumber || m_isAfterPrefix);
+        const Word first = next();
+        QString number = first.text;
+        while (first.isNumeral() && goesOn() && ahead().isNumeral()) {
+            number += next().text;
+        }
+        QString kana = first.isNumeral() ? numberInKana(number) : first.reading;
+        if (goesOn() && ahead().text == QChar(u'.') && ahead(1).isNumeral() && !ahead(1).isApart) {
+            next();
+            kana =
+                countedInKana(kana, QStringLiteral("点"), QStringLiteral("テン")) + digitsInKana(next().text);
+        }
+        const Counter counter = goesOn() ? counterOf(ahead(), ahead(1)) : Counter();
+        if (!counter.text.isEmpty()) {
+            next();
+            const bool isFirst = counter.text == QChar(u'日') && m_kana.endsWith(QStringView(u"ガツ"));
+            kana = isFirst && kana == QStringView(u"イチ")
+                       ? QStringLiteral("ツイタチ")
+                       : countedInKana(kana, counter.text, counter.reading);
+        } else if (number.size() > 1 && number.startsWith(QChar(u'0'))) {
+            kana = digitsInKana(number);
+        }
+        add(kana, isApart);
+        m_isAfterPrefix = false;
+    }
+
+    bool beginsPhrase(const Word &word) const {
+        static const QStringList attached{QStringLiteral("助"),           QStringLiteral("名詞,接尾"),
+                                          QStringLiteral("名詞,非自立"),  QStringLiteral("動詞,接尾"),
+                                          QStringLiteral("動詞,非自立"),  QStringLiteral("形容詞,接尾"),
+                                          QStringLiteral("形容詞,非自立")};
+        const bool isAttached = m_isAfterPrefix || !word.text.front().isLetterOrNumber() ||
+                                std::any_of(attached.begin(), attached.end(),
+                                            [&word](const QString &kind) { return word.isA(kind); });
+        return word.isApart || !isAttached;
+    }
+
+    void separate() {
+        if (!m_kana.isEmpty() && m_kana.back() != QChar(u' ')) {
+            m_kana += QChar(u' ');
+        }
+    }
+
+    // The voice spells what hangs together with Latin letters.
+    void add(const QString &text, bool isApart) {
+        const bool isAfterLatin = !m_kana.isEmpty() && m_kana.back().script() == QChar::Script_Latin;
+        if (isApart || (isAfterLatin && text.front().isLetter())) {
+            separate();
+        }
+        m_kana += text;
+    }
+
+    const Words &m_words;
+    qsizetype m_at = 0;
+    bool m_isAfterNumber = false;
+    bool m_isAfterPrefix = false;
+    QString m_kana;
+};
+
+bool hasKanji(const QString &text) {
+    const auto characters = text.toUcs4();
+    return std::any_of(characters.begin(), characters.end(),
+                       [](char32_t character) { return QChar::script(character) == QChar::Script_Han; });
+}
+
+} // namespace
+
+bool isJapanese(const QString &text) {
+    return hasKanji(text) || std::any_of(text.begin(), text.end(), [](QChar character) {
+               return character.script() == QChar::Script_Hiragana ||
+                      character.script() == QChar::Script_Katakana;
+           });
+}
+
+QByteArray forAnalyser(const QString &text) {
+    QString plain = text.normalized(QString::NormalizationForm_KC);
+    plain.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QChar(u'\r'), QChar(u'\n'));
+    for (QChar &character : plain) {
+        if (character.category() == QChar::Other_Control && character != QChar(u'\n')) {
+            character = QChar(u' ');
+        }
+    }
+    return withNumbersInFull(plain).toUtf8() + '\n';
+}
+
+QString kanaOf(const QByteArray &analysis) {
+    QStringList lines;
+    Words words;
+    bool isKnown = false;
+    for (const QByteArray &line : analysis.split('\n')) {
+        if (line.isEmpty()) {
+            lines.append(Phrases(words).kana());
+            words.clear();
+        } else if (const Word word = wordOf(QString::fromUtf8(line)); !word.text.isEmpty()) {
+            words.append(word);
+            isKnown = isKnown || !word.reading.isEmpty();
+        }
+    }
+    const QString kana = lines.join(QChar(u'\n'));
+    return isKnown || !hasKanji(kana) ? kana.trimmed() : QString();
+}
+
+} // namespace kova
