@@ -43,7 +43,7 @@ private:
     // The offset is looked up once for each stretch between two changes.
     qint64 offsetAt(qint64 utc) const {
         if (utc < m_validFrom || utc >= m_validUntil) {
-            const QDateTime moment = QDateTime::fromSecsSinceEpoch(utc, Qt::UTC);
+            const QDateTime moment = QDateTime::fromSecsSinceEpoch(utc, QTimeZone::utc());
             const QDateTime next = m_zone.nextTransition(moment).atUtc;
             m_offset = m_zone.offsetFromUtc(moment);
             m_validFrom = utc;
