@@ -15,6 +15,8 @@ namespace {
 constexpr std::chrono::seconds idleTime{10};
 constexpr std::chrono::seconds longestSilence{3};
 constexpr std::chrono::seconds longestStart{20};
+constexpr qint64 longestLine = 4096;
+constexpr qsizetype longestAnswer = 2000; // lines, or ends that nobody asked for
 
 namespace answer {
 constexpr int messageQueued = 225;
@@ -60,6 +62,7 @@ QByteArray asData(QString text) {
 } // namespace
 
 SpeechDispatcher::SpeechDispatcher(Ended ended) : m_ended(std::move(ended)) {
+    m_socket.setReadBufferSize(2 * longestLine); // a flood waits on the service's side
     connect(&m_socket, &QLocalSocket::connected, this, &SpeechDispatcher::introduce);
     connect(&m_socket, &QLocalSocket::readyRead, this, &SpeechDispatcher::receive);
     // Queued, so that a connection that fails at once is told like one that is lost later.
@@ -300,8 +303,8 @@ void SpeechDispatcher::receive() {
     while (m_socket.canReadLine()) {
         receiveLine(m_socket.readLine().trimmed());
     }
-    constexpr qint64 longestLine = 4096;
-    if (m_socket.bytesAvailable() > longestLine) {
+    const bool isFlood = m_lines.size() > longestAnswer || m_earlyEnds.size() > longestAnswer;
+    if (isFlood || m_socket.bytesAvailable() > longestLine) {
         lost(noSpeechService());
     }
 }

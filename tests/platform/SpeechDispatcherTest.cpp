@@ -174,6 +174,12 @@ private Q_SLOTS:
         QTest::newRow("dies in a word") << QByteArray("22");
         QTest::newRow("is no speech service") << QByteArray("HTTP/1.0 400 Bad Request\r\n");
         QTest::newRow("babbles") << QByteArray(100'000, 'x');
+        QTest::newRow("never ends an answer") << QByteArray("225-7\r\n").repeated(5000);
+        QByteArray ends;
+        for (int message = 0; message < 5000; ++message) {
+            ends += "702-" + QByteArray::number(message) + "\r\n702 END\r\n";
+        }
+        QTest::newRow("tells the end of anything") << ends;
         QTest::newRow("gives no text") << QByteArray("\r\n");
     }
 
