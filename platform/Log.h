@@ -9,7 +9,8 @@ class Log {
 public:
     virtual ~Log() = default;
 
-    /// Writes one line and flushes it, so that a pipe sees it at once; never waits for a reader.
+    /// Writes one line, whatever control characters are in it, and flushes it, so that a pipe sees it at
+    /// once; never waits for a reader.
     virtual void print(const QString &line) = 0;
 };
 

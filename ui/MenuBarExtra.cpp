@@ -3,6 +3,7 @@
 #include "AlarmScheduler.h"
 #include "AlarmViewModel.h"
 #include "PowerManager.h"
+#include "plainLine.h"
 #include "symbolImage.h"
 
 #include <QTimer>
@@ -43,10 +44,7 @@ QIcon icon(const MenuBarEntry &entry) {
 
 // A label is the user's text: no letter of it is a mnemonic, and it stays on its line.
 QString menuText(const QString &text) {
-    QString plain = text;
-    std::replace_if(
-        plain.begin(), plain.end(), [](QChar c) { return c.category() == QChar::Other_Control; }, u' ');
-    return plain.replace(u'&', QStringLiteral("&&"));
+    return plainLine(text).replace(u'&', QStringLiteral("&&"));
 }
 
 void fill(QAction *action, const MenuBarEntry &entry) {

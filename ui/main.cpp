@@ -8,6 +8,7 @@
 #include "MenuBarHost.h"
 #include "SingleInstance.h"
 #include "TerminationSignals.h"
+#include "standardStreams.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -15,7 +16,6 @@
 #include <QTimer>
 
 #include <chrono>
-#include <cstdio>
 #include <fontconfig/fontconfig.h>
 #include <optional>
 #include <thread>
@@ -38,7 +38,7 @@ QByteArray activationToken() {
 
 int activateRunningInstance(const kova::SingleInstance &instance) {
     if (!instance.activateOwner(activationToken())) {
-        std::fputs("kova-alarm: already running, but it does not answer\n", stderr);
+        qWarning("kova-alarm: already running, but it does not answer");
     }
     return 0;
 }
@@ -85,6 +85,7 @@ void describeApplication() {
 } // namespace
 
 int main(int argc, char *argv[]) {
+    kova::prepareStandardStreams();
     kova::TerminationSignals terminationSignals;
     kova::SingleInstance instance(kova::FilePreferences::defaultFolder());
     if (!instance.acquire()) {

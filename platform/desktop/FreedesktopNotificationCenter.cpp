@@ -1,6 +1,7 @@
 #include "FreedesktopNotificationCenter.h"
 
 #include "MessageBuses.h"
+#include "plainLine.h"
 
 #include <QStringList>
 #include <QVariantMap>
@@ -41,10 +42,10 @@ QVariantMap hints(const NotificationRequest &request) {
 QDBusMessage notify(const NotificationRequest &request, bool takesMarkup) {
     constexpr quint32 replacesNone = 0;
     constexpr qint32 serversTimeout = -1;
+    const QString body = plainLine(request.body);
     return serviceCall(QStringLiteral("Notify"))
            << QStringLiteral("KOVA Alarm") << replacesNone << QStringLiteral("jp.kova.Alarm") << request.title
-           << (takesMarkup ? escaped(request.body) : request.body) << QStringList() << hints(request)
-           << serversTimeout;
+           << (takesMarkup ? escaped(body) : body) << QStringList() << hints(request) << serversTimeout;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "MessageBuses.h"
 #include "Portal.h"
+#include "plainLine.h"
 
 #include <QVariantMap>
 
@@ -31,7 +32,7 @@ void PortalNotificationCenter::requestAuthorization(AuthorizationOptions, Author
 void PortalNotificationCenter::add(const NotificationRequest &request) {
     const QVariantMap notification{
         {QStringLiteral("title"), request.title},
-        {QStringLiteral("body"), request.body},
+        {QStringLiteral("body"), plainLine(request.body)},
         {QStringLiteral("priority"), QStringLiteral("urgent")},
     };
     m_buses.send(Bus::Session, portalCall(interface(), QStringLiteral("AddNotification"))

@@ -1,19 +1,19 @@
 #pragma once
 
+#include "LineWriter.h"
 #include "Log.h"
 
-#include <mutex>
+#include <unistd.h>
 
 namespace kova {
 
-/// Lines on descriptor 1. A line that its reader has no room for is lost, never waited for.
+/// Lines on standard output.
 class StandardOutputLog : public Log {
 public:
-    void print(const QString &line) override;
+    void print(const QString &line) override { m_lines.write(line); }
 
 private:
-    std::mutex m_mutex;
-    bool m_isCut = false; ///< the last line went out only in part
+    LineWriter m_lines{STDOUT_FILENO};
 };
 
 } // namespace kova

@@ -91,6 +91,11 @@ class Session:
     def run(self, at="06:59:58.5", env=None, under=(), stderr=None):
         """Starts the program at that time of its clock, under another command where one is given, and waits
         until it is ready. A variable that is None is not set."""
+        program = self.launch(at, env, under, stderr)
+        program.wait_for("[Scheduler] Started", 20)
+        return program
+
+    def launch(self, at, env=None, under=(), stderr=None):
         self.clock.set(at)
         alone = {"PATH": "/nonexistent"}  # it can't start a speech service of its own
         # Even root must heed the permissions of files.
@@ -99,7 +104,6 @@ class Session:
         env = {name: value for name, value in every.items() if value is not None}
         program = Program([*under, *plain, PROGRAM], env, stderr=stderr)
         self._others.append(program)
-        program.wait_for("[Scheduler] Started", 20)
         return program
 
     def assist(self, *words):

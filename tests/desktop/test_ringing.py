@@ -43,16 +43,17 @@ def test_alarms_of_a_run_ring_in_their_minutes(session):
     assert len(identifiers) == 2 and all(str(uuid.UUID(text)).upper() == text for text in identifiers)
 
 
-@pytest.mark.parametrize("service, label, body", [
-    ("notifications", "朝 <b>&", "朝 <b>& — 7:00"),
-    ("notifications+markup", "朝 <b>&", "朝 &lt;b&gt;&amp; — 7:00"),
-    ("notifications+markup", "", "アラーム 7:00"),
+@pytest.mark.parametrize("service, label, line, body", [
+    ("notifications", "朝 <b>&", "朝 <b>&", "朝 <b>& — 7:00"),
+    ("notifications+markup", "朝 <b>&", "朝 <b>&", "朝 &lt;b&gt;&amp; — 7:00"),
+    ("notifications+markup", "", "", "アラーム 7:00"),
+    ("notifications", "a\0b\x1b[31m\x7f\x85\n\u2028c", "a b [31m    c", "a b [31m    c — 7:00"),
 ])
-def test_a_notification_shows_the_label_as_typed(session, service, label, body):
+def test_a_notification_shows_the_label_as_typed(session, service, label, line, body):
     session.start("session-bus", service)
     session.save(group(label=label))
     program = session.run()
-    program.wait_for(f"[Scheduler] FIRE: {label} alarm #1")
+    program.wait_for(f"[Scheduler] FIRE: {line} alarm #1")
     assert session[service].wait_for_call("Notify")["body"] == body
 
 

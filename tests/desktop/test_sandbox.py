@@ -85,6 +85,7 @@ def test_a_whole_run_stays_inside(session):
         rf"{runtime}/(\.\w{{6}}(/s)?|kova-alarm-\w+)",  # where a second start finds the first
         rf"(/var|{home})/cache/fontconfig(/.*)?",  # the font library's
         r"/proc/self/fd/\d+",  # an unnamed file of its own, about to get a name
+        r".*/pipe:\[\d+\]|pipe:\[\d+\]",  # its own standard output, opened anew
         rf"/dev/shm/(sem\.)?faketime_\w+",  # this test's clock
     ]
     readable = [
