@@ -12,10 +12,12 @@
 
 #include <QApplication>
 #include <QDBusConnection>
+#include <QMessageBox>
 #include <QQuickWindow>
 #include <QTimer>
 
 #include <chrono>
+#include <cstdlib>
 #include <fontconfig/fontconfig.h>
 #include <optional>
 #include <thread>
@@ -36,11 +38,20 @@ QByteArray activationToken() {
     return {};
 }
 
-int activateRunningInstance(const kova::SingleInstance &instance) {
-    if (!instance.activateOwner(activationToken())) {
-        qWarning("kova-alarm: already running, but it does not answer");
-    }
-    return 0;
+bool isHeard(const kova::SingleInstance &instance, int argc, char *argv[]) {
+    const QCoreApplication withoutDisplay(argc, argv);
+    return instance.activateOwner(activationToken());
+}
+
+// Else somebody who starts the program sees nothing happen. A display that hangs ends the process.
+void tellThatItDoesNotAnswer(int argc, char *argv[]) {
+    constexpr unsigned forTheDisplay = 10; // seconds
+    qWarning("kova-alarm: already running, but it does not answer");
+    alarm(forTheDisplay);
+    const QApplication withDisplay(argc, argv);
+    alarm(0);
+    QMessageBox::warning(nullptr, QStringLiteral("KOVA Alarm"),
+                         QStringLiteral("KOVA Alarm はすでに起動していますが、応答がありません。"));
 }
 
 // A clock in the background must not hold a GPU context.
@@ -86,11 +97,15 @@ void describeApplication() {
 
 int main(int argc, char *argv[]) {
     kova::prepareStandardStreams();
-    kova::TerminationSignals terminationSignals;
     kova::SingleInstance instance(kova::FilePreferences::defaultFolder());
     if (!instance.acquire()) {
-        return activateRunningInstance(instance);
+        if (!isHeard(instance, argc, argv)) {
+            tellThatItDoesNotAnswer(argc, argv);
+            return EXIT_FAILURE;
+        }
+        return EXIT_SUCCESS;
     }
+    kova::TerminationSignals terminationSignals;
     // Else a desktop in another language lends our texts its own forms of the characters.
     qputenv("FC_LANG", "ja");
     drawInSoftware();

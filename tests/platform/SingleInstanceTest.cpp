@@ -1,0 +1,118 @@
+#include "SingleInstance.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLocalSocket>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace kova;
+
+class SingleInstanceTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() {
+        m_home.emplace();
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_home->path()));
+    }
+
+    void aSecondStartIsHeard_data() {
+        QTest::addColumn<bool>("isLockDeleted");
+        QTest::addColumn<bool>("isSocketDeleted");
+        QTest::newRow("at once") << false << false;
+        QTest::newRow("after the lock's file was deleted") << true << false;
+        QTest::newRow("after the socket was deleted") << false << true;
+        QTest::newRow("after both were deleted") << true << true;
+    }
+
+    void aSecondStartIsHeard() {
+        QFETCH(bool, isLockDeleted);
+        QFETCH(bool, isSocketDeleted);
+        SingleInstance first(folder());
+        QVERIFY(first.acquire());
+        first.listen();
+        const QString lock = folder() + QStringLiteral("/instance");
+        const QString socket = socketPath();
+        QVERIFY(!isLockDeleted || QFile::remove(lock));
+        QVERIFY(!isSocketDeleted || QFile::remove(socket));
+        QVERIFY((isLockDeleted && isSocketDeleted) || !SingleInstance(folder()).acquire());
+        QTRY_VERIFY(QFile::exists(lock) && QFile::exists(socket));
+        QSignalSpy activated(&first, &SingleInstance::activated);
+        bool heard = false;
+        const std::unique_ptr<QThread> second(QThread::create([this, &heard] {
+            SingleInstance instance(folder());
+            heard = !instance.acquire() && instance.activateOwner("a token\n");
+        }));
+        second->start();
+        QTRY_COMPARE(activated.size(), 1);
+        second->wait();
+        QVERIFY(heard);
+        QCOMPARE(activated.at(0).at(0).toByteArray(), QByteArray("a token"));
+        QCOMPARE(QFile::permissions(folder()) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    }
+
+    void anotherConfigurationIsAnotherClock() {
+        SingleInstance first(folder());
+        SingleInstance second(folder() + QStringLiteral("-other"));
+        QVERIFY(first.acquire());
+        first.listen();
+        QVERIFY(second.acquire());
+    }
+
+    void aKilledOwnerLeavesNothingBehind() {
+        int ready[2];
+        QCOMPARE(::pipe(ready), 0);
+        const pid_t owner = ::fork();
+        if (owner == 0) {
+            SingleInstance instance(folder());
+            const char answer = instance.acquire() ? 'y' : 'n';
+            instance.listen();
+            (void)!::write(ready[1], &answer, 1);
+            for (;;) {
+                ::pause();
+            }
+        }
+        char answer = 0;
+        QVERIFY(::read(ready[0], &answer, 1) == 1 && answer == 'y');
+        QVERIFY(!SingleInstance(folder()).acquire());
+        ::kill(owner, SIGKILL);
+        ::waitpid(owner, nullptr, 0);
+        SingleInstance after(folder());
+        QVERIFY(after.acquire());
+    }
+
+    void anOwnerThatDoesNotAnswerIsNotWaitedForLong() {
+        SingleInstance first(folder());
+        QVERIFY(first.acquire());
+        first.listen();
+        std::vector<std::unique_ptr<QLocalSocket>> waiting;
+        do {
+            waiting.push_back(std::make_unique<QLocalSocket>());
+            waiting.back()->connectToServer(socketPath());
+        } while (waiting.back()->state() == QLocalSocket::ConnectedState);
+        QCOMPARE(waiting.back()->state(), QLocalSocket::ConnectingState); // there is no room for more
+        SingleInstance second(folder());
+        QVERIFY(!second.acquire());
+        QVERIFY(!second.activateOwner({}));
+    }
+
+private:
+    QString folder() const { return m_home->filePath(QStringLiteral("config/kova-alarm")); }
+    QString socketPath() const {
+        const QDir runtime(m_home->path());
+        const QStringList names = runtime.entryList({QStringLiteral("kova-alarm-*")}, QDir::System);
+        return runtime.filePath(names.value(0));
+    }
+
+    std::optional<QTemporaryDir> m_home;
+};
+
+QTEST_GUILESS_MAIN(SingleInstanceTest)
+#include "SingleInstanceTest.moc"
