@@ -52,7 +52,7 @@ QDBusMessage notify(const NotificationRequest &request, bool takesMarkup) {
 
 void FreedesktopNotificationCenter::requestAuthorization(AuthorizationOptions, Authorized answer) {
     m_buses.run([this, answer = std::move(answer)] {
-        m_buses.watch(service(), [this] { askCapabilities({}); });
+        m_buses.watch(Bus::Session, service(), [this] { askCapabilities({}); });
         askCapabilities(answer);
     });
 }

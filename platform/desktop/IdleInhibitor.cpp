@@ -14,6 +14,8 @@ namespace kova {
 
 namespace {
 
+const QString logind = QStringLiteral("org.freedesktop.login1");
+
 // One way to ask the session: the call, and what takes it back once it was answered.
 struct SessionInhibitor {
     QDBusMessage call;
@@ -105,11 +107,28 @@ bool isError(const QDBusMessage &reply) {
 
 class IdleInhibitor::Locks : public std::enable_shared_from_this<IdleInhibitor::Locks> {
 public:
-    Locks(MessageBuses &buses, Settled settled) : m_buses(buses), m_settled(std::move(settled)) {}
+    Locks(MessageBuses &buses, const QString &reason, Settled settled)
+        : m_buses(buses),
+          m_reason(reason),
+          m_inhibitors(sessionInhibitors(reason)),
+          m_settled(std::move(settled)) {}
 
-    void acquire(const QString &reason) {
-        acquireFromSystem(reason);
-        acquireFromSession(sessionInhibitors(reason), 0);
+    void acquire() {
+        acquireFromSystem();
+        acquireFromSession(0);
+    }
+
+    // The service has a new owner, which knows of nothing. While the session is being asked that may be our
+    // own call's doing.
+    void restarted(const QString &service) {
+        if (service == logind) {
+            acquireFromSystem();
+        } else if (m_isAsking) {
+            m_isToAskAgain = true;
+        } else if (!m_sessionRelease || m_sessionRelease->service() == service) {
+            m_sessionRelease.reset();
+            acquireFromSession(0);
+        }
     }
 
     void release() {
@@ -122,11 +141,11 @@ public:
     }
 
 private:
-    void acquireFromSystem(const QString &reason) {
-        auto call = QDBusMessage::createMethodCall(
-            QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
-            QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("Inhibit"));
-        call << QStringLiteral("idle") << QStringLiteral("KOVA Alarm") << reason << QStringLiteral("block");
+    void acquireFromSystem() {
+        auto call = QDBusMessage::createMethodCall(logind, QStringLiteral("/org/freedesktop/login1"),
+                                                   QStringLiteral("org.freedesktop.login1.Manager"),
+                                                   QStringLiteral("Inhibit"));
+        call << QStringLiteral("idle") << QStringLiteral("KOVA Alarm") << m_reason << QStringLiteral("block");
         m_buses.call(Bus::System, call, [self = shared_from_this()](const QDBusMessage &reply) {
             if (isError(reply)) {
                 self->failed(errorNumber(reply));
@@ -139,17 +158,28 @@ private:
         });
     }
 
-    void acquireFromSession(const std::vector<SessionInhibitor> &inhibitors, size_t index) {
-        m_buses.call(Bus::Session, inhibitors[index].call,
-                     [self = shared_from_this(), inhibitors, index](const QDBusMessage &reply) {
+    void acquireFromSession(size_t index) {
+        m_isAsking = true;
+        m_buses.call(Bus::Session, m_inhibitors[index].call,
+                     [self = shared_from_this(), index](const QDBusMessage &reply) {
+                         self->m_isAsking = false;
                          if (!isError(reply)) {
-                             self->sessionHolds(inhibitors[index].release(reply));
-                         } else if (index + 1 < inhibitors.size() && !self->m_isReleased) {
-                             self->acquireFromSession(inhibitors, index + 1);
+                             self->m_isToAskAgain = false;
+                             self->sessionHolds(self->m_inhibitors[index].release(reply));
+                         } else if (index + 1 < self->m_inhibitors.size() && !self->m_isReleased) {
+                             self->acquireFromSession(index + 1);
                          } else {
-                             self->failed(errorNumber(reply));
+                             self->sessionFailed(errorNumber(reply));
                          }
                      });
+    }
+
+    void sessionFailed(qint32 code) {
+        if (std::exchange(m_isToAskAgain, false) && !m_isReleased) {
+            acquireFromSession(0);
+        } else {
+            failed(code);
+        }
     }
 
     void sessionHolds(const QDBusMessage &release) {
@@ -174,21 +204,53 @@ private:
     }
 
     MessageBuses &m_buses;
+    const QString m_reason;
+    const std::vector<SessionInhibitor> m_inhibitors;
     Settled m_settled;
     int m_failures = 0;
     bool m_isReleased = false;
+    bool m_isAsking = false; ///< the session
+    bool m_isToAskAgain = false;
     QDBusUnixFileDescriptor m_system;
     std::optional<QDBusMessage> m_sessionRelease;
 };
 
-IdleInhibitor::IdleInhibitor(MessageBuses &buses, const QString &reason, Settled settled)
+IdleInhibitor::IdleInhibitor(MessageBuses &buses)
     : m_buses(buses),
-      m_locks(std::make_shared<Locks>(buses, std::move(settled))) {
-    m_buses.run([locks = m_locks, reason] { locks->acquire(reason); });
+      m_present(std::make_shared<std::shared_ptr<Locks>>()) {
+    m_buses.run([&buses, present = m_present] {
+        const auto watch = [&](Bus bus, const QString &service) {
+            buses.watch(bus, service, [present, service] {
+                if (*present) {
+                    (*present)->restarted(service);
+                }
+            });
+        };
+        watch(Bus::System, logind);
+        for (const SessionInhibitor &inhibitor : sessionInhibitors({})) {
+            watch(Bus::Session, inhibitor.call.service());
+        }
+    });
 }
 
 IdleInhibitor::~IdleInhibitor() {
-    m_buses.run([locks = std::move(m_locks)] { locks->release(); });
+    letGo();
+}
+
+void IdleInhibitor::hold(const QString &reason, Settled settled) {
+    letGo();
+    m_buses.run([present = m_present, locks = std::make_shared<Locks>(m_buses, reason, std::move(settled))] {
+        *present = locks;
+        locks->acquire();
+    });
+}
+
+void IdleInhibitor::letGo() {
+    m_buses.run([present = m_present] {
+        if (const auto locks = std::exchange(*present, nullptr)) {
+            locks->release();
+        }
+    });
 }
 
 } // namespace kova

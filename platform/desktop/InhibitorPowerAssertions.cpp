@@ -1,7 +1,5 @@
 #include "InhibitorPowerAssertions.h"
 
-#include "IdleInhibitor.h"
-
 #include <cerrno>
 #include <chrono>
 #include <condition_variable>
@@ -35,24 +33,20 @@ private:
 
 } // namespace
 
-InhibitorPowerAssertions::InhibitorPowerAssertions(MessageBuses &buses) : m_buses(buses) {}
-
-InhibitorPowerAssertions::~InhibitorPowerAssertions() = default;
-
 Result<AssertionID, qint32> InhibitorPowerAssertions::createPreventUserIdleSystemSleep(const QString &name) {
     const auto answer = std::make_shared<Answer>();
-    auto inhibitor =
-        std::make_unique<IdleInhibitor>(m_buses, name, [answer](qint32 code) { answer->give(code); });
+    m_inhibitor.hold(name, [answer](qint32 code) { answer->give(code); });
     if (const qint32 code = answer->wait(); code != 0) {
+        m_inhibitor.letGo();
         return Failure{code};
     }
-    m_lastId += 1;
-    m_held[m_lastId] = std::move(inhibitor);
-    return m_lastId;
+    return ++m_lastId;
 }
 
 void InhibitorPowerAssertions::release(AssertionID id) {
-    m_held.erase(id);
+    if (id == m_lastId) {
+        m_inhibitor.letGo();
+    }
 }
 
 } // namespace kova

@@ -1,28 +1,21 @@
 #pragma once
 
+#include "IdleInhibitor.h"
 #include "PowerAssertions.h"
-
-#include <map>
-#include <memory>
 
 namespace kova {
 
-class IdleInhibitor;
-class MessageBuses;
-
-/// Assertions held as idle inhibitors.
+/// Assertions held as an idle inhibitor, one at a time.
 class InhibitorPowerAssertions : public PowerAssertions {
 public:
-    explicit InhibitorPowerAssertions(MessageBuses &buses);
-    ~InhibitorPowerAssertions() override;
+    explicit InhibitorPowerAssertions(MessageBuses &buses) : m_inhibitor(buses) {}
 
     Result<AssertionID, qint32> createPreventUserIdleSystemSleep(const QString &name) override;
     void release(AssertionID id) override;
 
 private:
-    MessageBuses &m_buses;
+    IdleInhibitor m_inhibitor;
     AssertionID m_lastId = 0;
-    std::map<AssertionID, std::unique_ptr<IdleInhibitor>> m_held;
 };
 
 } // namespace kova

@@ -8,7 +8,9 @@ namespace {
 
 class InhibitorToken : public ActivityToken {
 public:
-    InhibitorToken(MessageBuses &buses, const QString &reason) : m_inhibitor(buses, reason) {}
+    InhibitorToken(MessageBuses &buses, const QString &reason) : m_inhibitor(buses) {
+        m_inhibitor.hold(reason);
+    }
 
 private:
     IdleInhibitor m_inhibitor;

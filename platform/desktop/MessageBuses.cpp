@@ -38,7 +38,7 @@ MessageBuses::~MessageBuses() {
 
 bool MessageBuses::close(std::chrono::milliseconds timeout) {
     run([this] {
-        m_watchers.reset();
+        m_watchers = {};
         for (const Bus bus : {Bus::System, Bus::Session}) {
             if (const auto present = presentConnection(bus)) {
                 setPresentConnection(bus, std::nullopt);
@@ -78,21 +78,19 @@ void MessageBuses::send(Bus bus, const QDBusMessage &message) {
     }
 }
 
-void MessageBuses::watch(const QString &service, std::function<void()> newOwner) {
-    m_watches.push_back({service, std::move(newOwner)});
-    watchAnew();
+void MessageBuses::watch(Bus bus, const QString &service, std::function<void()> newOwner) {
+    m_watches.push_back({bus, service, std::move(newOwner)});
+    watchAnew(bus);
 }
 
 void MessageBuses::listen(const QString &interface, const QString &signal, std::function<void()> arrived) {
     m_listenings.push_back({interface, signal, std::move(arrived)});
-    watchAnew();
+    watchAnew(Bus::Session);
 }
 
-void MessageBuses::watchAnew() {
-    m_watchers.reset();
-    const QDBusConnection session = connection(Bus::Session);
-    if (!m_watchers && session.isConnected()) {
-        startWatching(session);
+void MessageBuses::watchAnew(Bus bus) {
+    if (const auto present = presentConnection(bus)) {
+        startWatching(bus, *present);
     }
 }
 
@@ -113,8 +111,11 @@ QDBusConnection MessageBuses::connection(Bus bus) {
     QDBusConnection connected =
         QDBusConnection::connectToBus(address, QStringLiteral("kova-%1").arg(++m_connections));
     setPresentConnection(bus, connected);
-    if (bus == Bus::Session && connected.isConnected()) {
-        startWatching(connected);
+    if (connected.isConnected()) {
+        startWatching(bus, connected);
+        if (std::exchange(m_wasConnected[static_cast<size_t>(bus)], true)) {
+            tellOwners(bus);
+        }
     }
     return connected;
 }
@@ -129,16 +130,37 @@ void MessageBuses::setPresentConnection(Bus bus, std::optional<QDBusConnection> 
     m_present[static_cast<size_t>(bus)] = std::move(connection);
 }
 
-void MessageBuses::startWatching(const QDBusConnection &session) {
-    m_watchers = std::make_unique<QObject>();
+void MessageBuses::startWatching(Bus bus, const QDBusConnection &connection) {
+    auto watchers = std::make_unique<QObject>();
     for (const Watch &watch : m_watches) {
+        if (watch.bus != bus) {
+            continue;
+        }
         auto *const watcher = new QDBusServiceWatcher(
-            watch.service, session, QDBusServiceWatcher::WatchForRegistration, m_watchers.get());
-        QObject::connect(watcher, &QDBusServiceWatcher::serviceRegistered, m_watchers.get(), watch.newOwner);
+            watch.service, connection, QDBusServiceWatcher::WatchForOwnerChange, watchers.get());
+        QObject::connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, watchers.get(),
+                         [newOwner = watch.newOwner](const QString &, const QString &, const QString &owner) {
+                             if (!owner.isEmpty()) {
+                                 newOwner();
+                             }
+                         });
     }
     for (const Listening &listening : m_listenings) {
-        QDBusConnection(session).connect(QString(), QString(), listening.interface, listening.signal,
-                                         new SignalEar(listening.arrived, m_watchers.get()), SLOT(hear()));
+        if (bus == Bus::Session) {
+            QDBusConnection(connection)
+                .connect(QString(), QString(), listening.interface, listening.signal,
+                         new SignalEar(listening.arrived, watchers.get()), SLOT(hear()));
+        }
+    }
+    m_watchers[static_cast<size_t>(bus)] = std::move(watchers);
+}
+
+// What was asked of the services on a bus that was lost went with it.
+void MessageBuses::tellOwners(Bus bus) {
+    for (const Watch &watch : m_watches) {
+        if (watch.bus == bus) {
+            run(watch.newOwner);
+        }
     }
 }
 

@@ -38,8 +38,9 @@ public:
     /// Sends a call whose reply nobody needs, at once where the bus is connected. Any thread.
     void send(Bus bus, const QDBusMessage &message);
 
-    /// Tells each new owner of a session service's name. On the buses' thread.
-    void watch(const QString &service, std::function<void()> newOwner);
+    /// Tells each new owner of a service's name, and that a bus that was lost is there again. It does not
+    /// connect the bus. On the buses' thread.
+    void watch(Bus bus, const QString &service, std::function<void()> newOwner);
 
     /// Tells each arrival of a signal on the session bus, whoever sends it. On the buses' thread.
     void listen(const QString &interface, const QString &signal, std::function<void()> arrived);
@@ -49,6 +50,7 @@ public:
 
 private:
     struct Watch {
+        Bus bus;
         QString service;
         std::function<void()> newOwner;
     };
@@ -60,17 +62,19 @@ private:
     };
 
     QDBusConnection connection(Bus bus);
-    void watchAnew();
+    void watchAnew(Bus bus);
     std::optional<QDBusConnection> presentConnection(Bus bus);
     void setPresentConnection(Bus bus, std::optional<QDBusConnection> connection);
-    void startWatching(const QDBusConnection &session);
+    void tellOwners(Bus bus);
+    void startWatching(Bus bus, const QDBusConnection &connection);
 
     QThread m_thread;
-    QObject m_home;                      ///< lives on the thread
-    std::unique_ptr<QObject> m_watchers; ///< of the present session bus
+    QObject m_home;                                     ///< lives on the thread
+    std::array<std::unique_ptr<QObject>, 2> m_watchers; ///< of the present connections
     std::mutex m_mutex;
     std::array<std::optional<QDBusConnection>, 2> m_present; ///< guarded; never held while a bus is called
     int m_connections = 0;
+    std::array<bool, 2> m_wasConnected{};
     std::vector<Watch> m_watches;
     std::vector<Listening> m_listenings;
     const std::array<QString, 2> m_addresses{busAddress(Bus::System), busAddress(Bus::Session)};

@@ -118,6 +118,19 @@ class SessionManager(dbus.service.Object):
             self.locks[cookie] = None
 
 
+class PowerManagement(SessionManager):
+    name, path = "org.freedesktop.PowerManagement", "/org/freedesktop/PowerManagement/Inhibit"
+
+    @dbus.service.method(name + ".Inhibit", in_signature="ss", out_signature="u", sender_keyword="sender",
+                         connection_keyword="bus")
+    def Inhibit(self, app, why, sender, bus):
+        return SessionManager.Inhibit(self, app, 0, why, None, sender, bus)
+
+    @dbus.service.method(name + ".Inhibit", in_signature="u")
+    def UnInhibit(self, cookie):
+        self.end(cookie)
+
+
 class MenuBar(dbus.service.Object):
     name, path = "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher"
 
@@ -140,7 +153,7 @@ class MenuBar(dbus.service.Object):
 if __name__ == "__main__":
     DBusGMainLoop(set_as_default=True)
     service = {"notifications": Notifications, "logind": Logind, "portal": Portal,
-               "session-manager": SessionManager, "menu-bar": MenuBar}[sys.argv[1]]
+               "session-manager": SessionManager, "power-management": PowerManagement, "menu-bar": MenuBar}[sys.argv[1]]
     bus = dbus.SystemBus() if service is Logind else dbus.SessionBus()
     owned = dbus.service.BusName(service.name, bus, do_not_queue=True)
     served = service(bus, service.path)

@@ -32,6 +32,21 @@ def test_sleep_is_held_off_until_the_end(session, inhibitor, lock, end):
     assert released == {REASON, ACTIVITY}
 
 
+@pytest.mark.parametrize("inhibitor", ["logind", "portal", "session-manager", "power-management"])
+def test_sleep_is_held_off_again_by_a_service_that_restarts(session, inhibitor):
+    session.start("session-bus", "system-bus", inhibitor)
+    session.save(group("12:00"))
+    program = session.run()
+    for _ in range(2):
+        assert {session[inhibitor].wait_for_call("Inhibit")["why"] for _ in range(2)} == {ACTIVITY, REASON}
+        session[inhibitor].kill()
+        session.start(inhibitor)
+    for event in ("Inhibit", "released"):
+        assert {session[inhibitor].wait_for_call(event)["why"] for _ in range(2)} == {ACTIVITY, REASON}
+        program.signal(signal.SIGTERM)
+    assert len(session[inhibitor].calls("Inhibit")) == 2
+
+
 def test_sleep_is_allowed_while_every_group_is_off(session):
     session.start("session-bus", "system-bus", "logind")
     session.save(group(isEnabled=False))

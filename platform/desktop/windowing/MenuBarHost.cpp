@@ -16,7 +16,7 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
 void MenuBarHost::watch() {
     m_buses.run([this] {
-        m_buses.watch(watcherService, [this] { ask(); });
+        m_buses.watch(Bus::Session, watcherService, [this] { ask(); });
         m_buses.listen(watcherService, QStringLiteral("StatusNotifierHostRegistered"), [this] { ask(); });
         ask();
     });
