@@ -7,7 +7,8 @@ class Application {
 public:
     virtual ~Application() = default;
 
-    /// Brings the application in front of the others, or asks for attention where that is refused.
+    /// Brings the application in front of the others, or asks for attention where that is refused; soon, so
+    /// that a display that hangs holds up nothing of what the caller does next.
     virtual void activate() = 0;
 
     /// Shows the main window, in front and with the keyboard focus; nothing when there is none.

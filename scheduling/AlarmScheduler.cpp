@@ -128,10 +128,9 @@ void AlarmScheduler::fire(const AlarmGroup &group, qint64 index) {
         m_ports.ttsPlayer.speak(message, group.ttsVolume, true);
     }
     sendNotification(m_ports.notificationCenter, group, index);
-    m_ports.application.activate();
-
     m_ports.runLoop.after(automaticStop, this,
                           [this, groupId = group.id, index] { stopAutomatically(groupId, index); });
+    m_ports.application.activate();
 }
 
 // Does nothing when the user ended this alarm or another one has taken its place.

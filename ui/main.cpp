@@ -142,11 +142,14 @@ int main(int argc, char *argv[]) {
     instance.listen();
 
     kova::AlarmScheduler &scheduler = kova::AlarmScheduler::shared();
-    QObject::connect(&scheduler, &kova::AlarmScheduler::activeAlarmChanged, &app, [&scheduler, &fileChooser] {
+    const auto clearTheWay = [&scheduler, &fileChooser] {
         if (scheduler.activeAlarm()) {
             fileChooser.cancel(); // it would stand in front of the alert
         }
-    });
+    };
+    // Queued, lest a display that hangs keeps the alarm from sounding.
+    QObject::connect(&scheduler, &kova::AlarmScheduler::activeAlarmChanged, &app, clearTheWay,
+                     Qt::QueuedConnection);
     const int status = QApplication::exec();
 
     scheduler.endRinging();

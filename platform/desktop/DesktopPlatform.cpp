@@ -77,8 +77,9 @@ bool DesktopPlatform::shutDown() {
     constexpr std::chrono::milliseconds forAService{500};
     const bool isSaved = m_services->preferences.flush(forTheDisk);
     const bool isSilent = m_services->audioPlayers.close(forAService);
+    const bool isSpeechless = m_services->speechSynthesizers.close(forAService);
     const bool isOffTheBuses = m_services->buses.close(forAService);
-    return isSaved && isSilent && isOffTheBuses;
+    return isSaved && isSilent && isSpeechless && isOffTheBuses;
 }
 
 } // namespace kova

@@ -1,5 +1,7 @@
 #include "SpeechDispatcherSynthesizers.h"
 
+#include <QDeadlineTimer>
+
 #include <algorithm>
 #include <cmath>
 
@@ -22,12 +24,16 @@ public:
         stopSpeaking();
         m_reading = ++m_synthesizers.m_lastReading;
         m_synthesizers.m_listeners.insert(m_reading, m_didFinish);
-        m_synthesizers.m_dispatcher.read({.id = m_reading, .text = text, .volume = m_volume});
+        m_synthesizers.run(
+            [&dispatcher = m_synthesizers.m_dispatcher,
+             reading = SpeechDispatcher::Reading{m_reading, text, m_volume}] { dispatcher->read(reading); });
     }
 
     void stopSpeaking() override {
-        m_synthesizers.m_listeners.remove(m_reading);
-        m_synthesizers.m_dispatcher.stop(m_reading);
+        if (m_synthesizers.m_listeners.remove(m_reading)) {
+            m_synthesizers.run(
+                [&dispatcher = m_synthesizers.m_dispatcher, id = m_reading] { dispatcher->stop(id); });
+        }
     }
 
 private:
@@ -37,12 +43,39 @@ private:
     quint64 m_reading = 0; ///< none yet
 };
 
-SpeechDispatcherSynthesizers::SpeechDispatcherSynthesizers()
-    : m_dispatcher([this](quint64 reading, bool finished) { ended(reading, finished); }) {}
+SpeechDispatcherSynthesizers::SpeechDispatcherSynthesizers() {
+    m_thread.setObjectName(QStringLiteral("speech"));
+    m_service.moveToThread(&m_thread);
+}
 
+SpeechDispatcherSynthesizers::~SpeechDispatcherSynthesizers() {
+    close(std::chrono::milliseconds::max());
+}
+
+bool SpeechDispatcherSynthesizers::close(std::chrono::milliseconds timeout) {
+    run([this] {
+        m_dispatcher.reset();
+        m_thread.quit();
+    });
+    return m_thread.wait(QDeadlineTimer(timeout));
+}
+
+// The thread begins with the first reading.
 std::unique_ptr<SpeechSynthesizer>
 SpeechDispatcherSynthesizers::make(SpeechSynthesizer::DidFinishSpeaking didFinish) {
+    if (!m_thread.isRunning()) {
+        m_thread.start();
+        run([this] {
+            m_dispatcher = std::make_unique<SpeechDispatcher>([this](quint64 reading, bool finished) {
+                QMetaObject::invokeMethod(&m_home, [this, reading, finished] { ended(reading, finished); });
+            });
+        });
+    }
     return std::make_unique<Synthesizer>(*this, std::move(didFinish));
+}
+
+void SpeechDispatcherSynthesizers::run(std::function<void()> action) {
+    QMetaObject::invokeMethod(&m_service, std::move(action), Qt::QueuedConnection);
 }
 
 // The synthesizer may be gone, or end in the call.

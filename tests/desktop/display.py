@@ -41,6 +41,11 @@ class Display(Process):
         self._xtst.XTestFakeButtonEvent(self._connection, button, is_press, 0)
         self._x11.XSync(self._connection, 0)
 
+    def grab(self):
+        """Keeps the display from serving anybody else."""
+        self._x11.XGrabServer(self._connection)
+        self._x11.XSync(self._connection, 0)
+
     def pixels(self):
         """Width, height and the rows of the screen, three bytes a pixel."""
         dump = self._screen.read_bytes()

@@ -17,6 +17,7 @@ import bus
 import sound
 import speech
 from clock import Clock
+from display import Display
 from process import Process
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -60,9 +61,8 @@ class Session:
         if name.endswith("-bus"):
             return bus.Bus(name.removesuffix("-bus"), self.folder, self.env)
         if name == "display":
-            display = Process(["Xvfb", "-noreset", "-displayfd", "1", "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
-                              self.env)
-            self.env |= {"DISPLAY": ":" + display.wait_for(str.isdigit), "QT_QPA_PLATFORM": "xcb"}
+            display = Display(self.folder, self.env, (1280, 1024))
+            self.env |= {"DISPLAY": display.name, "QT_QPA_PLATFORM": "xcb"}
             return display
         if name == "accessibility":
             return bus.Accessibility(self.env)

@@ -6,21 +6,32 @@
 
 namespace kova {
 
+namespace {
+
 // Attention is asked for first: it stays where the desktop refuses the focus, and goes with the focus.
-void DesktopApplication::activate() {
-    if (!m_window || !m_window->isVisible()) {
+void bringToFront(QWindow &window) {
+    if (!window.isVisible()) {
         return;
     }
-    if (m_window->windowStates() & Qt::WindowMinimized) {
-        m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
+    if (window.windowStates() & Qt::WindowMinimized) {
+        window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
     }
-    if (!m_window->isActive()) {
-        m_window->alert(0);
+    if (!window.isActive()) {
+        window.alert(0);
     }
-    m_window->raise();
-    m_window->requestActivate();
+    window.raise();
+    window.requestActivate();
     if (QGuiApplication::platformName() == QLatin1String("xcb")) {
-        activateX11Window(m_window->winId());
+        activateX11Window(window.winId());
+    }
+}
+
+} // namespace
+
+void DesktopApplication::activate() {
+    if (m_window) {
+        QMetaObject::invokeMethod(
+            m_window, [window = m_window.get()] { bringToFront(*window); }, Qt::QueuedConnection);
     }
 }
 

@@ -1,0 +1,25 @@
+"""A display that hangs, or that another program has grabbed, takes nothing from the alarm of that minute."""
+
+import signal
+import subprocess
+
+import pytest
+
+from groups import group
+from session import until
+
+
+@pytest.mark.parametrize("fail", [lambda display: display.signal(signal.SIGSTOP), lambda display: display.grab()],
+                         ids=["hangs", "is grabbed"])
+def test_an_alarm_rings_without_its_display(session, fail):
+    session.start_all()
+    session.start("display")
+    session.save(group(ttsLastEnabled=True, ttsLastMessage="wake up"))
+    program = session.run("06:59:57")
+    session["display"].wait_until_still()
+    fail(session["display"])
+    fired = program.wait_for("[Scheduler] FIRE…")
+    assert session.clock.text(fired.when).startswith("07:00:00")
+    session["notifications"].wait_for_call("Notify")
+    sounding = ["pactl", "list", "short", "sink-inputs"]
+    until(lambda: len(subprocess.check_output(sounding, env=session.env).splitlines()) == 2)  # sound and speech
