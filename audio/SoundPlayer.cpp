@@ -7,6 +7,12 @@
 
 namespace kova {
 
+namespace {
+
+const auto playError = QStringLiteral("[SoundPlayer] play error: ");
+
+} // namespace
+
 SoundPlayer::SoundPlayer(AudioPlayers &audioPlayers, Bookmarks &bookmarks, Resources &resources, Log &log)
     : m_audioPlayers(audioPlayers),
       m_bookmarks(bookmarks),
@@ -20,13 +26,45 @@ SoundPlayer &SoundPlayer::shared() {
     return *player;
 }
 
+// A group with a file of the user's never falls back to its built-in sound.
 void SoundPlayer::play(const AlarmGroup &group, bool loop, const QString &previewId) {
-    const std::optional<QString> path = soundURL(group);
+    m_request.reset();
+    const QString customSoundPath = group.customSoundPath.value_or(QString());
+    if (customSoundPath.isEmpty()) {
+        playFile(builtInSoundURL(group.soundName), group, loop, previewId);
+        return;
+    }
+    const auto bookmark =
+        QByteArray::fromBase64Encoding(customSoundPath.toUtf8(), QByteArray::AbortOnBase64DecodingErrors);
+    if (!bookmark) {
+        playFile(std::nullopt, group, loop, previewId);
+        return;
+    }
+    m_request = std::make_unique<QObject>();
+    m_bookmarks.resolve(*bookmark, m_request.get(), [=, this](const Result<ResolvedBookmark> &file) {
+        playFoundFile(file, group, loop, previewId);
+    });
+}
+
+void SoundPlayer::playFoundFile(const Result<ResolvedBookmark> &file, const AlarmGroup &group, bool loop,
+                                const QString &previewId) {
+    if (!file) {
+        m_log.print(QStringLiteral("[SoundPlayer] resolve bookmark error: ") + file.error());
+        playFile(std::nullopt, group, loop, previewId);
+    } else if (file.value().obstacle) {
+        m_log.print(playError + *file.value().obstacle);
+    } else {
+        playFile(file.value().path, group, loop, previewId);
+    }
+}
+
+void SoundPlayer::playFile(const std::optional<QString> &path, const AlarmGroup &group, bool loop,
+                           const QString &previewId) {
     if (!path) {
         m_log.print(QStringLiteral("[SoundPlayer] Sound not found: ") + group.soundName);
         return;
     }
-    std::unique_ptr<AudioPlayer> player = open(*path, QStringLiteral("[SoundPlayer] play error: "));
+    std::unique_ptr<AudioPlayer> player = open(*path, playError);
     if (!player) {
         return;
     }
@@ -59,6 +97,7 @@ void SoundPlayer::togglePreview(const AlarmGroup &group) {
 }
 
 void SoundPlayer::stop() {
+    m_request.reset();
     if (m_player) {
         m_player->stop();
         m_player.reset();
@@ -76,27 +115,6 @@ std::optional<QString> SoundPlayer::builtInSoundURL(const QString &soundName) co
         }
     }
     return m_resources.path(soundName, extension);
-}
-
-// A group with a file of the user's never falls back to its built-in sound.
-std::optional<QString> SoundPlayer::soundURL(const AlarmGroup &group) const {
-    const QString customSoundPath = group.customSoundPath.value_or(QString());
-    return customSoundPath.isEmpty() ? builtInSoundURL(group.soundName) : customSoundURL(customSoundPath);
-}
-
-std::optional<QString> SoundPlayer::customSoundURL(const QString &customSoundPath) const {
-    const auto bytes =
-        QByteArray::fromBase64Encoding(customSoundPath.toUtf8(), QByteArray::AbortOnBase64DecodingErrors);
-    if (!bytes) {
-        return std::nullopt;
-    }
-    const Result<ResolvedBookmark> bookmark = m_bookmarks.resolve(*bytes);
-    if (!bookmark) {
-        m_log.print(QStringLiteral("[SoundPlayer] resolve bookmark error: ") + bookmark.error());
-        return std::nullopt;
-    }
-    m_bookmarks.startAccessing(bookmark.value().path);
-    return bookmark.value().path;
 }
 
 // A content that is refused after the opening ends like a file that could not be opened: logged, and idle.

@@ -10,9 +10,11 @@ namespace kova {
 class Bookmarks;
 class Log;
 class Resources;
+struct ResolvedBookmark;
 
 /// Plays one sound at a time: a ringing alarm's in a loop, a preview's once. Failures are logged, never
-/// returned. It does not notice the end of a sound: what was started counts as playing until `stop`.
+/// returned. It does not notice the end of a sound: what was started counts as playing until `stop`. A file
+/// of the user's on a slow disk starts when it is there, unless something was played or stopped meanwhile.
 /// Main thread.
 class SoundPlayer : public QObject {
     Q_OBJECT
@@ -49,8 +51,10 @@ Q_SIGNALS:
     void currentPreviewIdChanged();
 
 private:
-    std::optional<QString> soundURL(const AlarmGroup &group) const;
-    std::optional<QString> customSoundURL(const QString &customSoundPath) const;
+    void playFoundFile(const Result<ResolvedBookmark> &file, const AlarmGroup &group, bool loop,
+                       const QString &previewId);
+    void playFile(const std::optional<QString> &path, const AlarmGroup &group, bool loop,
+                  const QString &previewId);
     std::unique_ptr<AudioPlayer> open(const QString &path, const QString &errorPrefix);
     void start(std::unique_ptr<AudioPlayer> player, const QString &previewId);
     void setCurrentPreviewId(const QString &previewId);
@@ -64,6 +68,7 @@ private:
     bool m_isPlaying = false;
     QString m_currentPreviewId;
     std::unique_ptr<AudioPlayer> m_player;
+    std::unique_ptr<QObject> m_request; ///< owns the answer while the user's file is looked for
 };
 
 } // namespace kova

@@ -9,6 +9,7 @@
 #include "TTSPlayer.h"
 
 #include <QFileInfo>
+#include <QPointer>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -75,6 +76,9 @@ void AlarmEditor::read() {
 
 void AlarmEditor::show(const AlarmGroup &group) {
     const AlarmGroup old = std::exchange(m_group, group);
+    if (old.id != group.id) {
+        m_choice.reset();
+    }
     m_timeline.setGroup(group);
     m_sounds.setChosenId(chosenSound(group));
     const auto tell = [&](auto field, void (AlarmEditor::*changed)()) {
@@ -235,25 +239,31 @@ void AlarmEditor::toggleDay(int day) {
 }
 
 void AlarmEditor::chooseSoundFile() {
-    const QUuid id = m_group.id;
+    if (!m_choice) {
+        m_choice = std::make_unique<QObject>();
+    }
+    const QPointer<QObject> choice = m_choice.get();
     const std::optional<QString> path =
         m_ports.fileChooser.chooseFile({QStringLiteral("アラーム用のサウンドファイルを選択"),
                                         {QStringLiteral("audio/*"), QStringLiteral("audio/mpeg"),
                                          QStringLiteral("audio/x-wav"), QStringLiteral("audio/x-aiff")}});
-    // The event loop ran meanwhile: the editor may be at another group.
-    if (!path || path->isEmpty() || m_group.id != id) {
+    // The event loop ran meanwhile: the choice may be dropped.
+    if (!choice || !path || path->isEmpty()) {
         return;
     }
-    const Result<QByteArray> bookmark = m_ports.bookmarks.create(*path);
-    if (!bookmark) {
-        m_ports.log.print(QStringLiteral("[SoundPlayer] bookmark error: ") + bookmark.error());
-        return;
-    }
-    write(&AlarmGroup::customSoundPath, QString::fromLatin1(bookmark.value().toBase64()));
-    write(&AlarmGroup::customSoundName, QFileInfo(*path).fileName());
+    m_choice = std::make_unique<QObject>(); // and with the old one what an earlier file would still answer
+    m_ports.bookmarks.create(*path, m_choice.get(), [this, path](const Result<QByteArray> &bookmark) {
+        if (!bookmark) {
+            m_ports.log.print(QStringLiteral("[SoundPlayer] bookmark error: ") + bookmark.error());
+            return;
+        }
+        write(&AlarmGroup::customSoundPath, QString::fromLatin1(bookmark.value().toBase64()));
+        write(&AlarmGroup::customSoundName, QFileInfo(*path).fileName());
+    });
 }
 
 void AlarmEditor::clearCustomSound() {
+    m_choice.reset();
     write(&AlarmGroup::customSoundPath, std::nullopt);
     write(&AlarmGroup::customSoundName, std::nullopt);
 }
@@ -284,6 +294,7 @@ void AlarmEditor::cancel() {
 }
 
 void AlarmEditor::leave() {
+    m_choice.reset();
     m_ports.soundPlayer.stop();
     m_ports.ttsPlayer.stop();
 }

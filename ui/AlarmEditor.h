@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <memory>
 #include <qqmlregistration.h>
 
 namespace kova {
@@ -124,7 +125,8 @@ public:
     /// Takes the day out wherever it stands, or puts it last.
     Q_INVOKABLE void toggleDay(int day);
 
-    /// Asks for a file and waits for the user; alarms ring on meanwhile.
+    /// Asks for a file and waits for the user; alarms ring on meanwhile. On a slow disk the group gets the
+    /// file later, unless its sound was chosen anew or the editor left it meanwhile.
     Q_INVOKABLE void chooseSoundFile();
     Q_INVOKABLE void clearCustomSound();
     Q_INVOKABLE void selectBuiltInSound(const QString &soundId);
@@ -167,6 +169,7 @@ private:
     Ports m_ports;
     AlarmGroup m_group;
     bool m_isNew = true;
+    std::unique_ptr<QObject> m_choice; ///< of a file for this group; owns the answer
     TimelineModel m_timeline;
     SoundListModel m_sounds;
 };

@@ -66,9 +66,26 @@ QString reason(int error, const QString &path) {
     return QString::fromLocal8Bit(std::strerror(error)) + QStringLiteral(": ") + path;
 }
 
+// Why the file can't be read. It reads a little, which wakes a disk, and does not wait for a pipe's other
+// end.
+std::optional<QString> obstacle(const QByteArray &path) {
+    const int descriptor = open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    char byte = 0;
+    const bool isReadable = descriptor >= 0 && read(descriptor, &byte, 1) >= 0;
+    const int error = errno;
+    if (descriptor >= 0) {
+        close(descriptor);
+    }
+    return isReadable ? std::nullopt : std::optional(reason(error, QFile::decodeName(path)));
+}
+
+ResolvedBookmark found(const QByteArray &path) {
+    return {.path = QFile::decodeName(path), .obstacle = obstacle(path)};
+}
+
 } // namespace
 
-Result<QByteArray> InodeBookmarks::create(const QString &path) const {
+Result<QByteArray> createBookmark(const QString &path) {
     const QByteArray absolutePath = QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
     const std::optional<FileIdentity> file = fileAt(absolutePath);
     if (!file) {
@@ -77,25 +94,20 @@ Result<QByteArray> InodeBookmarks::create(const QString &path) const {
     return encodeBookmark({.path = absolutePath, .file = *file});
 }
 
-Result<ResolvedBookmark> InodeBookmarks::resolve(const QByteArray &bookmark) const {
+Result<ResolvedBookmark> resolveBookmark(const QByteArray &bookmark) {
     const std::optional<BookmarkRecord> record = decodeBookmark(bookmark);
     if (!record) {
         return Failure{QStringLiteral("The data is not a bookmark")};
     }
-    const QString path = QFile::decodeName(record->path);
-    if (const std::optional<FileIdentity> file = fileAt(record->path)) {
-        return ResolvedBookmark{.path = path, .isStale = !isSameFile(*file, record->file)};
+    if (fileAt(record->path)) {
+        return found(record->path);
     }
     const int error = errno;
     const QByteArray folder = record->path.left(record->path.lastIndexOf('/') + 1);
     if (const std::optional<QByteArray> renamed = findInFolder(folder, record->file)) {
-        return ResolvedBookmark{.path = QFile::decodeName(*renamed), .isStale = true};
+        return found(*renamed);
     }
-    return Failure{reason(error, path)};
-}
-
-bool InodeBookmarks::startAccessing(const QString &path) const {
-    return access(QFile::encodeName(path).constData(), R_OK) == 0;
+    return Failure{reason(error, QFile::decodeName(record->path))};
 }
 
 } // namespace kova

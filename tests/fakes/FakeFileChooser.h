@@ -11,9 +11,11 @@ class FakeFileChooser : public FileChooser {
 public:
     std::optional<QString> answer;
     QList<FileChooserRequest> requests;
+    std::function<void()> meanwhile = [] {}; ///< while the dialog is open
 
     std::optional<QString> chooseFile(const FileChooserRequest &request) override {
         requests.append(request);
+        meanwhile();
         return answer;
     }
 };

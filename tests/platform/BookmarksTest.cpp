@@ -40,7 +40,6 @@ private Q_SLOTS:
             QVERIFY(!decodeBookmark(encodeBookmark({.path = path, .file = sample.file})));
         }
         QRandomGenerator random(1);
-        const InodeBookmarks bookmarks;
         for (int round = 0; round < 20'000; ++round) {
             QByteArray bytes = whole.left(random.bounded(whole.size() + 1));
             for (int flips = random.bounded(4); flips > 0 && !bytes.isEmpty(); --flips) {
@@ -49,27 +48,25 @@ private Q_SLOTS:
             if (const auto record = decodeBookmark(bytes)) {
                 QCOMPARE(encodeBookmark(*record), bytes); // what is taken is taken whole
             }
-            QVERIFY(!bookmarks.resolve(bytes)); // there is no such file
+            QVERIFY(!resolveBookmark(bytes)); // there is no such file
         }
     }
 
     void aFileIsFoundWhereItWas() {
         const QByteArray bookmark = bookmarked(QStringLiteral("朝.mp3"));
-        const auto found = m_bookmarks.resolve(bookmark);
+        const auto found = resolveBookmark(bookmark);
         QVERIFY(found);
         QCOMPARE(found.value().path, path(QStringLiteral("朝.mp3")));
-        QVERIFY(!found.value().isStale);
-        QVERIFY(m_bookmarks.startAccessing(found.value().path));
+        QVERIFY(!found.value().obstacle);
     }
 
     void aRenameInTheFolderIsFollowed() {
         const QByteArray bookmark = bookmarked(QStringLiteral("a.mp3"));
         write(path(QStringLiteral("other.mp3")));
         QVERIFY(QFile::rename(path(QStringLiteral("a.mp3")), path(QStringLiteral("z.mp3"))));
-        const auto found = m_bookmarks.resolve(bookmark);
+        const auto found = resolveBookmark(bookmark);
         QVERIFY(found);
         QCOMPARE(found.value().path, path(QStringLiteral("z.mp3")));
-        QVERIFY(found.value().isStale);
     }
 
     void aReplacedFileIsTaken() {
@@ -77,10 +74,9 @@ private Q_SLOTS:
         write(path(QStringLiteral("new")));
         QVERIFY(QFile::remove(path(QStringLiteral("a.mp3"))));
         QVERIFY(QFile::rename(path(QStringLiteral("new")), path(QStringLiteral("a.mp3"))));
-        const auto found = m_bookmarks.resolve(bookmark);
+        const auto found = resolveBookmark(bookmark);
         QVERIFY(found);
         QCOMPARE(found.value().path, path(QStringLiteral("a.mp3")));
-        QVERIFY(found.value().isStale);
     }
 
     void anotherFileIsNotTakenForALostOne() {
@@ -93,20 +89,24 @@ private Q_SLOTS:
         for (int number = 0; number < 20; ++number) {
             write(path(QString::number(number)));
         }
-        QVERIFY(!m_bookmarks.resolve(bookmark));
+        QVERIFY(!resolveBookmark(bookmark));
     }
 
     void whatIsNoFileGivesAReason() {
         QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("folder")));
         for (const QString &name : {QStringLiteral("nothing"), QStringLiteral("folder")}) {
-            const auto bookmark = m_bookmarks.create(path(name));
+            const auto bookmark = createBookmark(path(name));
             QVERIFY(!bookmark);
             QVERIFY(bookmark.error().contains(path(name)));
         }
+        const QString noMemory =
+            QStringLiteral("/proc/self/mem"); // a file that has nothing to read at its start
+        const auto unreadable = resolveBookmark(createBookmark(noMemory).value());
+        QCOMPARE(unreadable.value().path, noMemory);
+        QVERIFY(unreadable.value().obstacle->contains(noMemory));
         const QByteArray bookmark = bookmarked(QStringLiteral("a.mp3"));
         m_folder.emplace(); // the folder is gone
-        QVERIFY(!m_bookmarks.resolve(bookmark));
-        QVERIFY(!m_bookmarks.startAccessing(path(QStringLiteral("a.mp3"))));
+        QVERIFY(!resolveBookmark(bookmark));
     }
 
 private:
@@ -114,11 +114,10 @@ private:
 
     QByteArray bookmarked(const QString &name) const {
         write(path(name));
-        return m_bookmarks.create(path(name)).value();
+        return createBookmark(path(name)).value();
     }
 
     std::optional<QTemporaryDir> m_folder;
-    const InodeBookmarks m_bookmarks;
 };
 
 QTEST_GUILESS_MAIN(BookmarksTest)

@@ -82,11 +82,33 @@ private Q_SLOTS:
         group.customSoundPath = base64(QStringLiteral("bookmark:/music/海.mp3"));
         m_player->play(group, true, alarmId);
         QCOMPARE(m_audio.sounding.first().path, QStringLiteral("/music/海.mp3"));
-        QCOMPARE(m_bookmarks.accessed, QStringList{QStringLiteral("/music/海.mp3")});
         m_player->stop();
         group.customSoundPath = QString();
         m_player->play(group, true, alarmId);
         QCOMPARE(m_audio.sounding.first().path, glass);
+    }
+
+    void aSlowDiskIsWaitedForUntilSomethingElseIsWanted() {
+        m_bookmarks.isSlow = true;
+        AlarmGroup group;
+        group.customSoundPath = base64(QStringLiteral("bookmark:/slow.mp3"));
+        const auto answered = [&](const std::function<void()> &meanwhile) {
+            m_player->stop();
+            m_player->play(group, true, alarmId);
+            const bool isEarly = !isIdle();
+            meanwhile();
+            m_bookmarks.answer();
+            return isEarly ? QStringLiteral("early") : m_player->currentPreviewId();
+        };
+        QCOMPARE(answered([] {}), alarmId);
+        QCOMPARE(m_audio.sounding, (QList<Sound>{{QStringLiteral("/slow.mp3"), 0.8F, -1}}));
+        QVERIFY(answered([&] { m_player->stop(); }).isNull());
+        QCOMPARE(answered([&] { m_player->preview(QStringLiteral("wakeup_pulse"), 1); }),
+                 QStringLiteral("__preview__"));
+        QCOMPARE(answered([&] { m_player->play({}, false, QStringLiteral("x")); }), QStringLiteral("x"));
+        m_bookmarks.lost.append(QStringLiteral("/slow.mp3"));
+        QVERIFY(answered([] {}).isNull());
+        QCOMPARE(m_log.lines.size(), 2);
     }
 
     void failures_data() {
@@ -111,7 +133,7 @@ private Q_SLOTS:
         QFETCH(QString, soundName);
         QFETCH(QStringList, lines);
         m_bookmarks.lost.append(QStringLiteral("/lost.mp3"));
-        m_audio.unreadable.insert(QStringLiteral("/locked.mp3"), QStringLiteral("permission denied"));
+        m_bookmarks.unreadable.insert(QStringLiteral("/locked.mp3"), QStringLiteral("permission denied"));
         AlarmGroup group;
         group.customSoundPath = customSoundPath;
         group.soundName = soundName;

@@ -8,21 +8,6 @@
 
 using namespace kova;
 
-namespace {
-
-// Asks nobody, and lets a test act while the dialog is open.
-class BusyFileChooser : public FileChooser {
-public:
-    std::function<void()> meanwhile;
-
-    std::optional<QString> chooseFile(const FileChooserRequest &) override {
-        meanwhile();
-        return QStringLiteral("/music/late.mp3");
-    }
-};
-
-} // namespace
-
 class AlarmEditorTest : public QObject {
     Q_OBJECT
 
@@ -219,19 +204,42 @@ private Q_SLOTS:
         QTEST(fixture.services.log.lines, "lines");
     }
 
-    void dropsAFileChosenForAClosedEditor() {
+    // The dialog or the disk may take its time.
+    void dropsAFileThatIsNoLongerWanted_data() {
+        QTest::addColumn<std::function<void(EditorFixture &)>>("meanwhile");
+        using Act = std::function<void(EditorFixture &)>;
+        QTest::newRow("cancelled") << Act([](EditorFixture &fixture) { fixture.editor.cancel(); });
+        QTest::newRow("opened again") << Act([](EditorFixture &fixture) {
+            const AlarmGroup group = fixture.edited();
+            fixture.editor.cancel();
+            fixture.store.startEditing(group);
+        });
+        QTest::newRow("another group")
+            << Act([](EditorFixture &fixture) { fixture.store.startEditing(AlarmGroup()); });
+        QTest::newRow("another sound") << Act([](EditorFixture &fixture) {
+            fixture.editor.selectBuiltInSound(QStringLiteral("wakeup_pulse"));
+        });
+    }
+    void dropsAFileThatIsNoLongerWanted() {
+        QFETCH(std::function<void(EditorFixture &)>, meanwhile);
         EditorFixture fixture;
-        BusyFileChooser chooser;
-        AlarmEditor editor({fixture.store, fixture.services.soundPlayer, fixture.services.ttsPlayer, chooser,
-                            fixture.services.bookmarks, fixture.services.log});
-        chooser.meanwhile = [&] { fixture.store.cancelEditing(); };
-        editor.chooseSoundFile();
-        QVERIFY(!fixture.store.editingGroup());
+        fixture.fileChooser.answer = QStringLiteral("/music/late.mp3");
+        fixture.fileChooser.meanwhile = [&] { meanwhile(fixture); };
+        fixture.editor.chooseSoundFile();
+        const AlarmGroup none;
+        QVERIFY(!fixture.store.editingGroup().value_or(none).customSoundPath);
 
         fixture.store.startEditing(AlarmGroup());
-        chooser.meanwhile = [&] { fixture.store.startEditing(AlarmGroup()); };
-        editor.chooseSoundFile();
-        QVERIFY(!fixture.edited().customSoundPath);
+        fixture.fileChooser.meanwhile = [] {};
+        fixture.services.bookmarks.isSlow = true;
+        fixture.editor.chooseSoundFile();
+        meanwhile(fixture);
+        fixture.services.bookmarks.answer();
+        QVERIFY(!fixture.store.editingGroup().value_or(none).customSoundPath);
+        fixture.store.startEditing(AlarmGroup());
+        fixture.editor.chooseSoundFile();
+        fixture.services.bookmarks.answer();
+        QCOMPARE(fixture.edited().customSoundName, QStringLiteral("late.mp3"));
     }
 
     void returnsToBuiltInSounds() {
