@@ -29,15 +29,15 @@ void AlarmViewModel::load() {
     }
     if (Result<QList<AlarmGroup>> groups = decodeGroups(*json)) {
         setGroups(std::move(groups).value());
+    } else {
+        m_preferences.keepUnreadable(m_key);
     }
 }
 
-// The list is encoded where it is written, so that a long one never holds up the main thread.
 void AlarmViewModel::save() {
-    m_preferences.setData(m_key, [groups = m_groups]() -> std::optional<QByteArray> {
-        Result<QByteArray> json = encodeGroups(groups);
-        return json ? std::optional(std::move(json).value()) : std::nullopt;
-    });
+    if (const Result<QByteArray> json = encodeGroups(m_groups)) {
+        m_preferences.setData(m_key, json.value());
+    }
 }
 
 void AlarmViewModel::updateGroup(const AlarmGroup &group) {

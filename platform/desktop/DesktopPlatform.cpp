@@ -15,6 +15,8 @@
 #include "SpeechDispatcherSynthesizers.h"
 #include "StandardOutputLog.h"
 
+#include <QtDebug>
+
 namespace kova {
 
 namespace {
@@ -75,11 +77,14 @@ MessageBuses &DesktopPlatform::buses() {
 bool DesktopPlatform::shutDown() {
     constexpr std::chrono::seconds forTheDisk{5};
     constexpr std::chrono::milliseconds forAService{500};
-    const bool isSaved = m_services->preferences.flush(forTheDisk);
+    const std::optional<QString> unsaved = m_services->preferences.flush(forTheDisk);
+    if (unsaved) {
+        qWarning().noquote() << "kova-alarm: ends with unsaved changes:" << *unsaved;
+    }
     const bool isSilent = m_services->audioPlayers.close(forAService);
     const bool isSpeechless = m_services->speechSynthesizers.close(forAService);
     const bool isOffTheBuses = m_services->buses.close(forAService);
-    return isSaved && isSilent && isSpeechless && isOffTheBuses;
+    return !unsaved && isSilent && isSpeechless && isOffTheBuses && m_services->bookmarks.isIdle();
 }
 
 } // namespace kova

@@ -2,49 +2,41 @@
 
 #include "ValueFile.h"
 
-#include <QStandardPaths>
+#include <QFile>
 #include <QtDebug>
+#include <algorithm>
 #include <condition_variable>
-#include <deque>
 #include <mutex>
+#include <pwd.h>
 #include <thread>
-#include <vector>
+#include <unistd.h>
 
 namespace kova {
 
 namespace {
 
-struct Write {
-    QString path;
-    std::vector<Preferences::Encoder> encoders; ///< of the same path, the newest last
-};
-
-// The newest value that there is.
-std::optional<QByteArray> encode(const Write &write) {
-    for (auto encoder = write.encoders.rbegin(); encoder != write.encoders.rend(); ++encoder) {
-        if (std::optional<QByteArray> bytes = (*encoder)()) {
-            return bytes;
-        }
-    }
-    return std::nullopt;
+// The base directory rules ask that a relative path is ignored.
+QString absolutePath(const char *variable) {
+    const QString path = QFile::decodeName(qgetenv(variable));
+    return path.startsWith(u'/') ? path : QString();
 }
 
-void land(const Write &write) {
-    const std::optional<QByteArray> bytes = encode(write);
-    if (!bytes) {
-        return;
+QString homeFolder() {
+    if (const QString home = absolutePath("HOME"); !home.isEmpty()) {
+        return home;
     }
-    if (const std::optional<QString> reason = replaceValueFile(write.path, *bytes)) {
-        qWarning().noquote() << "kova-alarm: can't save" << write.path + u':' << *reason;
-    }
+    const passwd *user = getpwuid(getuid());
+    return user ? QFile::decodeName(user->pw_dir) : QString();
 }
 
 } // namespace
 
-// The queue and the thread that empties it.
+// Lands the newest value of one file, from a thread that the first value starts.
 class FilePreferences::Writer {
 public:
-    Writer() : m_thread([this] { run(); }) {}
+    Writer(QString path, std::chrono::milliseconds firstRetry)
+        : m_path(std::move(path)),
+          m_firstRetry(firstRetry) {}
 
     ~Writer() {
         {
@@ -52,60 +44,112 @@ public:
             m_isEnding = true;
             m_changed.notify_all();
         }
-        m_thread.join();
+        if (m_thread.joinable()) {
+            m_thread.join();
+        }
     }
 
     Writer(const Writer &) = delete;
     Writer &operator=(const Writer &) = delete;
 
-    void add(const QString &path, Encoder encoder) {
+    void write(const QByteArray &bytes) {
         const std::lock_guard lock(m_mutex);
-        if (!m_waiting.empty() && m_waiting.back().path == path) {
-            m_waiting.back().encoders.push_back(std::move(encoder));
-        } else {
-            m_waiting.push_back({path, {std::move(encoder)}});
-        }
+        m_pending = bytes;
+        m_isWanted = true;
         m_changed.notify_all();
+        if (!m_thread.joinable()) {
+            m_thread = std::thread([this] { run(); });
+        }
     }
 
-    bool waitUntilIdle(std::chrono::milliseconds timeout) {
+    void keepUnreadable() {
+        const std::lock_guard lock(m_mutex);
+        m_isUnreadable = true;
+    }
+
+    std::optional<QString> flush(std::chrono::milliseconds timeout) {
         std::unique_lock lock(m_mutex);
-        return m_changed.wait_for(lock, timeout, [this] { return m_waiting.empty() && !m_isWriting; });
+        m_isWanted = m_pending.has_value();
+        m_changed.notify_all();
+        if (!m_changed.wait_for(lock, timeout, [this] { return !m_isWanted && !m_isWriting; })) {
+            return m_path + QStringLiteral(": the disk takes too long");
+        }
+        return m_reason;
     }
 
 private:
     void run() {
         std::unique_lock lock(m_mutex);
-        while (true) {
-            m_changed.wait(lock, [this] { return m_isEnding || !m_waiting.empty(); });
-            if (m_waiting.empty()) {
+        const auto isWanted = [this] { return m_isWanted || m_isEnding; };
+        std::chrono::milliseconds retry = m_firstRetry;
+        while (!m_isEnding || m_pending) {
+            if (!m_pending) {
+                m_changed.wait(lock, isWanted);
+                retry = m_firstRetry;
+            } else if (!m_changed.wait_for(lock, retry, isWanted)) {
+                constexpr std::chrono::milliseconds longest = std::chrono::minutes(1);
+                retry = std::min(2 * retry, longest);
+            }
+            const bool isLast = m_isEnding;
+            if (m_pending) {
+                land(lock);
+            }
+            if (isLast) {
                 return;
             }
-            const Write write = std::move(m_waiting.front());
-            m_waiting.pop_front();
-            m_isWriting = true;
-            lock.unlock();
-            land(write);
-            lock.lock();
-            m_isWriting = false;
-            m_changed.notify_all();
         }
     }
 
+    // The lock is let go of meanwhile.
+    void land(std::unique_lock<std::mutex> &lock) {
+        const QByteArray bytes = *std::exchange(m_pending, std::nullopt);
+        const bool isUnreadable = m_isUnreadable;
+        m_isWanted = false;
+        m_isWriting = true;
+        lock.unlock();
+        std::optional<QString> reason = isUnreadable ? setAsideValueFile(m_path) : std::nullopt;
+        if (!reason) {
+            reason = replaceValueFile(m_path, bytes);
+        }
+        if (reason) {
+            reason = m_path + QStringLiteral(": ") + *reason;
+            if (reason != m_reason) { // which no other thread sets
+                qWarning().noquote() << "kova-alarm: can't save" << *reason;
+            }
+        }
+        lock.lock();
+        m_isWriting = false;
+        m_isUnreadable = m_isUnreadable && reason;
+        if (reason && !m_pending) {
+            m_pending = bytes;
+        }
+        m_reason = std::move(reason);
+        m_changed.notify_all();
+    }
+
+    const QString m_path;
+    const std::chrono::milliseconds m_firstRetry;
+
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::deque<Write> m_waiting;
+    std::optional<QByteArray> m_pending; ///< the newest value until it has landed
+    std::optional<QString> m_reason;     ///< why the last try failed
+    bool m_isUnreadable = false;         ///< what lies in the file, which is kept for good
+    bool m_isWanted = false;             ///< now, not at the next retry
     bool m_isWriting = false;
     bool m_isEnding = false;
-    std::thread m_thread; // last, since it uses all of the others
+    std::thread m_thread;
 };
 
-FilePreferences::FilePreferences(const QString &folder) : m_folder(folder) {}
+FilePreferences::FilePreferences(const QString &folder, std::chrono::milliseconds firstRetry)
+    : m_folder(folder),
+      m_firstRetry(firstRetry) {}
 
 FilePreferences::~FilePreferences() = default;
 
 QString FilePreferences::defaultFolder() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+    const QString configured = absolutePath("XDG_CONFIG_HOME");
+    return (configured.isEmpty() ? homeFolder() + QStringLiteral("/.config") : configured) +
            QStringLiteral("/kova-alarm");
 }
 
@@ -113,21 +157,40 @@ QString FilePreferences::path(const QString &key) const {
     return m_folder + u'/' + key + QStringLiteral(".json");
 }
 
-std::optional<QByteArray> FilePreferences::data(const QString &key) const {
+FilePreferences::Writer &FilePreferences::writer(const QString &key) {
+    std::unique_ptr<Writer> &writer = m_writers[key];
+    if (!writer) {
+        writer = std::make_unique<Writer>(path(key), m_firstRetry);
+    }
+    return *writer;
+}
+
+std::optional<QByteArray> FilePreferences::data(const QString &key) {
     constexpr std::chrono::seconds longest{5};
     flush(longest);
-    return readValueFile(path(key));
-}
-
-void FilePreferences::setData(const QString &key, Encoder encode) {
-    if (!m_writer) {
-        m_writer = std::make_unique<Writer>();
+    removeLeftovers(path(key));
+    std::optional<QByteArray> bytes = readValueFile(path(key));
+    if (!bytes && !isAbsent(path(key))) {
+        keepUnreadable(key);
     }
-    m_writer->add(path(key), std::move(encode));
+    return bytes;
 }
 
-bool FilePreferences::flush(std::chrono::milliseconds timeout) const {
-    return !m_writer || m_writer->waitUntilIdle(timeout);
+void FilePreferences::setData(const QString &key, const QByteArray &bytes) {
+    writer(key).write(bytes);
+}
+
+void FilePreferences::keepUnreadable(const QString &key) {
+    writer(key).keepUnreadable();
+}
+
+std::optional<QString> FilePreferences::flush(std::chrono::milliseconds timeout) {
+    std::optional<QString> reason;
+    for (const auto &[key, writer] : m_writers) {
+        const std::optional<QString> own = writer->flush(timeout);
+        reason = reason ? reason : own;
+    }
+    return reason;
 }
 
 } // namespace kova

@@ -76,14 +76,16 @@ private Q_SLOTS:
         QCOMPARE(m_services->preferences.saves, 0);
     }
 
-    void anUnreadableListIsKeptUntilTheNextSave() {
+    void anUnreadableListIsSetAsideAtTheNextSave() {
         const QByteArray junk = R"([{"id":1}])";
         m_services->preferences.stored[key] = junk;
         m_store = makeStore();
         QVERIFY(m_store->groups().isEmpty());
         QCOMPARE(m_services->preferences.stored.value(key), junk);
         m_store->saveEditedGroup(m_a);
-        QVERIFY(saved() == QList{m_a});
+        m_store->toggleGroup(m_a.id);
+        QVERIFY(isHandedOn());
+        QCOMPARE(m_services->preferences.setAside, QList{junk});
     }
 
     void aListThatCannotBeEncodedIsNotSaved() {
