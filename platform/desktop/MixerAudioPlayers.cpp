@@ -2,29 +2,8 @@
 
 #include <QFile>
 #include <QTimer>
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace kova {
-
-namespace {
-
-// Why the file can't be read. It does not wait for a pipe's other end.
-std::optional<QString> obstacle(const QByteArray &path) {
-    const int descriptor = open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) {
-        return QString::fromLocal8Bit(std::strerror(errno));
-    }
-    struct stat status {};
-    const bool isFile = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-    close(descriptor);
-    return isFile ? std::nullopt : std::optional(QStringLiteral("Not a regular file"));
-}
-
-} // namespace
 
 class MixerAudioPlayers::Player : public AudioPlayer {
 public:
@@ -73,11 +52,8 @@ MixerAudioPlayers::MixerAudioPlayers()
 }
 
 Result<std::unique_ptr<AudioPlayer>> MixerAudioPlayers::open(const QString &path, Refusal refused) {
-    const QByteArray name = QFile::encodeName(path);
-    if (const std::optional<QString> reason = obstacle(name)) {
-        return Failure{*reason + QStringLiteral(": ") + path};
-    }
-    return std::unique_ptr<AudioPlayer>(std::make_unique<Player>(*this, name, std::move(refused)));
+    return std::unique_ptr<AudioPlayer>(
+        std::make_unique<Player>(*this, QFile::encodeName(path), std::move(refused)));
 }
 
 // The player may be gone, or end in the call.

@@ -1,12 +1,16 @@
 """A file of the user's own as the alarm's sound."""
 
+import re
+import subprocess
 import time
+from pathlib import Path
 
 import numpy
 import pytest
 
 import sound
 from groups import bookmark, group
+from session import until
 
 
 def chirp():
@@ -84,3 +88,38 @@ def test_a_sound_that_does_not_exist_gives_its_line(session):
     program = session.run()
     program.wait_for("[Scheduler] FIRE…")
     program.wait_for("[SoundPlayer] Sound not found: no such sound")
+
+
+@pytest.mark.parametrize("call", ["statx", "open"])
+def test_a_disk_that_sleeps_holds_nothing_up(session, call, record_property):
+    session.start("session-bus", "notifications", "sound")
+    library, trace, file = session.folder / "stall.so", session.folder / "trace", session.folder / "sleepy.wav"
+    subprocess.run(["gcc", "-shared", "-fPIC", "-o", library, Path(__file__).with_name("stall.c")], check=True)
+    sound.write(file, chirp())
+    session.save(custom(file, label="x", alarmCount=4))
+    sleeps = file.with_name(f"{file.name}.{call}")
+    sleeps.touch()
+    program = session.run("06:59:58.5", {"LD_PRELOAD": f"{library}:{session.clock.env['LD_PRELOAD']}"},
+                          ["/usr/bin/strace", "-D", "-q", "-T", "-e", "trace=!poll,ppoll", "-o", trace])
+
+    def rings(minute):
+        fired = program.wait_for(f"[Scheduler] FIRE: x alarm #{minute + 1}")
+        assert session.clock.text(fired.when).startswith(f"07:0{minute}:00")
+        session["notifications"].wait_for_call("Notify", body=f"x — 7:0{minute}")
+        session.clock.set(f"07:0{minute}:59.2")
+
+    rings(0)
+    rings(1)
+    with session.record() as recording:
+        program.wait_for("[Scheduler] FIRE: x alarm #3")
+        sleeps.unlink()
+        until(lambda: sound.sounding(recording.samples()))
+    sleeps.touch()
+    session.clock.set("07:02:59.2")
+    rings(3)
+    program.end()
+    assert not any(text.startswith("[SoundPlayer]") for text in program.texts())
+    # The main thread alone is traced.
+    calls = trace.read_text()
+    assert file.name not in calls
+    record_property("longest wait of the main thread, s", max(map(float, re.findall(r"<([0-9.]+)>$", calls, re.M))))

@@ -103,9 +103,13 @@ def test_a_full_disk_costs_no_change(session):
     small_disk = mounting(f"-t tmpfs -o size=256k none {session.config} && /bin/cp {before} {session.list_file}")
     program = session.run("06:50:00", ASSISTED, small_disk, subprocess.STDOUT)
     disk = Path(f"/proc/{program.pid}/root{session.config}")
-    with pytest.raises(OSError), (disk / "filler").open("wb", buffering=0) as filler:
-        while True:
-            filler.write(bytes(1000))
+
+    def fill():
+        with pytest.raises(OSError), (disk / "filler").open("wb", buffering=0) as filler:
+            while True:
+                filler.write(bytes(1000))
+
+    fill()
     session.assist("toggle", "7:00 x")
     assert "No space left" in program.wait_for("kova-alarm: can't save…")
     assert (disk / session.list_file.name).read_bytes() == before.read_bytes()
@@ -114,4 +118,10 @@ def test_a_full_disk_costs_no_change(session):
     until(lambda: [saved["isEnabled"] for saved in json.loads((disk / session.list_file.name).read_bytes())] == [True] * 2)
     session.clock.set("06:59:59.2")
     program.wait_for("[Scheduler] FIRE: x alarm #1")
-    assert sum(text.startswith("kova-alarm:") for text in program.texts()) == 1
+    fill()
+    session.assist("press", "停止")
+    session.assist("toggle", "8:00 y")
+    program.wait_for("kova-alarm: can't save…")
+    program.end()
+    assert "No space left" in program.wait_for("kova-alarm: ends with unsaved changes…")
+    assert sum(text.startswith("kova-alarm:") and "save" in text for text in program.texts()) == 3

@@ -14,11 +14,14 @@ from session import ASSISTED, until
 def test_a_group_is_added_rings_and_is_stopped(session):
     session.start_all()
     session.start("display", "accessibility")
+    session.save(b"[{}]")
     program = session.run("06:50:00", ASSISTED)
     session.assist("press", "アラーム追加")
     session.assist("write", "ラベル", "walk")
     session.assist("press", "保存")
-    until(session.list_file.exists)
+    aside = session.list_file.with_name(f"{session.list_file.name}.unreadable")
+    until(lambda: aside.exists() and session.list_file.exists())
+    assert aside.read_bytes() == b"[{}]"
     [added] = json.loads(session.list_file.read_text())
     assert (added["label"], added["targetHour"], added["alarmCount"]) == ("walk", 7, 3)
     session["logind"].wait_for_call("Inhibit", why="KOVA Alarm active — preventing sleep")

@@ -1,0 +1,33 @@
+/* A file whose disk sleeps: while "<path>.<call>" lies beside it, that call of it waits. */
+
+#define _GNU_SOURCE
+#include <fcntl.h>
+#include <stdarg.h>
+#include <stdio.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+static void stall(const char *path, const char *call) {
+    char mark[4096];
+    snprintf(mark, sizeof mark, "%s.%s", path, call);
+    while (access(mark, F_OK) == 0) {
+        usleep(10000);
+    }
+}
+
+int statx(int folder, const char *path, int flags, unsigned mask, struct statx *status) {
+    stall(path, "statx");
+    return (int)syscall(SYS_statx, folder, path, flags, mask, status);
+}
+
+int open(const char *path, int flags, ...) {
+    va_list mode;
+    va_start(mode, flags);
+    stall(path, "open");
+    const int descriptor = (int)syscall(SYS_openat, AT_FDCWD, path, flags, va_arg(mode, unsigned));
+    va_end(mode);
+    return descriptor;
+}
+
+int open64(const char *path, int flags, ...) __attribute__((alias("open")));
