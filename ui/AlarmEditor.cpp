@@ -235,6 +235,9 @@ void AlarmEditor::toggleDay(int day) {
     if (days.removeAll(day) == 0) {
         days.append(day);
     }
+    if (days.isEmpty()) {
+        days = {}; // without memory, as the toolkit compares that of an empty list too
+    }
     write(&AlarmGroup::repeatDays, days);
 }
 

@@ -34,9 +34,7 @@ public:
         if (!painter) {
             return;
         }
-        if (const QRegion *clip = state->clipRegion(); clip && !clip->isEmpty()) {
-            painter->setClipRegion(*clip, Qt::ReplaceClip);
-        }
+        painter->setClipRegion(*state->clipRegion(), Qt::ReplaceClip); // an empty one leaves nothing to paint
         painter->setTransform(matrix()->toTransform());
         painter->setOpacity(inheritedOpacity());
         painter->setRenderHint(QPainter::Antialiasing);

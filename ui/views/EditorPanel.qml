@@ -25,6 +25,7 @@ T.Popup {
     contentItem: EditorStage {
         editor: panel.editor
         focus: true
+        isSettled: panel.opened
         layer.enabled: panel.opacity < 1
     }
     enter: PanelTransition {

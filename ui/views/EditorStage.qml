@@ -6,6 +6,7 @@ FocusScope {
     id: stage
 
     required property AlarmEditor editor
+    required property bool isSettled
 
     // In front of the dimming, which lies where no click comes.
     MouseArea {
@@ -37,5 +38,11 @@ FocusScope {
 
         onCancel: stage.editor.cancel()
         onSave: stage.editor.save()
+    }
+
+    // The second half of a double click is not for what appears under it.
+    MouseArea {
+        anchors.fill: parent
+        visible: !stage.isSettled
     }
 }

@@ -1,65 +1,9 @@
-#include "AlarmEditor.h"
-#include "FakeFileChooser.h"
-#include "HomeFixture.h"
-#include "MainWindow.h"
+#include "WindowFixture.h"
 
 #include <QApplication>
-#include <QQmlEngine>
-#include <QQuickItem>
 #include <QSignalSpy>
-#include <QTest>
 
 using namespace kova;
-
-namespace {
-
-QList<QQuickItem *> itemsBelow(QQuickItem *root, const QString &name) {
-    QList<QQuickItem *> found;
-    for (QQuickItem *child : root->childItems()) {
-        if (child->objectName() == name && child->isVisible()) {
-            found << child;
-        }
-        found << itemsBelow(child, name);
-    }
-    std::sort(found.begin(), found.end(),
-              [](QQuickItem *a, QQuickItem *b) { return a->mapToScene({}).y() < b->mapToScene({}).y(); });
-    return found;
-}
-
-// The window on fake ports, worked by real mouse and key events.
-struct Window : HomeFixture {
-    FakeFileChooser fileChooser;
-    AlarmEditor editor{
-        {store, services.soundPlayer, services.ttsPlayer, fileChooser, services.bookmarks, services.log}};
-    QQmlEngine engine;
-    MainWindow window{engine,
-                      {{QStringLiteral("home"), QVariant::fromValue(&home)},
-                       {QStringLiteral("editor"), QVariant::fromValue(&editor)}}};
-
-    Window() { window.show(); }
-
-    QList<QQuickItem *> all(const char *name) {
-        return itemsBelow(window.contentItem(), QString::fromLatin1(name));
-    }
-    // The n-th visible item of that name from above.
-    QQuickItem *item(const char *name, int n = 0) { return all(name).value(n); }
-    bool shows(const char *name) { return item(name) != nullptr; }
-    QString text(const char *name, int n = 0) {
-        return shows(name) ? item(name, n)->property("text").toString() : QString();
-    }
-    QRectF frame(const char *name, int n = 0) {
-        QQuickItem *const i = item(name, n);
-        return i ? i->mapRectToScene(QRectF({}, i->size())) : QRectF();
-    }
-    void click(QPointF place, Qt::MouseButton button = Qt::LeftButton) {
-        QTest::mouseClick(&window, button, {}, place.toPoint());
-    }
-    void click(const char *name, int n = 0) { click(frame(name, n).center()); }
-    void key(Qt::Key key) { QTest::keyClick(&window, key); }
-    void settle() { QVERIFY(QTest::qWaitForWindowActive(&window)); }
-};
-
-} // namespace
 
 class HomeViewTest : public QObject {
     Q_OBJECT

@@ -1,0 +1,202 @@
+#pragma once
+
+#include "WindowFixture.h"
+
+#include <QAnimationDriver>
+#include <QRandomGenerator>
+#include <QWheelEvent>
+
+namespace kova {
+
+/// Animations move when the test lets time pass.
+class PlayTime : public QAnimationDriver {
+public:
+    PlayTime() { install(); }
+    ~PlayTime() override { uninstall(); }
+    Q_DISABLE_COPY_MOVE(PlayTime)
+
+    qint64 elapsed() const override { return m_now; }
+    void pass(qint64 milliseconds) {
+        m_now += milliseconds;
+        advance();
+    }
+
+private:
+    qint64 m_now = 0;
+};
+
+/// Plays with a window at random, the same for the same seed, and says what it did.
+class Player {
+public:
+    Player(Window &w, quint32 seed) : m_w(w), m_random(seed) { addGroups(); }
+
+    void step() {
+        using Step = void (Player::*)();
+        static const QList<Step> steps{
+            &Player::hover, &Player::hover,    &Player::click,  &Player::click,    &Player::click,
+            &Player::click, &Player::click,    &Player::drag,   &Player::wheel,    &Player::wheel,
+            &Player::key,   &Player::key,      &Player::key,    &Player::key,      &Player::askMenu,
+            &Player::rest,  &Player::ring,     &Player::resize, &Player::hide,     &Player::compose,
+            &Player::cease, &Player::openCard, &Player::wheel,  &Player::clickText};
+        (this->*oneOf(steps))();
+        m_time.pass(m_random.bounded(150));
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    const QStringList &played() const { return m_played; }
+    /// Whether the last step was a key that moves the focus.
+    bool movedFocus() const { return m_movedFocus; }
+
+private:
+    void note(const QString &what) {
+        m_played << what;
+        m_movedFocus = false;
+    }
+    void note(const char *what, QPoint place) {
+        note(QStringLiteral("%1 %2 %3").arg(QLatin1StringView(what)).arg(place.x()).arg(place.y()));
+    }
+    template <typename Choices> typename Choices::value_type oneOf(const Choices &choices) {
+        return choices.begin()[m_random.bounded(int(choices.size()))];
+    }
+    template <typename T> T any(std::initializer_list<T> choices) { return oneOf(choices); }
+
+    void addGroups() {
+        const QStringList labels{{},
+                                 QStringLiteral("朝"),
+                                 QStringLiteral("استيقظ الآن"),
+                                 QStringLiteral("一行目\n二行目\n三行目"),
+                                 QString(300, u'長'),
+                                 QStringLiteral("Wake up & <b>go</b> to the early train at the station")};
+        for (quint32 i = m_random.bounded(12U); i > 0; --i) {
+            AlarmGroup group = groupAt(m_random.bounded(24), oneOf(labels));
+            group.alarmCount = any<qint64>({1, 2, 8, 20});
+            group.isEnabled = m_random.bounded(2) == 1;
+            group.ttsEnabled = m_random.bounded(2) == 1;
+            m_w.add(group);
+        }
+    }
+
+    // The middles of the controls in sight, or of the texts.
+    QList<QPoint> controls(bool textsOnly) {
+        QList<QPoint> places;
+        const QList<QQuickItem *> items = m_w.window.contentItem()->findChildren<QQuickItem *>();
+        for (QQuickItem *item : items) {
+            const bool fits =
+                item->inherits("QQuickTextInput") || (!textsOnly && item->inherits("QQuickControl"));
+            const QPoint center = item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+            if (fits && item->isVisible() && QRect({}, m_w.window.size()).contains(center)) {
+                places << center;
+            }
+        }
+        return places;
+    }
+    QPoint place(bool onText = false) {
+        const QList<QPoint> places = controls(onText);
+        if (places.isEmpty() || m_random.bounded(4) == 0) {
+            return {m_random.bounded(m_w.window.width()), m_random.bounded(m_w.window.height())};
+        }
+        return oneOf(places);
+    }
+
+    void hover() {
+        const QPoint to = place();
+        note("hover", to);
+        QTest::mouseMove(&m_w.window, to);
+    }
+    void clickAt(QPoint at, Qt::MouseButton button = Qt::LeftButton) {
+        note("click", at);
+        QTest::mouseMove(&m_w.window, at);
+        QTest::mousePress(&m_w.window, button, {}, at);
+        m_time.pass(m_random.bounded(60));
+        QTest::mouseRelease(&m_w.window, button, {}, at);
+    }
+    void click() { clickAt(place()); }
+    void clickText() { clickAt(place(true)); }
+    void askMenu() { clickAt(place(), Qt::RightButton); }
+    void drag() {
+        const QPoint from = place();
+        const QPoint to = place();
+        note("drag", from);
+        QTest::mousePress(&m_w.window, Qt::LeftButton, {}, from);
+        for (int i = 1; i <= 4; ++i) {
+            QTest::mouseMove(&m_w.window, from + (to - from) * i / 4);
+        }
+        QTest::mouseRelease(&m_w.window, Qt::LeftButton, {}, to);
+    }
+    void wheel() {
+        const QPoint at = place();
+        const QPoint turn = any<QPoint>({{0, -120}, {0, -120}, {0, 120}, {0, -720}, {0, 720}, {-120, 0}});
+        note("wheel", at);
+        QWheelEvent event(at, m_w.window.mapToGlobal(at), {}, turn, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        event.setTimestamp(quint64(m_time.elapsed()));
+        QCoreApplication::sendEvent(&m_w.window, &event);
+    }
+    void key() {
+        const Qt::Key key =
+            any({Qt::Key_Tab,      Qt::Key_Tab,  Qt::Key_Tab,    Qt::Key_Backtab, Qt::Key_Up,
+                 Qt::Key_Down,     Qt::Key_Left, Qt::Key_Right,  Qt::Key_Space,   Qt::Key_Return,
+                 Qt::Key_Home,     Qt::Key_End,  Qt::Key_PageUp, Qt::Key_Escape,  Qt::Key_Menu,
+                 Qt::Key_PageDown, Qt::Key_7,    Qt::Key_A,      Qt::Key_Delete,  Qt::Key_Down});
+        note(QVariant::fromValue(key).toString());
+        m_movedFocus = key == Qt::Key_Tab || key == Qt::Key_Backtab;
+        QTest::keyClick(&m_w.window, key);
+    }
+    // The pointer rests long enough for a tooltip.
+    void rest() {
+        note(QStringLiteral("rest"));
+        for (QObject *tip : m_w.window.findChildren<QObject *>()) {
+            if (tip->inherits("QQuickToolTip")) {
+                tip->setProperty("delay", 0);
+                QMetaObject::invokeMethod(tip, "open");
+            }
+        }
+    }
+    void ring() {
+        if (!m_w.store.groups().isEmpty() && m_random.bounded(3) == 0) {
+            note(QStringLiteral("ring"));
+            m_w.ring(oneOf(m_w.store.groups()), 0);
+        }
+    }
+    void cease() {
+        note(QStringLiteral("cease"));
+        m_w.services.scheduler.endRinging();
+    }
+    void resize() {
+        const QSize size = any<QSize>({{440, 620}, {420, 500}, {700, 560}, {900, 800}});
+        note(QStringLiteral("resize %1").arg(size.width()));
+        m_w.window.resize(size);
+    }
+    void hide() {
+        if (m_random.bounded(6) == 0) {
+            note(QStringLiteral("hide and show"));
+            m_w.window.hide();
+            QCoreApplication::processEvents();
+            m_w.window.show();
+        }
+    }
+    void compose() {
+        if (QQuickItem *const focus = m_w.window.activeFocusItem();
+            focus && focus->inherits("QQuickTextInput")) {
+            note(QStringLiteral("compose"));
+            QInputMethodEvent composing(any<QString>({{}, QStringLiteral("あさ")}), {});
+            composing.setCommitString(any<QString>({{}, {}, QStringLiteral("朝の")}));
+            QCoreApplication::sendEvent(focus, &composing);
+        }
+    }
+    void openCard() {
+        if (const QList<QQuickItem *> cards = m_w.all("cardTime"); !cards.isEmpty()) {
+            const QPoint at = oneOf(cards)->mapToScene({10, 10}).toPoint();
+            clickAt({at.x(), std::clamp(at.y(), 60, m_w.window.height() - 1)});
+        }
+    }
+
+    Window &m_w;
+    QRandomGenerator m_random;
+    PlayTime m_time;
+    QStringList m_played;
+    bool m_movedFocus = false;
+};
+
+} // namespace kova

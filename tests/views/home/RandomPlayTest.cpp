@@ -1,0 +1,118 @@
+#include "Player.h"
+
+#include <QApplication>
+#include <QScreen>
+
+using namespace kova;
+
+namespace {
+
+QStringList messages;
+
+void keepMessage(QtMsgType, const QMessageLogContext &, const QString &message) {
+    messages << message;
+}
+
+int fromEnvironment(const char *name, int otherwise) {
+    bool isNumber = false;
+    const int number = qEnvironmentVariableIntValue(name, &isNumber);
+    return isNumber ? number : otherwise;
+}
+
+QImage onScreen(const QWindow &window) {
+    return window.screen()->grabWindow(window.winId()).toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+QRect difference(const QImage &a, const QImage &b) {
+    QRect differing;
+    for (int y = 0; y < a.height(); ++y) {
+        const auto *lineA = reinterpret_cast<const QRgb *>(a.constScanLine(y));
+        const auto *lineB = reinterpret_cast<const QRgb *>(b.constScanLine(y));
+        for (int x = 0; x < a.width(); ++x) {
+            if (lineA[x] != lineB[x]) {
+                differing |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return differing;
+}
+
+void paint(Window &w) {
+    for (int i = 0; i < 3; ++i) { // a layout may ask for another
+        QEvent update(QEvent::UpdateRequest);
+        QCoreApplication::sendEvent(&w.window, &update);
+    }
+}
+
+// What the repaints of what had changed have left, against the same state painted anew.
+QString paintingFault(Window &w) {
+    paint(w);
+    const QImage left = onScreen(w.window);
+    for (const qreal x : {1e-4, 0.0}) { // all that moves is painted
+        w.window.contentItem()->setX(x);
+        paint(w);
+    }
+    const QImage anew = onScreen(w.window);
+    if (left.size() != anew.size() || left.isNull()) {
+        return QStringLiteral("no picture");
+    }
+    const QRect differing = difference(left, anew);
+    if (differing.isEmpty()) {
+        return {};
+    }
+    left.save(QDir::temp().filePath(QStringLiteral("play-left.png")));
+    anew.save(QDir::temp().filePath(QStringLiteral("play-anew.png")));
+    QString text;
+    QDebug(&text) << "the repaints left something else in" << differing;
+    return text;
+}
+
+} // namespace
+
+class RandomPlayTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void leavesNothingBehind_data() {
+        QTest::addColumn<quint32>("seed");
+        const int first = fromEnvironment("KOVA_PLAY_SEED", 1);
+        const int count = fromEnvironment("KOVA_PLAY_SEEDS", 6);
+        for (int seed = first; seed < first + count; ++seed) {
+            QTest::addRow("%d", seed) << quint32(seed);
+        }
+    }
+    void leavesNothingBehind() {
+        QFETCH(quint32, seed);
+        Window w;
+        w.settle();
+        Player player(w, seed);
+        messages.clear();
+        const QtMessageHandler before = qInstallMessageHandler(&keepMessage);
+        QString fault;
+        for (int i = 0; i < 500 && fault.isEmpty(); ++i) {
+            player.step();
+            if (i % 5 == 0) {
+                fault = paintingFault(w);
+            }
+            if (!messages.isEmpty()) {
+                fault = messages.join(u'\n');
+            }
+        }
+        qInstallMessageHandler(before);
+        const QStringList last = player.played().mid(player.played().size() - 15);
+        QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("%1 after %2 steps: … %3")
+                                                 .arg(fault)
+                                                 .arg(player.played().size())
+                                                 .arg(last.join(QStringLiteral(", ")))));
+    }
+};
+
+int main(int argc, char *argv[]) {
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QApplication application(argc, argv);
+    QApplication::setCursorFlashTime(0);
+    RandomPlayTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "RandomPlayTest.moc"
