@@ -1,8 +1,9 @@
 import QtQuick 2.15
 import Kova
 
-// The edit mode's bar: selects all or none, and asks to delete what is selected.
-Rectangle {
+// The edit mode's bar: selects all or none, and asks to delete what is selected. Not a rectangle of the toolkit's: its
+// software renderer leaves behind what moves under an opaque one.
+ContinuousRectangle {
     id: editBar
 
     required property HomeSelection selection
