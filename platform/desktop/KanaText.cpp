@@ -122,7 +122,11 @@ private:
             kana = isFirst && kana == QStringView(u"イチ")
                        ? QStringLiteral("ツイタチ")
                        : countedInKana(kana, counter.text, counter.reading);
-        } else if (number.size() > 1 && number.startsWith(QChar(u'0'))) {
+        }
+        // 090-1234-5678
+        const bool isCode = number.size() > 1 && number.startsWith(QChar(u'0'));
+        m_isCode = counter.text.isEmpty() && (isCode || (m_isCode && m_kana.endsWith(QChar(u'-'))));
+        if (m_isCode) {
             kana = digitsInKana(number);
         }
         add(kana, isApart);
@@ -159,6 +163,7 @@ private:
     qsizetype m_at = 0;
     bool m_isAfterNumber = false;
     bool m_isAfterPrefix = false;
+    bool m_isCode = false; ///< the last number was told digit by digit
     QString m_kana;
 };
 
