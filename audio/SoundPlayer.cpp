@@ -4,8 +4,11 @@
 #include "Log.h"
 #include "Platform.h"
 #include "Resources.h"
+#include "RunLoop.h"
 
 namespace kova {
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -13,16 +16,18 @@ const auto playError = QStringLiteral("[SoundPlayer] play error: ");
 
 } // namespace
 
-SoundPlayer::SoundPlayer(AudioPlayers &audioPlayers, Bookmarks &bookmarks, Resources &resources, Log &log)
+SoundPlayer::SoundPlayer(AudioPlayers &audioPlayers, Bookmarks &bookmarks, Resources &resources,
+                         RunLoop &runLoop, Log &log)
     : m_audioPlayers(audioPlayers),
       m_bookmarks(bookmarks),
       m_resources(resources),
+      m_runLoop(runLoop),
       m_log(log) {}
 
 SoundPlayer &SoundPlayer::shared() {
     static const Platform &platform = Platform::installed();
-    static auto *const player =
-        new SoundPlayer(platform.audioPlayers, platform.bookmarks, platform.resources, platform.log);
+    static auto *const player = new SoundPlayer(platform.audioPlayers, platform.bookmarks, platform.resources,
+                                                platform.runLoop, platform.log);
     return *player;
 }
 
@@ -64,13 +69,34 @@ void SoundPlayer::playFile(const std::optional<QString> &path, const AlarmGroup 
         m_log.print(QStringLiteral("[SoundPlayer] Sound not found: ") + group.soundName);
         return;
     }
-    std::unique_ptr<AudioPlayer> player = open(*path, playError);
+    const bool isOurs = group.customSoundPath.value_or(QString()).isEmpty();
+    playSound({*path, group.volume, loop, isOurs, previewId});
+}
+
+// A sound of our own that fails while its alarm rings is tried again each second: what broke it may pass.
+void SoundPlayer::playSound(const Sound &sound) {
+    auto player = m_audioPlayers.open(sound.path, [this, sound](const QString &reason) {
+        if (sound.elapsed == 0s) {
+            m_log.print(playError + reason);
+        }
+        stop();
+        if (sound.isLooped && sound.isOurs && sound.elapsed + 1s < longestRinging) {
+            Sound again = sound;
+            again.elapsed += 1s;
+            m_request = std::make_unique<QObject>();
+            m_runLoop.after(1s, m_request.get(), [this, again] { playSound(again); });
+        }
+    });
     if (!player) {
+        m_log.print(playError + player.error());
         return;
     }
-    player->setVolume(group.volume);
-    player->setNumberOfLoops(loop ? -1 : 0);
-    start(std::move(player), previewId);
+    player.value()->setVolume(sound.volume);
+    player.value()->setNumberOfLoops(sound.isLooped ? -1 : 0);
+    if (sound.isLooped) {
+        player.value()->setLongestTime(longestRinging - sound.elapsed);
+    }
+    start(std::move(player).value(), sound.previewId);
 }
 
 void SoundPlayer::preview(const QString &soundName, float volume) {
@@ -79,12 +105,17 @@ void SoundPlayer::preview(const QString &soundName, float volume) {
     if (!path) {
         return;
     }
-    std::unique_ptr<AudioPlayer> player = open(*path, QStringLiteral("[SoundPlayer] preview error: "));
+    const auto failed = [this](const QString &reason) {
+        m_log.print(QStringLiteral("[SoundPlayer] preview error: ") + reason);
+        stop();
+    };
+    auto player = m_audioPlayers.open(*path, failed);
     if (!player) {
+        failed(player.error());
         return;
     }
-    player->setVolume(volume);
-    start(std::move(player), QStringLiteral("__preview__"));
+    player.value()->setVolume(volume);
+    start(std::move(player).value(), QStringLiteral("__preview__"));
 }
 
 void SoundPlayer::togglePreview(const AlarmGroup &group) {
@@ -115,19 +146,6 @@ std::optional<QString> SoundPlayer::builtInSoundURL(const QString &soundName) co
         }
     }
     return m_resources.path(soundName, extension);
-}
-
-// A content that is refused after the opening ends like a file that could not be opened: logged, and idle.
-std::unique_ptr<AudioPlayer> SoundPlayer::open(const QString &path, const QString &errorPrefix) {
-    auto player = m_audioPlayers.open(path, [this, errorPrefix](const QString &reason) {
-        m_log.print(errorPrefix + reason);
-        stop();
-    });
-    if (!player) {
-        m_log.print(errorPrefix + player.error());
-        return nullptr;
-    }
-    return std::move(player).value();
 }
 
 void SoundPlayer::start(std::unique_ptr<AudioPlayer> player, const QString &previewId) {

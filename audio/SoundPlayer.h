@@ -10,6 +10,7 @@ namespace kova {
 class Bookmarks;
 class Log;
 class Resources;
+class RunLoop;
 struct ResolvedBookmark;
 
 /// Plays one sound at a time: a ringing alarm's in a loop, a preview's once. Failures are logged, never
@@ -22,7 +23,11 @@ class SoundPlayer : public QObject {
     Q_PROPERTY(QString currentPreviewId READ currentPreviewId NOTIFY currentPreviewIdChanged)
 
 public:
-    SoundPlayer(AudioPlayers &audioPlayers, Bookmarks &bookmarks, Resources &resources, Log &log);
+    /// An alarm's sound ends by itself then.
+    static constexpr std::chrono::seconds longestRinging{55};
+
+    SoundPlayer(AudioPlayers &audioPlayers, Bookmarks &bookmarks, Resources &resources, RunLoop &runLoop,
+                Log &log);
 
     /// The one player of the process, on the installed ports.
     static SoundPlayer &shared();
@@ -51,11 +56,20 @@ Q_SIGNALS:
     void currentPreviewIdChanged();
 
 private:
+    struct Sound {
+        QString path;
+        float volume;
+        bool isLooped;
+        bool isOurs; ///< not a file of the user's
+        QString previewId;
+        std::chrono::seconds elapsed{}; ///< since its alarm fired
+    };
+
     void playFoundFile(const Result<ResolvedBookmark> &file, const AlarmGroup &group, bool loop,
                        const QString &previewId);
     void playFile(const std::optional<QString> &path, const AlarmGroup &group, bool loop,
                   const QString &previewId);
-    std::unique_ptr<AudioPlayer> open(const QString &path, const QString &errorPrefix);
+    void playSound(const Sound &sound);
     void start(std::unique_ptr<AudioPlayer> player, const QString &previewId);
     void setCurrentPreviewId(const QString &previewId);
     void setIsPlaying(bool isPlaying);
@@ -63,12 +77,13 @@ private:
     AudioPlayers &m_audioPlayers;
     Bookmarks &m_bookmarks;
     Resources &m_resources;
+    RunLoop &m_runLoop;
     Log &m_log;
 
     bool m_isPlaying = false;
     QString m_currentPreviewId;
     std::unique_ptr<AudioPlayer> m_player;
-    std::unique_ptr<QObject> m_request; ///< owns the answer while the user's file is looked for
+    std::unique_ptr<QObject> m_request; ///< owns what starts a sound later
 };
 
 } // namespace kova

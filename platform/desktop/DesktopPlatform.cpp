@@ -9,9 +9,9 @@
 #include "InodeBookmarks.h"
 #include "InstalledResources.h"
 #include "MessageBuses.h"
-#include "MixerAudioPlayers.h"
 #include "Portal.h"
 #include "PortalNotificationCenter.h"
+#include "ProcessAudioPlayers.h"
 #include "SpeechDispatcherSynthesizers.h"
 #include "StandardOutputLog.h"
 
@@ -41,7 +41,7 @@ struct DesktopPlatform::Services {
     InhibitorProcessActivity processActivity{buses};
     InhibitorPowerAssertions powerAssertions{buses};
     std::unique_ptr<NotificationCenter> notificationCenter = makeNotificationCenter(buses);
-    MixerAudioPlayers audioPlayers;
+    ProcessAudioPlayers audioPlayers;
     SpeechDispatcherSynthesizers speechSynthesizers;
 };
 
@@ -81,10 +81,9 @@ bool DesktopPlatform::shutDown() {
     if (unsaved) {
         qWarning().noquote() << "kova-alarm: ends with unsaved changes:" << *unsaved;
     }
-    const bool isSilent = m_services->audioPlayers.close(forAService);
     const bool isSpeechless = m_services->speechSynthesizers.close(forAService);
     const bool isOffTheBuses = m_services->buses.close(forAService);
-    return !unsaved && isSilent && isSpeechless && isOffTheBuses && m_services->bookmarks.isIdle();
+    return !unsaved && isSpeechless && isOffTheBuses && m_services->bookmarks.isIdle();
 }
 
 } // namespace kova

@@ -22,7 +22,7 @@ public:
     /// What the program's own parts of the desktop use too.
     MessageBuses &buses();
 
-    /// Lands what is to be saved, ends the sound and lets go of the machine's sleep, in bounded time. False
+    /// Lands what is to be saved and lets go of the machine's sleep, in bounded time. False
     /// when a service still holds up a thread of ours: then the process can only end at once.
     bool shutDown();
 

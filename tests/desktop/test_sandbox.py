@@ -10,6 +10,7 @@ from process import Process
 from session import ASSISTED, PROGRAM, ROOT, until
 
 SOUNDS = ROOT / "resources/Sounds"
+PLAYERS = (PROGRAM.with_name("kova-alarm-player"), PROGRAM.parents[1] / "libexec/kova-alarm/kova-alarm-player")
 
 WATCHED = ("socket,execve,execveat,open,openat,openat2,creat,truncate,rename,renameat,renameat2,link,linkat,symlink,"
            "symlinkat,unlink,unlinkat,mkdir,mkdirat,rmdir,mknod,mknodat,chmod,fchmodat,chown,fchownat,lchown,"
@@ -54,7 +55,9 @@ def is_allowed(call, writable, readable):
     if call.startswith("socket("):
         return call.startswith("socket(AF_UNIX,")
     reads = call.startswith("open") and not re.search("O_WRONLY|O_RDWR|O_CREAT|O_TRUNC", call)
-    return not call.startswith("exec") and all(
+    if call.startswith("exec"):
+        return call.startswith(tuple(f'execve("{player}"' for player in PLAYERS))
+    return all(
         re.fullmatch("|".join(readable + writable if reads else writable), path) for path in paths(call))
 
 
@@ -86,6 +89,7 @@ def test_a_whole_run_stays_inside(session):
         rf"(/var|{home})/cache/fontconfig(/.*)?",  # the font library's
         r"/proc/self/fd/\d+",  # an unnamed file of its own, about to get a name
         r".*/pipe:\[\d+\]|pipe:\[\d+\]",  # its own standard output, opened anew
+        "/dev/null",  # the player's standard streams
         rf"/dev/shm/(sem\.)?faketime_\w+",  # this test's clock
     ]
     readable = [

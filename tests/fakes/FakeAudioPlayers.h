@@ -21,6 +21,7 @@ public:
     QMap<QString, QString> unreadable; ///< path to reason
     QList<Sound> sounding;             ///< what plays now
     int opened = 0;
+    std::chrono::milliseconds longestTime{}; ///< that was asked for last
 
     Result<std::unique_ptr<AudioPlayer>> open(const QString &path, Refusal refused) override {
         if (unreadable.contains(path)) {
@@ -44,6 +45,7 @@ private:
         ~Player() override { stop(); }
         void setVolume(float volume) override { m_sound.volume = volume; }
         void setNumberOfLoops(int loops) override { m_sound.loops = loops; }
+        void setLongestTime(std::chrono::milliseconds time) override { m_players.longestTime = time; }
         void play() override { m_players.sounding.append(m_sound); }
         void stop() override { m_players.sounding.removeOne(m_sound); }
 

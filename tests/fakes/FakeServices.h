@@ -32,7 +32,7 @@ struct FakeServices {
     FakeResources resources;
     FakeApplication application;
 
-    SoundPlayer soundPlayer{audioPlayers, bookmarks, resources, log};
+    SoundPlayer soundPlayer{audioPlayers, bookmarks, resources, runLoop, log};
     TTSPlayer ttsPlayer{synthesizers, runLoop, log};
     PowerManager powerManager{powerAssertions, log};
     AlarmScheduler scheduler{{clock, runLoop, notificationCenter, application, log, soundPlayer, ttsPlayer}};

@@ -4,12 +4,14 @@
 #include "FakeBookmarks.h"
 #include "FakeLog.h"
 #include "FakeResources.h"
+#include "FakeRunLoop.h"
 #include "builtInSounds.h"
 
 #include <QSet>
 #include <QTest>
 
 using namespace kova;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -30,6 +32,8 @@ class SoundPlayerTest : public QObject {
     FakeAudioPlayers m_audio;
     FakeBookmarks m_bookmarks;
     FakeResources m_resources;
+    FakeClock m_clock;
+    FakeRunLoop m_runLoop{m_clock};
     FakeLog m_log;
     std::unique_ptr<SoundPlayer> m_player;
 
@@ -43,7 +47,7 @@ private Q_SLOTS:
         m_bookmarks = {};
         m_resources = {};
         m_log.lines.clear();
-        m_player = std::make_unique<SoundPlayer>(m_audio, m_bookmarks, m_resources, m_log);
+        m_player = std::make_unique<SoundPlayer>(m_audio, m_bookmarks, m_resources, m_runLoop, m_log);
     }
     void cleanup() { m_player.reset(); }
 
@@ -156,6 +160,36 @@ private Q_SLOTS:
         QCOMPARE(m_log.take(), QStringList{QStringLiteral("[SoundPlayer] preview error: broken")});
         m_player->preview(QStringLiteral("nope"), 1);
         QVERIFY(m_log.lines.isEmpty() && isIdle());
+    }
+
+    void aBuiltInSoundThatFailsIsTriedAgainWhileItsAlarmRings() {
+        m_player->play({}, true, alarmId);
+        QCOMPARE(m_audio.longestTime, 55s);
+        for (int failures = 1; failures <= 3; ++failures) {
+            m_audio.refuse(QStringLiteral("crashed"));
+            QVERIFY(isIdle());
+            m_runLoop.advance(1s);
+            QCOMPARE(m_audio.sounding, (QList<Sound>{{glass, 0.8F, -1}}));
+            QCOMPARE(m_audio.longestTime, 55s - failures * 1s);
+            QCOMPARE(m_player->currentPreviewId(), alarmId);
+        }
+        QCOMPARE(m_log.take(), QStringList{QStringLiteral("[SoundPlayer] play error: crashed")});
+        m_audio.refuse(QStringLiteral("crashed"));
+        m_player->stop();
+        m_runLoop.advance(2s);
+        QVERIFY(isIdle());
+    }
+
+    void nothingElseIsTriedAgain() {
+        AlarmGroup own;
+        own.customSoundPath = base64(QStringLiteral("bookmark:/own.mp3"));
+        m_player->play(own, true, alarmId);
+        m_audio.refuse(QStringLiteral("crashed"));
+        m_player->togglePreview({});
+        m_audio.refuse(QStringLiteral("crashed"));
+        m_runLoop.advance(2s);
+        QVERIFY(isIdle());
+        QCOMPARE(m_audio.opened, 2);
     }
 
     void soundsLieInTheirFolderOrAtTheTop() {

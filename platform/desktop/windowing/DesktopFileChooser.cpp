@@ -1,5 +1,7 @@
 #include "DesktopFileChooser.h"
 
+#include "SoundForms.h"
+
 #include <QMimeDatabase>
 #include <QStandardPaths>
 
@@ -7,18 +9,18 @@ namespace kova {
 
 namespace {
 
+// Of the type's files those that are played.
 QStringList patterns(const QString &contentType) {
-    const QMimeDatabase database;
+    QStringList played;
+    for (const SoundForm &form : soundForms()) {
+        played << QStringLiteral("*.") +
+                      QLatin1String(form.suffix.data(), static_cast<int>(form.suffix.size()));
+    }
     if (!contentType.endsWith(QLatin1String("/*"))) {
-        return database.mimeTypeForName(contentType).globPatterns();
+        const QStringList own = QMimeDatabase().mimeTypeForName(contentType).globPatterns();
+        played.removeIf([&own](const QString &pattern) { return !own.contains(pattern); });
     }
-    QStringList all;
-    for (const QMimeType &type : database.allMimeTypes()) {
-        if (type.name().startsWith(QStringView(contentType).chopped(1))) {
-            all << type.globPatterns();
-        }
-    }
-    return all;
+    return played;
 }
 
 QString filter(const QString &name, const QStringList &patterns) {

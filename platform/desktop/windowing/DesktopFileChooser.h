@@ -24,8 +24,8 @@ private:
     QPointer<QFileDialog> m_dialog;
 };
 
-/// Name filters for MIME types: first all of them together, then each one. "audio/*" covers every audio type
-/// that the desktop knows.
+/// Name filters for MIME types: first all of them together, then each one. None names a file that is not
+/// played.
 QStringList fileNameFilters(const QStringList &contentTypes);
 
 } // namespace kova

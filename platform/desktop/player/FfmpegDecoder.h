@@ -1,0 +1,54 @@
+#pragma once
+
+#include "Decoder.h"
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libswresample/swresample.h>
+}
+
+namespace kova {
+
+/// A file as FFmpeg's libraries read it: the best of its audio streams, in stereo at 44.1 kHz.
+class FfmpegDecoder : public Decoder {
+public:
+    /// Null and a reason when the file can't be read.
+    ~FfmpegDecoder() override { av_channel_layout_uninit(&m_frameLayout); }
+
+    static std::unique_ptr<FfmpegDecoder> open(const std::string &path, std::string &reason);
+
+    int channels() const override { return 2; }
+    int rate() const override { return 44100; }
+    size_t read(std::span<float> samples) override;
+    bool rewind() override;
+
+private:
+    template <typename T> struct Freed {
+        void operator()(AVFormatContext *context) const { avformat_close_input(&context); }
+        void operator()(AVCodecContext *context) const { avcodec_free_context(&context); }
+        void operator()(AVFrame *frame) const { av_frame_free(&frame); }
+        void operator()(AVPacket *packet) const { av_packet_free(&packet); }
+        void operator()(SwrContext *context) const { swr_free(&context); }
+    };
+    template <typename T> using Owned = std::unique_ptr<T, Freed<T>>;
+
+    int openFile(const std::string &path);
+    int openStream();
+    bool decodeFrame();
+    bool feedDecoder();
+    bool fitConverter();
+
+    Owned<AVFormatContext> m_file;
+    Owned<AVCodecContext> m_codec;
+    Owned<SwrContext> m_converter; ///< from the frames' form, once it is known
+    const Owned<AVFrame> m_frame{av_frame_alloc()};
+    const Owned<AVPacket> m_packet{av_packet_alloc()};
+    int m_frameRate = 0;
+    int m_frameFormat = 0;
+    AVChannelLayout m_frameLayout{};
+    int m_stream = 0;
+    bool m_isOver = false; ///< no frame comes after those that the converter holds
+};
+
+} // namespace kova
