@@ -6,6 +6,7 @@
 #include "FilePreferences.h"
 #include "KovaAlarmApp.h"
 #include "MenuBarHost.h"
+#include "Palette.h"
 #include "SingleInstance.h"
 #include "TerminationSignals.h"
 #include "standardStreams.h"
@@ -125,6 +126,7 @@ int main(int argc, char *argv[]) {
     terminationSignals.listen([&app] { app.quit(); });
     application.setMainWindow(&app.mainWindow());
     fileChooser.setParentWindow(&app.mainWindow());
+    fileChooser.setPalette(QPalette(kova::Palette::surface(), kova::Palette::background()));
     app.mainWindow().show();
 
     kova::MenuBarHost menuBarHost(desktop.buses());

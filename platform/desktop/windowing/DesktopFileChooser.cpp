@@ -2,8 +2,11 @@
 
 #include "SoundForms.h"
 
+#include <QCoreApplication>
+#include <QLibraryInfo>
 #include <QMimeDatabase>
 #include <QStandardPaths>
+#include <QTranslator>
 
 namespace kova {
 
@@ -25,6 +28,11 @@ QStringList patterns(const QString &contentType) {
 
 QString filter(const QString &name, const QStringList &patterns) {
     return name + QStringLiteral(" (") + patterns.join(u' ') + u')';
+}
+
+QString startFolder() {
+    const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
+    return QFileInfo(music).isDir() ? music : QDir::homePath();
 }
 
 } // namespace
@@ -51,9 +59,13 @@ std::optional<QString> DesktopFileChooser::chooseFile(const FileChooserRequest &
     if (m_dialog) {
         return std::nullopt;
     }
-    QFileDialog dialog(nullptr, request.message,
-                       QStandardPaths::writableLocation(QStandardPaths::MusicLocation));
+    QTranslator japanese;
+    if (japanese.load(QStringLiteral("qtbase_ja"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(&japanese);
+    }
+    QFileDialog dialog(nullptr, request.message, startFolder());
     m_dialog = &dialog;
+    dialog.setPalette(m_palette);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setNameFilters(fileNameFilters(request.allowedContentTypes));
