@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QFlags>
 #include <QString>
 #include <functional>
 #include <optional>
@@ -17,20 +16,16 @@ struct NotificationRequest {
 /// The desktop's notifications. Neither call waits for the service. Main thread.
 class NotificationCenter {
 public:
-    enum AuthorizationOption { Sound = 2, Alert = 4 };
-    Q_DECLARE_FLAGS(AuthorizationOptions, AuthorizationOption)
-
     /// Runs once, on any thread, at any later time.
     using Authorized = std::function<void(bool granted, const std::optional<QString> &error)>;
 
     virtual ~NotificationCenter() = default;
 
-    virtual void requestAuthorization(AuthorizationOptions options, Authorized answer) = 0;
+    /// For alerts and sounds.
+    virtual void requestAuthorization(Authorized answer) = 0;
 
     /// Delivers at once; a failure is not reported.
     virtual void add(const NotificationRequest &request) = 0;
 };
-
-Q_DECLARE_OPERATORS_FOR_FLAGS(NotificationCenter::AuthorizationOptions)
 
 } // namespace kova

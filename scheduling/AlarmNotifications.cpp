@@ -7,15 +7,13 @@
 namespace kova {
 
 void requestNotificationAuthorization(NotificationCenter &center, Log &log) {
-    center.requestAuthorization(
-        NotificationCenter::Alert | NotificationCenter::Sound,
-        [&log](bool granted, const std::optional<QString> &error) {
-            if (error) {
-                log.print(QStringLiteral("[Scheduler] Notification error: ") + *error);
-            }
-            log.print(QStringLiteral("[Scheduler] Notifications ") +
-                      (granted ? QStringLiteral("granted") : QStringLiteral("denied")));
-        });
+    center.requestAuthorization([&log](bool granted, const std::optional<QString> &error) {
+        if (error) {
+            log.print(QStringLiteral("[Scheduler] Notification error: ") + *error);
+        }
+        log.print(QStringLiteral("[Scheduler] Notifications ") +
+                  (granted ? QStringLiteral("granted") : QStringLiteral("denied")));
+    });
 }
 
 void sendNotification(NotificationCenter &center, const AlarmGroup &group, qint64 index) {

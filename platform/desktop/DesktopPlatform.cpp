@@ -21,16 +21,19 @@ namespace kova {
 
 namespace {
 
-std::unique_ptr<NotificationCenter> makeNotificationCenter(MessageBuses &buses) {
+std::unique_ptr<NotificationCenter> makeNotificationCenter(MessageBuses &buses, Application &application) {
     if (isSandboxed()) {
-        return std::make_unique<PortalNotificationCenter>(buses);
+        return std::make_unique<PortalNotificationCenter>(buses, application);
     }
-    return std::make_unique<FreedesktopNotificationCenter>(buses);
+    return std::make_unique<FreedesktopNotificationCenter>(buses, application);
 }
 
 } // namespace
 
 struct DesktopPlatform::Services {
+    explicit Services(Application &application)
+        : notificationCenter(makeNotificationCenter(buses, application)) {}
+
     DesktopClock clock;
     StandardOutputLog log;
     EventLoopRunLoop runLoop;
@@ -40,7 +43,7 @@ struct DesktopPlatform::Services {
     MessageBuses buses;
     InhibitorProcessActivity processActivity{buses};
     InhibitorPowerAssertions powerAssertions{buses};
-    std::unique_ptr<NotificationCenter> notificationCenter = makeNotificationCenter(buses);
+    std::unique_ptr<NotificationCenter> notificationCenter;
     ProcessAudioPlayers audioPlayers;
     SpeechDispatcherSynthesizers speechSynthesizers;
 };
@@ -48,7 +51,7 @@ struct DesktopPlatform::Services {
 DesktopPlatform::DesktopPlatform(Application &application, FileChooser &fileChooser)
     : m_application(application),
       m_fileChooser(fileChooser),
-      m_services(std::make_unique<Services>()) {}
+      m_services(std::make_unique<Services>(application)) {}
 
 DesktopPlatform::~DesktopPlatform() = default;
 

@@ -1,6 +1,7 @@
 #include "FreedesktopNotificationCenter.h"
 
 #include "MessageBuses.h"
+#include "bringToFront.h"
 #include "plainLine.h"
 
 #include <QStringList>
@@ -26,11 +27,11 @@ QString escaped(QString text) {
 }
 
 QVariantMap hints(const NotificationRequest &request) {
-    constexpr uchar critical = 2; // shown over full-screen windows and while other ones are held back
+    constexpr uchar normal = 1; // services keep a critical one on the screen whatever its time-out
     QVariantMap hints{
         {QStringLiteral("desktop-entry"), QStringLiteral("jp.kova.Alarm")},
         {QStringLiteral("category"), QStringLiteral("x-kova.alarm")},
-        {QStringLiteral("urgency"), QVariant::fromValue(critical)},
+        {QStringLiteral("urgency"), QVariant::fromValue(normal)},
         {QStringLiteral("x-kova-identifier"), request.identifier},
     };
     if (request.defaultSound) {
@@ -39,26 +40,55 @@ QVariantMap hints(const NotificationRequest &request) {
     return hints;
 }
 
+// The default action. Services that don't take a click on the notification itself make a button of it.
+QStringList click() {
+    return {QStringLiteral("default"), QStringLiteral("ウィンドウを表示")};
+}
+
 QDBusMessage notify(const NotificationRequest &request, bool takesMarkup) {
     constexpr quint32 replacesNone = 0;
-    constexpr qint32 serversTimeout = -1;
+    constexpr qint32 timeout = 55'000; // ms, as long as the alarm rings
     const QString body = plainLine(request.body);
     return serviceCall(QStringLiteral("Notify"))
            << QStringLiteral("KOVA Alarm") << replacesNone << QStringLiteral("jp.kova.Alarm") << request.title
-           << (takesMarkup ? escaped(body) : body) << QStringList() << hints(request) << serversTimeout;
+           << (takesMarkup ? escaped(body) : body) << click() << hints(request) << timeout;
 }
 
 } // namespace
 
-void FreedesktopNotificationCenter::requestAuthorization(AuthorizationOptions, Authorized answer) {
+void FreedesktopNotificationCenter::requestAuthorization(Authorized answer) {
     m_buses.run([this, answer = std::move(answer)] {
-        m_buses.watch(Bus::Session, service(), [this] { askCapabilities({}); });
+        m_buses.watch(Bus::Session, service(), [this] {
+            m_shown.clear();
+            askCapabilities({});
+        });
+        listenForClicks();
         askCapabilities(answer);
     });
 }
 
 void FreedesktopNotificationCenter::add(const NotificationRequest &request) {
-    m_buses.send(Bus::Session, notify(request, m_takesMarkup));
+    m_buses.run([this, call = notify(request, m_takesMarkup)] {
+        m_buses.call(Bus::Session, call, [this](const QDBusMessage &reply) {
+            if (reply.type() == QDBusMessage::ReplyMessage) {
+                m_shown.insert(reply.arguments().value(0).toUInt());
+            }
+        });
+    });
+}
+
+// A service may tell everybody of every click, so a number that is not ours is passed over.
+void FreedesktopNotificationCenter::listenForClicks() {
+    m_buses.listen(service(), QStringLiteral("ActivationToken"), [this](const QDBusMessage &signal) {
+        if (m_shown.contains(signal.arguments().value(0).toUInt())) {
+            m_activationToken = signal.arguments().value(1).toString().toUtf8();
+        }
+    });
+    m_buses.listen(service(), QStringLiteral("ActionInvoked"), [this](const QDBusMessage &signal) {
+        if (m_shown.contains(signal.arguments().value(0).toUInt())) {
+            bringToFront(m_application, std::exchange(m_activationToken, {}));
+        }
+    });
 }
 
 void FreedesktopNotificationCenter::askCapabilities(const Authorized &answer) {

@@ -14,14 +14,14 @@ class SignalEar : public QObject {
     Q_OBJECT
 
 public:
-    SignalEar(std::function<void()> arrived, QObject *parent)
+    SignalEar(MessageBuses::Arrived arrived, QObject *parent)
         : QObject(parent),
           m_arrived(std::move(arrived)) {}
 
-    Q_SLOT void hear() { m_arrived(); }
+    Q_SLOT void hear(const QDBusMessage &signal) { m_arrived(signal); }
 
 private:
-    const std::function<void()> m_arrived;
+    const MessageBuses::Arrived m_arrived;
 };
 
 } // namespace
@@ -83,7 +83,7 @@ void MessageBuses::watch(Bus bus, const QString &service, std::function<void()> 
     watchAnew(bus);
 }
 
-void MessageBuses::listen(const QString &interface, const QString &signal, std::function<void()> arrived) {
+void MessageBuses::listen(const QString &interface, const QString &signal, Arrived arrived) {
     m_listenings.push_back({interface, signal, std::move(arrived)});
     watchAnew(Bus::Session);
 }
@@ -149,7 +149,7 @@ void MessageBuses::startWatching(Bus bus, const QDBusConnection &connection) {
         if (bus == Bus::Session) {
             QDBusConnection(connection)
                 .connect(QString(), QString(), listening.interface, listening.signal,
-                         new SignalEar(listening.arrived, watchers.get()), SLOT(hear()));
+                         new SignalEar(listening.arrived, watchers.get()), SLOT(hear(QDBusMessage)));
         }
     }
     m_watchers[static_cast<size_t>(bus)] = std::move(watchers);

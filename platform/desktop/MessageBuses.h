@@ -21,6 +21,7 @@ namespace kova {
 class MessageBuses {
 public:
     using Reply = std::function<void(const QDBusMessage &reply)>;
+    using Arrived = std::function<void(const QDBusMessage &signal)>;
 
     MessageBuses();
     /// Waits for the thread, as long as a bus holds it up.
@@ -43,7 +44,7 @@ public:
     void watch(Bus bus, const QString &service, std::function<void()> newOwner);
 
     /// Tells each arrival of a signal on the session bus, whoever sends it. On the buses' thread.
-    void listen(const QString &interface, const QString &signal, std::function<void()> arrived);
+    void listen(const QString &interface, const QString &signal, Arrived arrived);
 
     /// Lets everything that was run so far be sent, and ends the thread; false when a bus holds it up.
     bool close(std::chrono::milliseconds timeout);
@@ -58,7 +59,7 @@ private:
     struct Listening {
         QString interface;
         QString signal;
-        std::function<void()> arrived;
+        Arrived arrived;
     };
 
     QDBusConnection connection(Bus bus);

@@ -1,8 +1,10 @@
 """Stand-ins for services of the desktop: standins.py SERVICE [option]... serves it on the bus that the
-environment names and prints every call as one JSON line, after a first line "ready"."""
+environment names and prints every call as one JSON line, after a first line "ready". SIGUSR1 is a click on the
+last notification."""
 
 import json
 import os
+import signal
 import sys
 
 import dbus
@@ -29,6 +31,19 @@ class Notifications(dbus.service.Object):
              hints={key: str(value) for key, value in hints.items()}, timeout=timeout)
         Notifications.last += 1
         return Notifications.last
+
+    @dbus.service.signal(name, signature="us")
+    def ActivationToken(self, number, token):
+        pass
+
+    @dbus.service.signal(name, signature="us")
+    def ActionInvoked(self, number, action):
+        pass
+
+    def click(self):
+        self.ActivationToken(self.last, "token")
+        self.ActionInvoked(self.last, "default")
+        return True
 
     @dbus.service.method(name, out_signature="as")
     def GetCapabilities(self):
@@ -72,6 +87,17 @@ class Portal(dbus.service.Object):
     @dbus.service.method("org.freedesktop.portal.Notification", in_signature="sa{sv}")
     def AddNotification(self, identifier, notification):
         tell("AddNotification", id=identifier, **notification)
+        # Before the token comes something that is none.
+        token = dbus.Dictionary({"activation-token": "token"}, signature="sv")
+        self.clicked = identifier, notification["default-action"], [{"a": "b"}, token]
+
+    @dbus.service.signal("org.freedesktop.portal.Notification", signature="ssav")
+    def ActionInvoked(self, identifier, action, parameters):
+        pass
+
+    def click(self):
+        self.ActionInvoked(*self.clicked)
+        return True
 
     @dbus.service.method(dbus.PROPERTIES_IFACE, in_signature="ss", out_signature="v")
     def Get(self, interface, key):
@@ -157,5 +183,6 @@ if __name__ == "__main__":
     bus = dbus.SystemBus() if service is Logind else dbus.SessionBus()
     owned = dbus.service.BusName(service.name, bus, do_not_queue=True)
     served = service(bus, service.path)
+    GLib.unix_signal_add(GLib.PRIORITY_DEFAULT, signal.SIGUSR1, getattr(served, "click", bool))
     print("ready", flush=True)
     GLib.MainLoop().run()

@@ -10,11 +10,11 @@ namespace kova {
 class FakeNotificationCenter : public NotificationCenter {
 public:
     QList<NotificationRequest> requests;
-    QList<AuthorizationOptions> asked;
+    int asked = 0;
     Authorized answer;
 
-    void requestAuthorization(AuthorizationOptions options, Authorized answered) override {
-        asked.append(options);
+    void requestAuthorization(Authorized answered) override {
+        asked += 1;
         answer = std::move(answered);
     }
     void add(const NotificationRequest &request) override { requests.append(request); }

@@ -17,7 +17,8 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 void MenuBarHost::watch() {
     m_buses.run([this] {
         m_buses.watch(Bus::Session, watcherService, [this] { ask(); });
-        m_buses.listen(watcherService, QStringLiteral("StatusNotifierHostRegistered"), [this] { ask(); });
+        m_buses.listen(watcherService, QStringLiteral("StatusNotifierHostRegistered"),
+                       [this](const QDBusMessage &) { ask(); });
         ask();
     });
 }
@@ -43,7 +44,7 @@ void MenuBarHost::answer(bool isRegistered) {
     }
     m_isAvailable = isRegistered || (QGuiApplication::platformName() == QLatin1String("xcb") && hasX11Tray());
     if (m_isAvailable) {
-        Q_EMIT available();
+        Q_EMIT available(isRegistered);
     }
 }
 
