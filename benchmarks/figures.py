@@ -20,9 +20,6 @@ import sys
 import time
 from pathlib import Path
 
-import Xlib.display
-import Xlib.protocol.event
-import Xlib.X
 import numpy
 
 ROOT = Path(__file__).resolve().parents[1]
@@ -218,22 +215,11 @@ def activity(pid):
     return switches, seconds
 
 
-def close_windows(name):
-    """Asks every window to close, as its title bar would."""
-    display = Xlib.display.Display(name)
-    protocols, delete = display.intern_atom("WM_PROTOCOLS"), display.intern_atom("WM_DELETE_WINDOW")
-    for window in display.screen().root.query_tree().children:
-        if window.get_attributes().map_state == Xlib.X.IsViewable and window.get_wm_protocols():
-            window.send_event(Xlib.protocol.event.ClientMessage(
-                window=window, client_type=protocols, data=(32, [delete, Xlib.X.CurrentTime, 0, 0, 0])))
-    display.close()
-
-
 def idle():
     session = Session()
     try:
         session.start_all()
-        session.start("display")
+        session.start("display", "menu-bar")  # where the window goes when it is closed
         session.save(*(group("12:00", label=f"アラーム {i}") for i in range(20)))
         program = Program([PROGRAM], session.env | {"TZ": "UTC"})
         program.wait_for("[Scheduler] Started")

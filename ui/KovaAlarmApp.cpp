@@ -20,19 +20,24 @@ KovaAlarmApp::KovaAlarmApp(const Platform &platform)
                               {QStringLiteral("editor"), QVariant::fromValue(&m_editor)}}) {
     m_views.reset();
     connect(&m_mainWindow, &MainWindow::quit, this, &KovaAlarmApp::quit);
+    connect(&m_mainWindow, &MainWindow::closed, &m_scheduler, [this] {
+        if (m_scheduler.activeAlarm()) {
+            m_scheduler.endRinging();
+        }
+    });
 }
 
-void KovaAlarmApp::showMenuBarExtra() {
+void KovaAlarmApp::showMenuBarExtra(bool isOnBus) {
     if (!m_menuBarExtra) {
         m_menuBarExtra = std::make_unique<MenuBarExtra>(m_viewModel, m_scheduler, PowerManager::shared());
         connect(m_menuBarExtra.get(), &MenuBarExtra::showWindow, this, &KovaAlarmApp::showWindow);
         connect(m_menuBarExtra.get(), &MenuBarExtra::quit, this, &KovaAlarmApp::quit);
-        m_menuBarExtra->show();
+        m_menuBarExtra->show(isOnBus ? MenuBarMenu::Exported : MenuBarMenu::Drawn);
+        m_mainWindow.hideOnClose();
     }
 }
 
 void KovaAlarmApp::showWindow() {
-    m_platform.application.activate();
     m_platform.application.showMainWindow();
 }
 

@@ -27,8 +27,8 @@ public:
     /// Made, but not shown yet.
     MainWindow &mainWindow() { return m_mainWindow; }
 
-    /// Call when the desktop has a place for the item.
-    void showMenuBarExtra();
+    /// Call when the desktop has a place for the item, on the message bus or in a tray.
+    void showMenuBarExtra(bool isOnBus);
 
     /// Brings the main window back, in front of other applications.
     void showWindow();

@@ -56,6 +56,16 @@ MainWindow::MainWindow(QQmlEngine &engine, const QVariantMap &inputs)
     load();
 }
 
+void MainWindow::closeEvent(QCloseEvent *event) {
+    Q_EMIT closed();
+    if (m_hidesOnClose) {
+        QQuickView::closeEvent(event);
+    } else {
+        event->ignore();
+        showMinimized();
+    }
+}
+
 void MainWindow::showEvent(QShowEvent *event) {
     load();
     QQuickView::showEvent(event);

@@ -9,8 +9,8 @@ namespace kova {
 
 class HomeScreen;
 
-/// The main window. Closing it only hides it: its content is taken down, and built anew when the window is
-/// shown again. Main thread.
+/// The main window. Closing it only hides it where something can bring it back, and else minimises it. While
+/// it is hidden its content is taken down, and built anew when the window is shown again. Main thread.
 class MainWindow : public QQuickView {
     Q_OBJECT
 
@@ -22,10 +22,15 @@ public:
     /// The inputs of the root view. What they point to, and the engine, must outlive the window.
     MainWindow(QQmlEngine &engine, const QVariantMap &inputs);
 
+    /// Call when something can bring a hidden window back.
+    void hideOnClose() { m_hidesOnClose = true; }
+
 Q_SIGNALS:
     void quit(); ///< by the keyboard
+    void closed();
 
 protected:
+    void closeEvent(QCloseEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -35,6 +40,7 @@ private:
     void unload();
 
     QVariantMap m_inputs;
+    bool m_hidesOnClose = false;
 };
 
 } // namespace kova

@@ -2,6 +2,8 @@
 
 #include "AlarmTimes.h"
 
+#include <QTextBoundaryFinder>
+
 #include <algorithm>
 
 namespace kova {
@@ -10,10 +12,32 @@ namespace {
 
 constexpr qsizetype shownGroups = 5;
 
+// By characters as a reader counts them: none is cut in two.
+QString shortened(const QString &label) {
+    constexpr int longest = 30;
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, label);
+    qsizetype end = 0;
+    for (int count = 0; count < longest && end < label.size(); ++count) {
+        end = characters.toNextBoundary();
+    }
+    return end < label.size() ? label.first(end) + u'…' : label;
+}
+
+// The time stands first: a label from right to left would take the whole line along. Some desktops heed the
+// mark, some the isolation.
+QString line(const QString &time, const QString &label) {
+    constexpr QChar leftToRight(0x200E);
+    constexpr QChar isolate(0x2068);
+    constexpr QChar endIsolate(0x2069);
+    const QString gap = QStringLiteral("  ");
+    return label.isRightToLeft() ? leftToRight + time + gap + isolate + label + endIsolate
+                                 : time + gap + label;
+}
+
 MenuBarEntry groupLine(const AlarmGroup &group) {
     const QString time = timeText(group.targetHour, group.targetMinute);
     return {.kind = MenuBarEntry::Group,
-            .text = group.label.isEmpty() ? time : time + QStringLiteral("  ") + group.label,
+            .text = group.label.isEmpty() ? time : line(time, shortened(group.label)),
             .isEnabled = group.isEnabled};
 }
 

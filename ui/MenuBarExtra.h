@@ -1,10 +1,8 @@
 #pragma once
 
-#include "MenuBarContent.h"
+#include "MenuBarMenu.h"
 
-#include <QMenu>
 #include <QSystemTrayIcon>
-#include <memory>
 
 namespace kova {
 
@@ -21,27 +19,29 @@ public:
     /// All must outlive the item.
     MenuBarExtra(const AlarmViewModel &store, const AlarmScheduler &scheduler,
                  const PowerManager &powerManager);
-    ~MenuBarExtra() override;
 
-    /// Puts the item into the menu bar; the desktop must have a place for it.
-    void show();
+    /// Puts the item into the menu bar; the desktop must have a place for it, where it takes the menu from
+    /// the message bus or leaves it to the program to draw.
+    void show(MenuBarMenu::Use menu);
 
+    /// As the program draws it, and as it stands on the bus.
     const QMenu &menu() const { return m_menu; }
+    const QMenu &exportedMenu() const { return m_exportedMenu; }
 
 Q_SIGNALS:
     void showWindow();
     void quit();
 
 private:
+    void activate(QSystemTrayIcon::ActivationReason reason);
     void scheduleRebuild();
     void rebuild();
-    QAction *makeAction(const MenuBarEntry &entry);
 
     const AlarmViewModel &m_store;
     const PowerManager &m_powerManager;
-    QMenu m_menu;
-    std::unique_ptr<QSystemTrayIcon> m_icon;
-    QList<MenuBarEntry> m_content;
+    MenuBarMenu m_menu{MenuBarMenu::Drawn};
+    MenuBarMenu m_exportedMenu{MenuBarMenu::Exported};
+    QSystemTrayIcon m_icon;
     bool m_isRebuildScheduled = false;
 };
 

@@ -8,6 +8,10 @@ import time
 import zlib
 from pathlib import Path
 
+import Xlib.display
+import Xlib.protocol.event
+import Xlib.X
+
 from process import Process
 
 
@@ -91,3 +95,16 @@ class Display(Process):
         Path(path).write_bytes(
             b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">2I5B", width, height, 8, 2, 0, 0, 0))
             + chunk(b"IDAT", zlib.compress(raw, 9)) + chunk(b"IEND", b""))
+
+
+def close_windows(name):
+    """Asks every window on the display to close, as its title bar would; tells how many there are."""
+    display = Xlib.display.Display(name)
+    protocols, delete = display.intern_atom("WM_PROTOCOLS"), display.intern_atom("WM_DELETE_WINDOW")
+    windows = [window for window in display.screen().root.query_tree().children
+               if window.get_attributes().map_state == Xlib.X.IsViewable and window.get_wm_protocols()]
+    for window in windows:
+        window.send_event(Xlib.protocol.event.ClientMessage(
+            window=window, client_type=protocols, data=(32, [delete, Xlib.X.CurrentTime, 0, 0, 0])))
+    display.sync()
+    return len(windows)

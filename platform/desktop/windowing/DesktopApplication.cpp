@@ -3,10 +3,15 @@
 #include "X11.h"
 
 #include <QGuiApplication>
+#include <QPlatformSurfaceEvent>
 
 namespace kova {
 
 namespace {
+
+bool isOnX11() {
+    return QGuiApplication::platformName() == QLatin1String("xcb");
+}
 
 // Attention is asked for first: it stays where the desktop refuses the focus, and goes with the focus.
 void bringToFront(QWindow &window) {
@@ -21,12 +26,17 @@ void bringToFront(QWindow &window) {
     }
     window.raise();
     window.requestActivate();
-    if (QGuiApplication::platformName() == QLatin1String("xcb")) {
+    if (isOnX11()) {
         activateX11Window(window.winId());
     }
 }
 
 } // namespace
+
+void DesktopApplication::setMainWindow(QWindow *window) {
+    m_window = window;
+    window->installEventFilter(this);
+}
 
 void DesktopApplication::activate() {
     if (m_window) {
@@ -44,6 +54,16 @@ void DesktopApplication::showMainWindow() {
 
 void DesktopApplication::terminate() {
     QCoreApplication::quit();
+}
+
+// A window that was closed gets a new one of the display's when it is shown again.
+bool DesktopApplication::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::PlatformSurface && isOnX11() &&
+        static_cast<QPlatformSurfaceEvent *>(event)->surfaceEventType() ==
+            QPlatformSurfaceEvent::SurfaceCreated) {
+        describeX11Window(m_window->winId());
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 } // namespace kova

@@ -8,14 +8,16 @@
 namespace kova {
 
 /// The application with its one main window.
-class DesktopApplication : public Application {
+class DesktopApplication : public QObject, public Application {
 public:
-    /// The window that is brought to the front; it may be hidden. Not owned.
-    void setMainWindow(QWindow *window) { m_window = window; }
+    /// The window that is brought to the front; it may be hidden. Before its first show. Not owned.
+    void setMainWindow(QWindow *window);
 
     void activate() override;
     void showMainWindow() override;
     void terminate() override;
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     QPointer<QWindow> m_window;

@@ -19,7 +19,8 @@ public:
     void watch();
 
 Q_SIGNALS:
-    void available(); ///< at most once
+    /// At most once. A host takes the item's menu from the bus, a tray leaves it to the program to draw.
+    void available(bool isOnBus);
 
 private:
     void ask();

@@ -1,5 +1,7 @@
 #include "X11.h"
 
+#include <QGuiApplication>
+
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -74,6 +76,21 @@ void activateX11Window(WId window) {
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char *>(&message));
     xcb_flush(connection.get());
+}
+
+void describeX11Window(WId window) {
+    const auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!x11) {
+        return;
+    }
+    const auto set = [connection = x11->connection(), window](xcb_atom_t property, xcb_atom_t type,
+                                                              const QByteArray &value) {
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, xcb_window_t(window), property, type, 8,
+                            uint32_t(value.size()), value.constData());
+    };
+    const QByteArray name = QGuiApplication::desktopFileName().toLatin1() + '\0'; // each ends with a zero
+    set(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, name + name);
+    set(atom(x11->connection(), "_GTK_THEME_VARIANT"), atom(x11->connection(), "UTF8_STRING"), "dark");
 }
 
 bool hasX11Tray() {

@@ -313,10 +313,15 @@ private Q_SLOTS:
         Window w;
         w.add(1);
         w.settle();
+        QSignalSpy closed(&w.window, &MainWindow::closed);
+        w.window.close(); // nothing could bring it back
+        QVERIFY(w.window.isVisible() && w.window.windowStates() == Qt::WindowMinimized);
+        w.window.hideOnClose();
         w.window.close();
+        QCOMPARE(closed.size(), 2);
         QTRY_VERIFY(w.window.rootObject() == nullptr);
         w.ring(w.store.groups().constFirst(), 0);
-        w.window.show();
+        w.window.showNormal();
         QTRY_VERIFY(w.shows("stopButton"));
         w.click("stopButton");
         QVERIFY(!w.home.isRinging());

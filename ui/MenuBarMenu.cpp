@@ -1,0 +1,124 @@
+#include "MenuBarMenu.h"
+
+#include "plainLine.h"
+#include "symbolImage.h"
+
+#include <QStyleOptionMenuItem>
+
+#include <algorithm>
+#include <utility>
+
+namespace kova {
+
+namespace {
+
+constexpr QColor systemGreen(0x34, 0xC7, 0x59);
+constexpr QColor systemOrange(0xFF, 0x95, 0x00);
+constexpr QColor secondary(0x8E, 0x8E, 0x93);
+
+// Lines that can't be chosen keep their colours.
+QIcon symbolIcon(const QString &name, const QColor &color) {
+    constexpr qreal fontSize = 13;
+    QIcon icon;
+    for (const qreal ratio : {1.0, 2.0}) {
+        QImage image = symbolImage(name, fontSize, color, ratio);
+        image.setDevicePixelRatio(1); // a picture of its own size: menus pick the one that fits
+        const QPixmap pixmap = QPixmap::fromImage(std::move(image));
+        icon.addPixmap(pixmap);
+        icon.addPixmap(pixmap, QIcon::Disabled);
+    }
+    return icon;
+}
+
+QIcon symbol(const MenuBarEntry &entry) {
+    switch (entry.kind) {
+    case MenuBarEntry::Group:
+        return entry.isEnabled ? symbolIcon(QStringLiteral("checkmark.circle.fill"), systemGreen)
+                               : symbolIcon(QStringLiteral("circle"), secondary);
+    case MenuBarEntry::SleepPrevention:
+        return symbolIcon(QStringLiteral("bolt.fill"), systemOrange);
+    default:
+        return {};
+    }
+}
+
+// A label is the user's text: no letter of it is a mnemonic, and it stays on its line.
+QString drawnText(const QString &text) {
+    return plainLine(text).replace(u'&', QStringLiteral("&&"));
+}
+
+// On the bus "_" marks the mnemonic. The toolkit makes one of the first "&", so that must be none of the
+// text's.
+QString exportedText(const QString &text) {
+    const QString plain = plainLine(text).replace(u'_', QStringLiteral("__"));
+    return plain.contains(u'&') ? u'&' + plain : plain;
+}
+
+bool haveSameKinds(const QList<MenuBarEntry> &a, const QList<MenuBarEntry> &b) {
+    return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend(),
+                      [](const MenuBarEntry &x, const MenuBarEntry &y) { return x.kind == y.kind; });
+}
+
+} // namespace
+
+MenuBarMenu::MenuBarMenu(Use use) : m_use(use) {
+    setSeparatorsCollapsible(true);
+}
+
+// Lines that stay are refilled in place, so that an open menu does not collapse.
+void MenuBarMenu::setContent(const QList<MenuBarEntry> &content) {
+    const QList<MenuBarEntry> before = std::exchange(m_content, content);
+    if (haveSameKinds(before, m_content)) {
+        const QList<QAction *> lines = actions();
+        for (qsizetype line = 0; line < lines.size(); ++line) {
+            if (before.at(line) != m_content.at(line)) {
+                fill(lines.at(line), m_content.at(line));
+            }
+        }
+        return;
+    }
+    clear();
+    for (const MenuBarEntry &entry : std::as_const(m_content)) {
+        addAction(makeAction(entry));
+    }
+}
+
+// The symbol shows the state; that the line is checked is for those who don't see it.
+void MenuBarMenu::initStyleOption(QStyleOptionMenuItem *option, const QAction *action) const {
+    QMenu::initStyleOption(option, action);
+    option->checkType = QStyleOptionMenuItem::NotCheckable;
+    option->checked = false;
+}
+
+void MenuBarMenu::fill(QAction *action, const MenuBarEntry &entry) const {
+    action->setText(m_use == Drawn ? drawnText(entry.text) : exportedText(entry.text));
+    action->setIcon(symbol(entry));
+    action->setCheckable(entry.kind == MenuBarEntry::Group);
+    action->setChecked(entry.isEnabled);
+}
+
+QAction *MenuBarMenu::makeAction(const MenuBarEntry &entry) {
+    auto *const action = new QAction(this);
+    action->setSeparator(entry.kind == MenuBarEntry::Separator);
+    fill(action, entry);
+    switch (entry.kind) {
+    case MenuBarEntry::ShowWindow:
+        connect(action, &QAction::triggered, this, &MenuBarMenu::showWindow);
+        break;
+    case MenuBarEntry::Quit:
+        action->setShortcut(Qt::CTRL | Qt::Key_Q);
+        connect(action, &QAction::triggered, this, &MenuBarMenu::quit);
+        break;
+    case MenuBarEntry::Heading: {
+        QFont headline = action->font();
+        headline.setBold(true);
+        action->setFont(headline);
+        [[fallthrough]];
+    }
+    default:
+        action->setEnabled(false);
+    }
+    return action;
+}
+
+} // namespace kova
