@@ -9,6 +9,7 @@ inline QList<AlarmGroup> manyGroups(qint64 count) {
     QList<AlarmGroup> groups(count);
     for (qint64 i = 0; i < count; ++i) {
         AlarmGroup &group = groups[i];
+        group.id = QUuid::createUuid();
         group.label = QStringLiteral("アラーム %1").arg(i);
         group.targetMinute = i % 60;
         group.alarmCount = 20;

@@ -8,7 +8,4 @@ using Instant = double;
 /// The same epoch, in seconds since 1970-01-01 00:00:00 UTC.
 inline constexpr double instantEpoch = 978307200.0;
 
-/// What the system clock shows.
-Instant currentInstant();
-
 } // namespace kova

@@ -96,14 +96,9 @@ void AlarmScheduler::tick() {
     }
 }
 
-// The first alarm of the run at this time that has not fired today. It looks no further than there are fired
-// alarms, however long the run is.
+// The first alarm of the run at this time that has not fired today.
 std::optional<qint64> AlarmScheduler::dueAlarm(const AlarmGroup &group, ClockTime time) const {
-    const std::optional<AlarmIndexes> indexes = alarmsAt(group, time);
-    if (!indexes) {
-        return std::nullopt;
-    }
-    for (qint64 index = indexes->first; index < group.alarmCount; index += indexes->period) {
+    for (const qint64 index : alarmsAt(group, time)) {
         if (!m_firedToday.contains(alarmKey(group, index))) {
             return index;
         }

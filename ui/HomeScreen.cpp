@@ -46,7 +46,7 @@ void HomeScreen::present() {
 }
 
 void HomeScreen::add() {
-    m_store.startEditing(AlarmGroup());
+    m_store.startAdding();
 }
 
 void HomeScreen::toggle(const QString &groupId) {

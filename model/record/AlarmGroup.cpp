@@ -1,5 +1,7 @@
 #include "AlarmGroup.h"
 
+#include "Clock.h"
+
 namespace kova {
 
 namespace {
@@ -13,6 +15,13 @@ bool sameText(const std::optional<QString> &a, const std::optional<QString> &b) 
 }
 
 } // namespace
+
+AlarmGroup makeGroup(const Clock &clock) {
+    AlarmGroup group;
+    group.id = QUuid::createUuid();
+    group.createdAt = clock.now();
+    return group;
+}
 
 QString AlarmGroup::idText() const {
     return id.toString(QUuid::WithoutBraces).toUpper();

@@ -9,11 +9,13 @@
 
 namespace kova {
 
-/// A target time of day and a run of alarms that ends or starts there. A plain value; a new one has the
-/// defaults of a new group, an id of its own and the current time. Stored values may have any size: nothing
+class Clock;
+
+/// A target time of day and a run of alarms that ends or starts there. A plain value with the defaults of a
+/// new group, but for the id and the moment that makeGroup gives. Stored values may have any size: nothing
 /// here clamps or repairs them.
 struct AlarmGroup {
-    QUuid id = QUuid::createUuid();
+    QUuid id;
     QString label;
     qint64 targetHour = 7;      ///< 0 to 23
     qint64 targetMinute = 0;    ///< 0 to 59
@@ -31,7 +33,7 @@ struct AlarmGroup {
     bool ttsLastEnabled = false;
     QString ttsLastMessage;
     float ttsVolume = 1.0F; ///< 0 to 1
-    Instant createdAt = currentInstant();
+    Instant createdAt = 0;
 
     /// The id as canonical upper-case text of 36 characters.
     QString idText() const;
@@ -39,6 +41,9 @@ struct AlarmGroup {
     /// All fields by value; canonically equivalent texts are equal, a NaN equals nothing.
     friend bool operator==(const AlarmGroup &a, const AlarmGroup &b);
 };
+
+/// A new group: the defaults with an id of its own and the current time.
+AlarmGroup makeGroup(const Clock &clock);
 
 /// A built-in sound: the id is also the base name of its file.
 struct SoundEntry {

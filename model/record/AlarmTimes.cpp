@@ -1,14 +1,14 @@
 #include "AlarmTimes.h"
 
 #include <algorithm>
-#include <numeric>
+#include <cmath>
 
 namespace kova {
 
 namespace {
 
 constexpr qint64 minutesPerDay = 1440;
-constexpr qint64 minutesPerYear = 366 * minutesPerDay;
+constexpr qint64 mostAlarms = 100'000; // a walk along the run stays short
 
 // The residue from 0 to 1439. All times of day are computed with residues, so no stored value can overflow.
 constexpr qint64 dayResidue(qint64 minutes) {
@@ -16,34 +16,13 @@ constexpr qint64 dayResidue(qint64 minutes) {
     return remainder < 0 ? remainder + minutesPerDay : remainder;
 }
 
-qint64 targetResidue(const AlarmGroup &group) {
-    return dayResidue(dayResidue(group.targetHour) * 60 + dayResidue(group.targetMinute));
-}
-
-// The residue of an alarm's offset from the target time, before the sign of the direction.
 qint64 offsetResidue(const AlarmGroup &group, qint64 steps) {
     return dayResidue(dayResidue(steps) * dayResidue(group.intervalMinutes));
 }
 
 qint64 minuteOfFirstAlarm(const AlarmGroup &group) {
-    const qint64 length = group.startBefore ? offsetResidue(group, group.alarmCount - 1) : 0;
-    return dayResidue(targetResidue(group) - length);
-}
-
-struct Bezout {
-    qint64 divisor;
-    qint64 factor; // factor × a ≡ divisor, modulo b
-};
-
-Bezout extendedGcd(qint64 a, qint64 b) {
-    qint64 factor = 1;
-    qint64 nextFactor = 0;
-    while (b != 0) {
-        const qint64 quotient = a / b;
-        a = std::exchange(b, a - quotient * b);
-        factor = std::exchange(nextFactor, factor - quotient * nextFactor);
-    }
-    return {a, factor};
+    const qint64 length = group.startBefore ? offsetResidue(group, dayResidue(group.alarmCount) - 1) : 0;
+    return dayResidue(dayResidue(group.targetHour) * 60 + dayResidue(group.targetMinute) - length);
 }
 
 } // namespace
@@ -57,14 +36,7 @@ const QStringList &dayLabels() {
 }
 
 ClockTime alarmTime(const AlarmGroup &group, qint64 index) {
-    qint64 minute = targetResidue(group);
-    if (group.startBefore) {
-        minute -= dayResidue(offsetResidue(group, group.alarmCount) - offsetResidue(group, 1) -
-                             offsetResidue(group, index));
-    } else {
-        minute += offsetResidue(group, index);
-    }
-    minute = dayResidue(minute);
+    const qint64 minute = dayResidue(minuteOfFirstAlarm(group) + offsetResidue(group, index));
     return {static_cast<int>(minute / 60), static_cast<int>(minute % 60)};
 }
 
@@ -73,38 +45,34 @@ bool isLastAlarm(const AlarmGroup &group, qint64 index) {
 }
 
 bool hasAlarms(const AlarmGroup &group) {
-    if (group.alarmCount < 1 || group.alarmCount > minutesPerYear) {
+    if (group.alarmCount < 1 || group.alarmCount > mostAlarms) {
         return false;
     }
-    qint64 length = 0;
-    qint64 target = 0;
-    qint64 end = 0;
-    if (__builtin_mul_overflow(group.alarmCount - 1, group.intervalMinutes, &length) ||
-        __builtin_mul_overflow(group.targetHour, 60, &target) ||
-        __builtin_add_overflow(target, group.targetMinute, &target)) {
-        return false;
-    }
-    return group.startBefore ? !__builtin_sub_overflow(target, length, &end)
-                             : !__builtin_add_overflow(target, length, &end);
+    // In doubles, which don't overflow; they may take the last few thousand minutes for too many.
+    const auto length =
+        static_cast<double>(group.alarmCount - 1) * static_cast<double>(group.intervalMinutes);
+    const auto target = static_cast<double>(group.targetHour) * 60 + static_cast<double>(group.targetMinute);
+    const double end = group.startBefore ? target - length : target + length;
+    constexpr double firstBeyond = 0x1p63;
+    return std::max({std::abs(target), std::abs(length), std::abs(end)}) < firstBeyond;
 }
 
-std::optional<AlarmIndexes> alarmsAt(const AlarmGroup &group, ClockTime time) {
+QList<qint64> alarmsAt(const AlarmGroup &group, ClockTime time) {
     if (!hasAlarms(group)) {
-        return std::nullopt;
+        return {};
     }
-    // first × interval ≡ wanted, modulo a day: solvable when the divisor divides what is wanted.
-    const qint64 wanted = dayResidue(time.hour * 60 + time.minute - minuteOfFirstAlarm(group));
-    const Bezout bezout = extendedGcd(dayResidue(group.intervalMinutes), minutesPerDay);
-    if (wanted % bezout.divisor != 0) {
-        return std::nullopt;
+    QList<qint64> indexes;
+    const qint64 wanted = time.hour * 60 + time.minute;
+    const qint64 step = dayResidue(group.intervalMinutes);
+    qint64 minute = minuteOfFirstAlarm(group);
+    for (qint64 index = 0; index < group.alarmCount; ++index) {
+        if (minute == wanted) {
+            indexes.append(index);
+        }
+        minute += step;
+        minute -= minute < minutesPerDay ? 0 : minutesPerDay;
     }
-    const qint64 period = minutesPerDay / bezout.divisor;
-    const qint64 solution = (wanted / bezout.divisor) * (bezout.factor % period) % period;
-    const qint64 first = solution < 0 ? solution + period : solution;
-    if (first >= group.alarmCount) {
-        return std::nullopt;
-    }
-    return AlarmIndexes{first, period};
+    return indexes;
 }
 
 QString timeText(qint64 hour, qint64 minute) {

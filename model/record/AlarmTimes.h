@@ -23,19 +23,12 @@ ClockTime alarmTime(const AlarmGroup &group, qint64 index);
 
 bool isLastAlarm(const AlarmGroup &group, qint64 index);
 
-/// False for a group that has no alarms: a count below 1, more alarms than a year has minutes, or a run
-/// whose minutes don't fit into 64 bits.
+/// False for a group that has no alarms: a count below 1 or above 100,000, or a run whose minutes don't fit
+/// into 64 bits.
 bool hasAlarms(const AlarmGroup &group);
 
-/// The indexes of the run's alarms at one time of day, in ascending order: first, first + period,
-/// first + 2 × period and so on below alarmCount. Found in constant time, however long the run is.
-struct AlarmIndexes {
-    qint64 first;
-    qint64 period; ///< at least 1
-};
-
-/// None when the group has no alarm at that time.
-std::optional<AlarmIndexes> alarmsAt(const AlarmGroup &group, ClockTime time);
+/// The indexes of the run's alarms at one time of day, in ascending order.
+QList<qint64> alarmsAt(const AlarmGroup &group, ClockTime time);
 
 /// "7:05".
 QString timeText(qint64 hour, qint64 minute);

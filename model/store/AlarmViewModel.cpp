@@ -84,6 +84,10 @@ void AlarmViewModel::deleteSelectedGroups(const QSet<QUuid> &ids) {
     save();
 }
 
+void AlarmViewModel::startAdding() {
+    startEditing(makeGroup(m_clock));
+}
+
 void AlarmViewModel::startEditing(const AlarmGroup &group) {
     setEditingGroup(group);
     setIsEditing(true);

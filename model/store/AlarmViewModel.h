@@ -40,6 +40,8 @@ public:
     void deleteGroup(const QUuid &id);
     void deleteSelectedGroups(const QSet<QUuid> &ids);
 
+    /// Opens the editor on a new group.
+    void startAdding();
     void startEditing(const AlarmGroup &group);
     void cancelEditing();
     void saveEditedGroup(const AlarmGroup &group);

@@ -6,7 +6,9 @@
 namespace kova {
 
 Instant DesktopClock::now() const {
-    return currentInstant();
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    return (static_cast<double>(now.tv_sec) - instantEpoch) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
 std::optional<LocalTime> DesktopClock::localTime(Instant moment) const {

@@ -66,6 +66,7 @@ inline QList<AlarmGroup> randomGroups(QRandomGenerator &random, int count) {
     QList<AlarmGroup> groups;
     for (int i = 0; i < count; ++i) {
         AlarmGroup group;
+        group.id = QUuid::createUuid();
         group.label = QString::number(i);
         // Every third group lives around the hours at which clocks are changed, or around midnight.
         group.targetHour = i % 3 == 0 ? random.bounded(4) : random.bounded(24);

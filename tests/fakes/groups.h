@@ -8,6 +8,7 @@ namespace kova {
 inline AlarmGroup makeGroup(qint64 hour, qint64 minute, qint64 count, qint64 interval,
                             bool startBefore = true) {
     AlarmGroup group;
+    group.id = QUuid::createUuid();
     group.targetHour = hour;
     group.targetMinute = minute;
     group.alarmCount = count;

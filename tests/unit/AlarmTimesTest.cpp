@@ -52,13 +52,13 @@ private Q_SLOTS:
         QCOMPARE(timesOf(group).join(u' '), times);
     }
 
-    // The indexes found by congruence are those that a walk along the run finds.
+    // The indexes found from step to step are those whose own times agree.
     void alarmsAtATimeAgreeWithTheWholeRun() {
         QRandomGenerator random(7);
         const QList<qint64> intervals{0, 1, 5, 7, 30, 60, 480, 720, 1440, 1441, -1, -45, 1000003};
-        for (int round = 0; round < 300; ++round) {
+        for (int round = 0; round < 100; ++round) {
             const AlarmGroup group =
-                makeGroup(random.bounded(-30, 60), random.bounded(-70, 130), random.bounded(0, 3000),
+                makeGroup(random.bounded(-30, 60), random.bounded(-70, 130), random.bounded(0, 2000),
                           intervals.at(random.bounded(intervals.size())), random.bounded(2) == 0);
             QMap<int, QList<qint64>> walked;
             for (qint64 index = 0; index < group.alarmCount; ++index) {
@@ -66,13 +66,7 @@ private Q_SLOTS:
                 walked[time.hour * 60 + time.minute].append(index);
             }
             for (int minute = 0; minute < 1440; minute += 1 + random.bounded(3)) {
-                QList<qint64> found;
-                if (const auto indexes = alarmsAt(group, {minute / 60, minute % 60})) {
-                    for (qint64 index = indexes->first; index < group.alarmCount; index += indexes->period) {
-                        found.append(index);
-                    }
-                }
-                QCOMPARE(found, walked.value(minute));
+                QCOMPARE(alarmsAt(group, {minute / 60, minute % 60}), walked.value(minute));
             }
         }
     }
@@ -86,13 +80,14 @@ private Q_SLOTS:
         QTest::newRow("negative") << makeGroup(7, 0, -3, 5, true) << false;
         QTest::newRow("least count") << makeGroup(7, 0, least, 5, true) << false;
         QTest::newRow("enormous count") << makeGroup(7, 0, most, 1, false) << false;
+        QTest::newRow("too many") << makeGroup(7, 0, 100'001, 1, false) << false;
+        QTest::newRow("as many as can be") << makeGroup(7, 0, 100'000, 1, false) << true;
         QTest::newRow("enormous interval") << makeGroup(7, 0, 3, most, true) << false;
         QTest::newRow("least interval") << makeGroup(7, 0, 3, least, false) << false;
-        QTest::newRow("interval that fits") << makeGroup(7, 0, 2, most - 500, false) << true;
+        QTest::newRow("interval that fits") << makeGroup(7, 0, 2, most - 5000, false) << true;
         QTest::newRow("end that does not fit") << makeGroup(7, 0, 2, most - 400, false) << false;
         QTest::newRow("enormous hour") << makeGroup(most, 0, 1, 1, true) << false;
         QTest::newRow("enormous minute") << makeGroup(1, most, 1, 1, true) << false;
-        QTest::newRow("more than the editor offers") << makeGroup(7, 0, 500, 1, true) << true;
         QTest::newRow("interval of one alarm") << makeGroup(7, 0, 1, most, true) << true;
     }
     void runsOutsideOfAllReasonHaveNoAlarms() {
@@ -101,7 +96,7 @@ private Q_SLOTS:
         QCOMPARE(hasAlarms(group), has);
         bool rings = false;
         for (int minute = 0; minute < 1440; ++minute) {
-            rings = rings || alarmsAt(group, {minute / 60, minute % 60}).has_value();
+            rings = rings || !alarmsAt(group, {minute / 60, minute % 60}).isEmpty();
         }
         QCOMPARE(rings, has);
         const ClockTime time = alarmTime(group, std::numeric_limits<qint64>::max());

@@ -14,6 +14,7 @@ const QString key = QStringLiteral("kova_alarm_groups");
 
 AlarmGroup makeGroup(const QString &label, bool isEnabled = true) {
     AlarmGroup group;
+    group.id = QUuid::createUuid();
     group.label = label;
     group.isEnabled = isEnabled;
     return group;

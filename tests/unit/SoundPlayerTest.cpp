@@ -1,4 +1,5 @@
 #include "SoundPlayer.h"
+#include "groups.h"
 
 #include "FakeAudioPlayers.h"
 #include "FakeBookmarks.h"
@@ -6,6 +7,7 @@
 #include "FakeResources.h"
 #include "FakeRunLoop.h"
 #include "builtInSounds.h"
+#include "groups.h"
 
 #include <QSet>
 #include <QTest>
@@ -63,8 +65,8 @@ private Q_SLOTS:
     }
 
     void previewsReplaceEachOther() {
-        const AlarmGroup a;
-        const AlarmGroup b;
+        const AlarmGroup a = makeGroup(7, 0, 1, 1);
+        const AlarmGroup b = makeGroup(8, 0, 1, 1);
         m_player->togglePreview(a);
         QCOMPARE(m_player->currentPreviewId(), a.idText());
         QCOMPARE(m_audio.sounding, (QList<Sound>{{glass, 0.8F, 0}}));

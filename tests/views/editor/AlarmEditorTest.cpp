@@ -21,7 +21,7 @@ private Q_SLOTS:
 
         fixture.store.startEditing(fixture.store.groups().constFirst());
         QVERIFY(!fixture.editor.isNew());
-        fixture.store.startEditing(AlarmGroup());
+        fixture.store.startAdding();
         QVERIFY(fixture.editor.isNew());
     }
 
@@ -214,8 +214,7 @@ private Q_SLOTS:
             fixture.editor.cancel();
             fixture.store.startEditing(group);
         });
-        QTest::newRow("another group")
-            << Act([](EditorFixture &fixture) { fixture.store.startEditing(AlarmGroup()); });
+        QTest::newRow("another group") << Act([](EditorFixture &fixture) { fixture.store.startAdding(); });
         QTest::newRow("another sound") << Act([](EditorFixture &fixture) {
             fixture.editor.selectBuiltInSound(QStringLiteral("wakeup_pulse"));
         });
@@ -229,14 +228,14 @@ private Q_SLOTS:
         const AlarmGroup none;
         QVERIFY(!fixture.store.editingGroup().value_or(none).customSoundPath);
 
-        fixture.store.startEditing(AlarmGroup());
+        fixture.store.startAdding();
         fixture.fileChooser.meanwhile = [] {};
         fixture.services.bookmarks.isSlow = true;
         fixture.editor.chooseSoundFile();
         meanwhile(fixture);
         fixture.services.bookmarks.answer();
         QVERIFY(!fixture.store.editingGroup().value_or(none).customSoundPath);
-        fixture.store.startEditing(AlarmGroup());
+        fixture.store.startAdding();
         fixture.editor.chooseSoundFile();
         fixture.services.bookmarks.answer();
         QCOMPARE(fixture.edited().customSoundName, QStringLiteral("late.mp3"));

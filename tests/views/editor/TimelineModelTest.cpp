@@ -69,10 +69,10 @@ private Q_SLOTS:
 
     void holdsALongRun() {
         TimelineModel model;
-        model.setGroup(makeGroup(7, 0, 500'000, 7, true));
-        QCOMPARE(model.rowCount(), 500'000);
-        QVERIFY(model.index(499'999).data(TimelineModel::IsLast).toBool());
-        model.setGroup(makeGroup(7, 0, std::numeric_limits<qint64>::max(), 7, true));
+        model.setGroup(makeGroup(7, 0, 100'000, 7, true));
+        QCOMPARE(model.rowCount(), 100'000);
+        QVERIFY(model.index(99'999).data(TimelineModel::IsLast).toBool());
+        model.setGroup(makeGroup(7, 0, 100'001, 7, true));
         QCOMPARE(model.rowCount(), 0);
     }
 };

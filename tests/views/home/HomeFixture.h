@@ -8,6 +8,7 @@ namespace kova {
 
 inline AlarmGroup groupAt(qint64 hour, const QString &label = {}) {
     AlarmGroup group;
+    group.id = QUuid::createUuid();
     group.targetHour = hour;
     group.label = label;
     return group;
