@@ -1,5 +1,6 @@
 #include "AlarmScheduler.h"
 #include "BusAddress.h"
+#include "CommandLine.h"
 #include "DesktopApplication.h"
 #include "DesktopFileChooser.h"
 #include "DesktopPlatform.h"
@@ -97,6 +98,9 @@ void describeApplication() {
 } // namespace
 
 int main(int argc, char *argv[]) {
+    if (const std::optional<int> status = kova::answerArguments(argc, argv)) {
+        return *status;
+    }
     kova::prepareStandardStreams();
     kova::SingleInstance instance(kova::FilePreferences::defaultFolder());
     if (!instance.acquire()) {

@@ -88,21 +88,21 @@ class Session:
         raw = groups[0] if groups and isinstance(groups[0], bytes) else json.dumps(groups).encode()
         self.list_file.write_bytes(raw)
 
-    def run(self, at="06:59:58.5", env=None, under=(), stderr=None):
+    def run(self, at="06:59:58.5", env=None, under=(), stderr=None, arguments=()):
         """Starts the program at that time of its clock, under another command where one is given, and waits
         until it is ready. A variable that is None is not set."""
-        program = self.launch(at, env, under, stderr)
+        program = self.launch(at, env, under, stderr, arguments)
         program.wait_for("[Scheduler] Started", 20)
         return program
 
-    def launch(self, at, env=None, under=(), stderr=None):
+    def launch(self, at, env=None, under=(), stderr=None, arguments=()):
         self.clock.set(at)
         alone = {"PATH": "/nonexistent"}  # it can't start a speech service of its own
         # Even root must heed the permissions of files.
         plain = ["/usr/bin/setpriv", "--bounding-set=-all", "--inh-caps=-all"] if os.getuid() == 0 else []
         every = self.env | self.clock.env | alone | (env or {})
         env = {name: value for name, value in every.items() if value is not None}
-        program = Program([*under, *plain, PROGRAM], env, stderr=stderr)
+        program = Program([*under, *plain, PROGRAM, *arguments], env, stderr=stderr)
         self._others.append(program)
         return program
 
