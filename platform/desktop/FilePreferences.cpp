@@ -22,7 +22,7 @@ QString absolutePath(const char *variable) {
 }
 
 QString homeFolder() {
-    if (const QString home = absolutePath("HOME"); !home.isEmpty()) {
+    if (QString home = absolutePath("HOME"); !home.isEmpty()) {
         return home;
     }
     const passwd *user = getpwuid(getuid());
