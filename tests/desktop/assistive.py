@@ -53,6 +53,11 @@ def find(name, is_right):
                  f"nothing is called {name}")
 
 
+def click(node):
+    place = node.get_extents(Atspi.CoordType.SCREEN)
+    Atspi.generate_mouse_event(place.x + place.width // 2, place.y + place.height // 2, "b1c")
+
+
 def main(verb, name="", text=""):
     if verb in ("press", "toggle"):
         action = verb.capitalize()
@@ -63,9 +68,8 @@ def main(verb, name="", text=""):
         node.get_action_iface().do_action(actions(node).index(action))
     elif verb == "write":
         node = find(name, lambda node: node.get_role() == Atspi.Role.TEXT)
-        place = node.get_extents(Atspi.CoordType.SCREEN)
-        Atspi.generate_mouse_event(place.x + place.width // 2, place.y + place.height // 2, "b1c")
-        until(lambda: node.get_state_set().contains(Atspi.StateType.FOCUSED), f"{name} does not take the focus")
+        until(lambda: click(node) or node.get_state_set().contains(Atspi.StateType.FOCUSED),
+              f"{name} does not take the focus")
         Atspi.generate_keyboard_event(0, text, Atspi.KeySynthType.STRING)
         until(lambda: Atspi.Text.get_text(node, 0, -1) == text, f"{name} does not take the text")
     else:
