@@ -4,6 +4,7 @@
   start    from the start of the process to the scheduler's start and to the first frame
   click    from a click to the frame that answers it, with 10,000 groups
   ring     from the minute's boundary to the line, the notification, the sound server's stream and the sound
+  gaps     what is missing of 55 s of sound while both cores are busy
   kills    1,000 kills while the list is saved again and again, and what each next start found
   idle     memory, wake-ups and processor time with a window, and after it was closed
   soak     three days of 500 groups on the fake clock: rings missing or too many, memory after each (kova-soak)
@@ -27,7 +28,7 @@ sys.path.insert(0, str(ROOT / "tests/desktop"))
 
 import sound  # noqa: E402
 from display import Display  # noqa: E402
-from groups import group  # noqa: E402
+from groups import bookmark, group  # noqa: E402
 from process import Process  # noqa: E402
 from session import PROGRAM, Program, Session, until  # noqa: E402
 
@@ -154,9 +155,23 @@ class Witnesses:
             process.kill()
 
 
+def long_m4a(session):
+    """A custom sound of 5 MB."""
+    path = session.folder / "long.m4a"
+    subprocess.run(["ffmpeg", "-v", "error", "-stream_loop", "-1", "-i", ROOT / "resources/Sounds/wakeup_pulse.mp3",
+                    "-t", "320", "-b:a", "128k", path], check=True)
+    return {"customSoundPath": bookmark(path), "customSoundName": path.name}
+
+
 def ring(real=False):
-    figures = {"the FIRE line": [], "Notify on the session bus": [], "the sound server's new stream": [],
-               "the first audible sample": []}
+    ring_with(lambda session: {}, real, ("the FIRE line", "Notify on the session bus",
+                                         "the sound server's new stream", "the first audible sample"))
+    if not real:
+        ring_with(long_m4a, real, [*[None] * 3, "the first audible sample of an M4A of 5 MB"])
+
+
+def ring_with(custom, real, names):
+    figures = [[] for _ in names]
     session = Session()
     session.start_all(without=["speech"])
     session.start("display")
@@ -166,7 +181,7 @@ def ring(real=False):
         stream = witnesses.server.wait_for(lambda text: "'new' on sink-input" in text)
         witnesses.listen(1)
         moments = (fired.when, witnesses.notify(), stream.when, witnesses.first_sample(boundary))
-        for values, moment in zip(figures.values(), moments):
+        for values, moment in zip(figures, moments):
             values.append((moment - boundary) * 1000)
 
     try:
@@ -179,7 +194,7 @@ def ring(real=False):
                 boundary = (time.time() // 60 + 1) * 60
                 measure(program, witnesses, boundary - time.time() + time.monotonic())
         else:
-            session.save(group())
+            session.save(group(**custom(session)))
             for _ in range(TIMES):
                 witnesses = Witnesses(session)
                 program = Program([PROGRAM], session.env | session.clock.fixed_env("06:59:58.5"))
@@ -189,8 +204,32 @@ def ring(real=False):
                 witnesses.close()
     finally:
         session.close()
-    for what, values in figures.items():
-        row(f"minute boundary to {what}", values)
+    for what, values in zip(names, figures):
+        if what:
+            row(f"minute boundary to {what}", values)
+
+
+def gaps():
+    """A tone that never is silent; what the sink then records as silence is missing."""
+    session = Session()
+    session.start("sound")
+    tone = session.folder / "tone.wav"
+    sound.write(tone, 0.5 * numpy.sign(numpy.sin(2 * numpy.pi * 441 * numpy.arange(sound.RATE) / sound.RATE + 0.01)))
+    session.save(group(customSoundPath=bookmark(tone), customSoundName=tone.name))
+    loops = [Process(["/bin/sh", "-c", "while :; do :; done"], session.env) for _ in range(6)]
+    try:
+        with session.record() as recording:
+            session.run().wait_for("[Scheduler] FIRE…", 30)
+            time.sleep(54)
+        heard = numpy.flatnonzero(abs(recording.samples()) > 0.01)
+        if len(heard) < 50 * sound.RATE:
+            sys.exit("figures: there is no sound to speak of")
+        missing = numpy.diff(heard) - 1
+        row("a gap in 54 s of sound, six busy loops", [*(missing[missing > 44] / sound.RATE * 1000), 0])
+    finally:
+        for process in loops:
+            process.kill()
+        session.close()
 
 
 def kills():
@@ -249,7 +288,7 @@ def soak():
 
 
 if __name__ == "__main__":
-    figures = {"units": units, "start": start, "click": click, "ring": lambda: ring("--real" in sys.argv),
+    figures = {"units": units, "start": start, "click": click, "ring": lambda: ring("--real" in sys.argv), "gaps": gaps,
                "kills": kills, "idle": idle, "soak": soak}
     print("| what | median | worst | of |\n|---|---|---|---|")
     for figure in [word for word in sys.argv[1:] if not word.startswith("--")] or figures:

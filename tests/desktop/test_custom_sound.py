@@ -1,6 +1,7 @@
 """A file of the user's own as the alarm's sound."""
 
 import re
+import struct
 import subprocess
 import time
 from pathlib import Path
@@ -19,14 +20,23 @@ def chirp():
     return 0.5 * numpy.sin(2 * numpy.pi * (300 + 2000 * times) * times)
 
 
+def encode(path, samples):
+    wave = path.with_name("wave.wav")
+    sound.write(wave, samples)
+    if path.suffix in (".wav", ".mp3"):
+        sound.write(path, samples)
+    else:
+        subprocess.run(["ffmpeg", "-v", "error", "-i", wave, path], check=True)
+
+
 def custom(path, **fields):
     return group(customSoundPath=bookmark(path), customSoundName=path.name, **fields)
 
 
-@pytest.mark.parametrize("form", ["wav", "aiff", "flac", "ogg", "mp3"])
+@pytest.mark.parametrize("form", ["wav", "aiff", "flac", "ogg", "opus", "mp3", "m4a", "aac", "WMA"])
 def test_a_file_is_played_in_a_loop(session, form):
     file = session.folder / f"目覚まし 1.{form}"
-    sound.write(file, chirp())
+    encode(file, chirp())
     session.start("sound")
     session.save(custom(file, volume=0.5))
     file.rename(file.with_name(f"renamed.{form}"))
@@ -43,14 +53,39 @@ def test_a_file_is_played_in_a_loop(session, form):
     assert program.told()[-1] == "[Scheduler] FIRE:  alarm #1"
 
 
-def text_file(folder):
-    folder.joinpath("text.mp3").write_text("this is no sound\n" * 1000)
-    return bookmark(folder / "text.mp3")
+def wav(channels, *chunks):
+    form = struct.pack("<HHIIHH", 1, channels, 44100, 88200 * channels, 2 * channels, 16)
+    chunks = [(b"fmt ", form), *chunks, (b"data", bytes(i * 37 % 256 for i in range(88200)))]
+    body = b"WAVE" + b"".join(name + struct.pack("<I", len(data)) + data for name, data in chunks)
+    return b"RIFF" + struct.pack("<I", len(body)) + body
 
 
-def empty_file(folder):
-    folder.joinpath("empty.wav").touch()
-    return bookmark(folder / "empty.wav")
+def aiff(channels):
+    common = struct.pack(">hIh", channels, 22050, 16) + b"\x40\x0e\xac\x44" + bytes(6)
+    chunks = [(b"COMM", common), (b"SSND", bytes(8) + bytes(i * 37 % 256 for i in range(44100)))]
+    body = b"AIFF" + b"".join(name + struct.pack(">I", len(data)) + data for name, data in chunks)
+    return b"FORM" + struct.pack(">I", len(body)) + body
+
+
+def cut(suffix, size=8000):
+    """The beginning of a good file."""
+    def make(folder):
+        encode(folder / f"whole{suffix}", numpy.tile(chirp(), 4))
+        return (folder / f"whole{suffix}").read_bytes()[:size]
+    return make
+
+
+# A track that promises more than there is, and one without notes.
+CUT_MIDI = b"MThd" + struct.pack(">IHHH", 6, 1, 1, 96) + b"MTrk" + struct.pack(">I", 4000) + b"\0\x90\x3c\x40" * 9
+NO_NOTES = CUT_MIDI[:14] + b"MTrk" + struct.pack(">I", 4) + b"\0\xff\x2f\0"
+FALSE_LOOP = (b"smpl", struct.pack("<15I", 0, 0, 22675, 60, 0, 0, 0, 0x7FFFFFFF, 0, 0, 0, 0, 19999, 0, 0))
+
+
+def file(name, content):
+    def make(folder):
+        (folder / name).write_bytes(content(folder) if callable(content) else content)
+        return bookmark(folder / name)
+    return make
 
 
 def lost_file(folder):
@@ -60,12 +95,20 @@ def lost_file(folder):
     return lost
 
 
+REFUSED = "[SoundPlayer] play error: …"
 NOT_FOUND = "[SoundPlayer] Sound not found: morning_glass"
 
 
 @pytest.mark.parametrize("make, lines", [
-    (text_file, ["[SoundPlayer] play error: …"]),
-    (empty_file, ["[SoundPlayer] play error: …"]),
+    (file("text.mp3", b"this is no sound\n" * 1000), [REFUSED]),
+    (file("empty.wav", b""), [REFUSED]),
+    (file("nothing to hear.wav", wav(0)), [REFUSED]),
+    (file("nothing to hear.aiff", aiff(0)), [REFUSED]),
+    (file("cut.mid", CUT_MIDI), [REFUSED]),
+    (file("cut midi.mp3", CUT_MIDI), [REFUSED]),
+    (file("no notes.wav", NO_NOTES), [REFUSED]),
+    (file("cut.m4a", cut(".m4a")), [REFUSED]),
+    (file("list.m4a", b"#EXTM3U\n/etc/passwd\n"), [REFUSED]),
     (lost_file, ["[SoundPlayer] resolve bookmark error: …", NOT_FOUND]),
     (lambda folder: "bm90IGEgYm9va21hcms=", ["[SoundPlayer] resolve bookmark error: …", NOT_FOUND]),
     (lambda folder: "#not base64#", [NOT_FOUND]),
@@ -81,6 +124,24 @@ def test_a_file_that_cannot_be_played_gives_its_line(session, make, lines):
         assert all(len(line) > len("[SoundPlayer] resolve bookmark error: ") for line in told), "no reason"
         session.clock.set("07:00:59.2")
     assert len(program.told()) == 2 + 2 * (1 + len(lines))
+
+
+@pytest.mark.parametrize("make", [
+    file("false loop.wav", wav(1, FALSE_LOOP)),
+    file("sound.aiff", aiff(1)),
+    file("cut.wma", cut(".wma")),
+    file("cut.mp3", cut(".mp3")),
+])
+def test_what_there_is_of_a_broken_file_is_heard(session, make):
+    session.start("sound")
+    session.save(group(customSoundPath=make(session.folder), customSoundName="x", alarmCount=2))
+    program = session.run()
+    for minute in (0, 1):
+        program.wait_for(f"[Scheduler] FIRE:  alarm #{minute + 1}")
+        with session.record() as recording:
+            until(lambda: sound.sounding(recording.samples()))
+        session.clock.set("07:00:59.2")
+    assert len(program.told()) == 4
 
 
 def test_a_sound_that_does_not_exist_gives_its_line(session):

@@ -2,6 +2,7 @@
 
 #include "FfmpegModule.h"
 
+#include <algorithm>
 #include <array>
 
 namespace kova {
@@ -62,6 +63,7 @@ int FfmpegDecoder::openStream() {
     AVDictionary *options = nullptr;
     av_dict_set(&options, "codec_whitelist", codecs, 0);
     const int opened = error < 0 ? error : avcodec_open2(m_codec.get(), codec, &options);
+    m_channels = std::clamp(m_codec->ch_layout.nb_channels, 1, 2);
     av_dict_free(&options);
     return opened;
 }
@@ -114,12 +116,13 @@ bool FfmpegDecoder::fitConverter() {
         av_channel_layout_compare(&m_frame->ch_layout, &m_frameLayout) == 0) {
         return true;
     }
-    AVChannelLayout stereo = AV_CHANNEL_LAYOUT_STEREO;
+    AVChannelLayout layout{};
+    av_channel_layout_default(&layout, m_channels);
     SwrContext *converter = nullptr;
     m_frameRate = m_frame->sample_rate;
     m_frameFormat = m_frame->format;
     av_channel_layout_copy(&m_frameLayout, &m_frame->ch_layout);
-    swr_alloc_set_opts2(&converter, &stereo, AV_SAMPLE_FMT_FLT, rate(), &m_frame->ch_layout,
+    swr_alloc_set_opts2(&converter, &layout, AV_SAMPLE_FMT_FLT, rate(), &m_frame->ch_layout,
                         static_cast<AVSampleFormat>(m_frameFormat), m_frameRate, 0, nullptr);
     m_converter.reset(converter);
     return m_converter && swr_init(converter) >= 0;

@@ -10,7 +10,7 @@ extern "C" {
 
 namespace kova {
 
-/// A file as FFmpeg's libraries read it: the best of its audio streams, in stereo at 44.1 kHz.
+/// A file as FFmpeg's libraries read it: the best of its audio streams, in mono or stereo at 44.1 kHz.
 class FfmpegDecoder : public Decoder {
 public:
     /// Null and a reason when the file can't be read.
@@ -18,7 +18,7 @@ public:
 
     static std::unique_ptr<FfmpegDecoder> open(const std::string &path, std::string &reason);
 
-    int channels() const override { return 2; }
+    int channels() const override { return m_channels; }
     int rate() const override { return 44100; }
     size_t read(std::span<float> samples) override;
     bool rewind() override;
@@ -44,6 +44,7 @@ private:
     Owned<SwrContext> m_converter; ///< from the frames' form, once it is known
     const Owned<AVFrame> m_frame{av_frame_alloc()};
     const Owned<AVPacket> m_packet{av_packet_alloc()};
+    int m_channels = 2;
     int m_frameRate = 0;
     int m_frameFormat = 0;
     AVChannelLayout m_frameLayout{};

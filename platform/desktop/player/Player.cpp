@@ -82,16 +82,20 @@ void Player::fill(std::span<float> samples) {
 }
 
 void Player::beat() {
+    constexpr int longestLull = 2; // beats
     unsigned int last = 0;
-    for (;;) {
+    for (int lull = 0;;) {
         std::this_thread::sleep_for(message::beat);
         { const std::lock_guard isNotStuck(m_decoding); }
         const unsigned int pieces = m_pieces;
+        lull = std::exchange(last, pieces) == pieces ? lull + 1 : 0;
         const std::lock_guard lock(m_troubling);
-        if (std::exchange(last, pieces) != pieces) {
-            m_program.tell(Kind::Alive);
+        if (!m_trouble.empty()) {
+            m_program.tell(Kind::Waiting, m_trouble);
+        } else if (lull > longestLull) {
+            m_program.tell(Kind::Waiting, "the sound server does not answer");
         } else {
-            m_program.tell(Kind::Waiting, m_trouble.empty() ? "the sound server does not answer" : m_trouble);
+            m_program.tell(Kind::Alive);
         }
     }
 }
