@@ -15,8 +15,12 @@ namespace {
 
 // Whoever asks at an alarm's time finds it.
 void findAlarms(const AlarmGroup &group) {
+    if (!hasAlarms(group)) {
+        require(alarmsAt(group, alarmTime(group, 0)).isEmpty());
+        return;
+    }
     for (const qint64 index : {qint64(0), group.alarmCount / 2, group.alarmCount - 1}) {
-        require(alarmsAt(group, alarmTime(group, index)).contains(index) == hasAlarms(group));
+        require(alarmsAt(group, alarmTime(group, index)).contains(index));
     }
 }
 
