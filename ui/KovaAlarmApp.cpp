@@ -10,7 +10,6 @@ KovaAlarmApp::KovaAlarmApp(const Platform &platform)
     : m_platform(platform),
       m_activity(platform.processActivity.beginUserInitiated(
           QStringLiteral("KOVA alarm scheduling must remain active"))),
-      m_views(MainWindow::readViews(m_engine)),
       m_viewModel(platform.preferences, platform.clock, AlarmScheduler::shared(), PowerManager::shared()),
       m_scheduler(AlarmScheduler::shared()),
       m_home(m_viewModel, SoundPlayer::shared(), m_scheduler, PowerManager::shared()),
@@ -18,7 +17,6 @@ KovaAlarmApp::KovaAlarmApp(const Platform &platform)
                 platform.bookmarks, platform.log}),
       m_mainWindow(m_engine, {{QStringLiteral("home"), QVariant::fromValue(&m_home)},
                               {QStringLiteral("editor"), QVariant::fromValue(&m_editor)}}) {
-    m_views.reset();
     connect(&m_mainWindow, &MainWindow::quit, this, &KovaAlarmApp::quit);
     connect(&m_mainWindow, &MainWindow::closed, &m_scheduler, [this] {
         if (m_scheduler.activeAlarm()) {

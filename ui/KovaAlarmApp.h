@@ -7,7 +7,6 @@
 #include "MenuBarExtra.h"
 #include "ProcessActivity.h"
 
-#include <QQmlComponent>
 #include <QQmlEngine>
 #include <memory>
 
@@ -40,7 +39,6 @@ private:
     const Platform &m_platform;
     std::unique_ptr<ActivityToken> m_activity;
     QQmlEngine m_engine;
-    std::unique_ptr<QQmlComponent> m_views; ///< while they are read
     AlarmViewModel m_viewModel;
     AlarmScheduler &m_scheduler;
     HomeScreen m_home;

@@ -20,9 +20,8 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <fontconfig/fontconfig.h>
+#include <malloc.h>
 #include <optional>
-#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -101,6 +100,7 @@ int main(int argc, char *argv[]) {
     if (const std::optional<int> status = kova::answerArguments(argc, argv)) {
         return *status;
     }
+    mallopt(M_ARENA_MAX, 1); // a heap for each thread would keep what only the start needs
     kova::prepareStandardStreams();
     kova::SingleInstance instance(kova::FilePreferences::defaultFolder());
     if (!instance.acquire()) {
@@ -115,7 +115,6 @@ int main(int argc, char *argv[]) {
     qputenv("FC_LANG", "ja");
     drawInSoftware();
     std::optional<ToolkitsBus> toolkitsBus(std::in_place);
-    const std::jthread fonts(&FcInit); // they are first needed when the toolkit stands
     const QApplication qtApplication(argc, argv);
     toolkitsBus.reset();
     describeApplication();
