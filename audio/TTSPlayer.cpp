@@ -45,6 +45,9 @@ void TTSPlayer::speak(const QString &text, float volume, bool loop) {
     m_reading += 1;
     m_synth = m_synthesizers.make([this](bool finished) { didFinishSpeaking(finished); });
     m_synth->setVolume(volume);
+    if (loop) {
+        m_synth->setLongestTime(longestRinging);
+    }
     m_synth->startSpeaking(text);
     m_log.print(QStringLiteral("[TTSPlayer] speaking: \"%1\" vol=%2 loop=%3")
                     .arg(text, volumeText(volume), loop ? QStringLiteral("true") : QStringLiteral("false")));

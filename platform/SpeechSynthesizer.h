@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -17,6 +18,10 @@ public:
 
     /// 0 to 1, for the readings that start from now on.
     virtual void setVolume(float volume) = 0;
+
+    /// How long from now anything may be heard, even if this thread is held up meanwhile: for good where
+    /// nothing is said. For the readings that start from now on.
+    virtual void setLongestTime(std::chrono::milliseconds time) = 0;
 
     /// Replaces a reading in progress.
     virtual void startSpeaking(const QString &text) = 0;

@@ -102,6 +102,8 @@ int main(int argc, char *argv[]) {
     }
     mallopt(M_ARENA_MAX, 1); // a heap for each thread would keep what only the start needs
     kova::prepareStandardStreams();
+    // Else a desktop in another language lends our texts its own forms of the characters.
+    qputenv("FC_LANG", "ja");
     kova::SingleInstance instance(kova::FilePreferences::defaultFolder());
     if (!instance.acquire()) {
         if (!isHeard(instance, argc, argv)) {
@@ -111,8 +113,6 @@ int main(int argc, char *argv[]) {
         return EXIT_SUCCESS;
     }
     kova::TerminationSignals terminationSignals;
-    // Else a desktop in another language lends our texts its own forms of the characters.
-    qputenv("FC_LANG", "ja");
     drawInSoftware();
     std::optional<ToolkitsBus> toolkitsBus(std::in_place);
     const QApplication qtApplication(argc, argv);

@@ -47,6 +47,10 @@ void SpeechDispatcher::read(const Reading &reading) {
     }
     m_reading = reading;
     m_stage = Stage::Waiting;
+    if (!reading.end.isForever()) {
+        QTimer::singleShot(std::chrono::milliseconds(reading.end.remainingTime()), this,
+                           [this, id = reading.id] { stop(id); });
+    }
     // The voice that the user chose comes back with a new connection only.
     if (m_isJapanese && !isJapanese(reading.text)) {
         m_connection.drop();

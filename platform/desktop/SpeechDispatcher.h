@@ -3,6 +3,7 @@
 #include "KanaReader.h"
 #include "SpeechConnection.h"
 
+#include <QDeadlineTimer>
 #include <QHash>
 #include <optional>
 
@@ -15,7 +16,8 @@ public:
     struct Reading {
         quint64 id; ///< another one for each reading
         QString text;
-        int volume; ///< -100 to 100
+        int volume;                                  ///< -100 to 100
+        QDeadlineTimer end{QDeadlineTimer::Forever}; ///< when it is stopped at the latest
     };
 
     /// A reading that was not stopped has ended; not finished when it was interrupted or could not be read.

@@ -1,7 +1,5 @@
 #include "SpeechDispatcherSynthesizers.h"
 
-#include <QDeadlineTimer>
-
 #include <algorithm>
 #include <cmath>
 
@@ -20,13 +18,16 @@ public:
         m_volume = static_cast<int>(std::lround(std::clamp(volume, 0.0F, 1.0F) * 200.0F)) - 100;
     }
 
+    void setLongestTime(std::chrono::milliseconds time) override { m_end.setRemainingTime(time); }
+
     void startSpeaking(const QString &text) override {
         stopSpeaking();
         m_reading = ++m_synthesizers.m_lastReading;
         m_synthesizers.m_listeners.insert(m_reading, m_didFinish);
-        m_synthesizers.run(
-            [&dispatcher = m_synthesizers.m_dispatcher,
-             reading = SpeechDispatcher::Reading{m_reading, text, m_volume}] { dispatcher->read(reading); });
+        m_synthesizers.run([&dispatcher = m_synthesizers.m_dispatcher,
+                            reading = SpeechDispatcher::Reading{m_reading, text, m_volume, m_end}] {
+            dispatcher->read(reading);
+        });
     }
 
     void stopSpeaking() override {
@@ -40,6 +41,7 @@ private:
     SpeechDispatcherSynthesizers &m_synthesizers;
     const DidFinishSpeaking m_didFinish;
     int m_volume = 100;
+    QDeadlineTimer m_end{QDeadlineTimer::Forever};
     quint64 m_reading = 0; ///< none yet
 };
 

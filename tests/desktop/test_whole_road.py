@@ -2,6 +2,7 @@
 
 import json
 import signal
+import subprocess
 
 import dbus
 import pytest
@@ -9,7 +10,6 @@ import pytest
 import sound
 from display import close_windows
 from groups import group
-from process import Process
 from session import ASSISTED, until
 
 
@@ -106,7 +106,19 @@ def test_a_second_start_shows_the_window_of_the_first(session):
     session.save(group("12:00"))
     before = session.list_file.read_bytes()
     program = session.run("05:30:00")
-    second = Process([str(part) for part in program.popen.args], session.env | session.clock.env)
+    second = session.launch("05:30:00", stderr=subprocess.STDOUT)
     assert second.wait() == 0 and second.texts() == []
     assert session.list_file.read_bytes() == before and program.is_running()
     program.end()
+
+
+def test_a_second_start_tells_that_the_first_does_not_answer(session):
+    session.start("session-bus", "display", "accessibility")
+    program = session.run("05:30:00")
+    program.signal(signal.SIGSTOP)
+    second = session.launch("05:30:00", ASSISTED, stderr=subprocess.STDOUT)
+    second.wait_for("kova-alarm: already running, but it does not answer")
+    told = session.assist("tell")
+    assert any("KOVA Alarm はすでに起動していますが、応答がありません。" in line for line in told), told
+    session.assist("press", "OK")
+    assert second.wait() == 1

@@ -153,6 +153,10 @@ private Q_SLOTS:
         QVERIFY(m_service->accept() && m_service->agreeToSpeak() && m_service->readUntil("third\r\n.\r\n"));
         m_dispatcher->stop(3);
         QVERIFY(m_service->readUntil("CANCEL SELF\r\n"));
+        // At its end a reading stops by itself.
+        m_dispatcher->read(
+            {.id = 4, .text = QStringLiteral("fourth"), .volume = 0, .end = QDeadlineTimer(1)});
+        QVERIFY(m_service->isLeft());
         QCOMPARE(m_ends, QList<End>());
     }
 

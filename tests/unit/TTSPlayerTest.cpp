@@ -33,6 +33,7 @@ private Q_SLOTS:
     void aLoopedMessageRepeatsAfterAPause() {
         m_player->speak(m_first, 0.8F, true);
         QCOMPARE(m_speech.volume, 0.8F);
+        QCOMPARE(m_speech.longestTime, 55s);
         for (int round = 1; round <= 3; ++round) {
             QCOMPARE(m_speech.reading, m_first);
             m_speech.finish();
@@ -46,6 +47,7 @@ private Q_SLOTS:
 
     void aTryOutIsReadOnce() {
         m_player->speak(m_first, 1, false);
+        QVERIFY(!m_speech.longestTime);
         m_speech.finish();
         m_runLoop->advance(60s);
         QCOMPARE(m_speech.readings, QStringList{m_first});
