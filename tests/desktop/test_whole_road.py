@@ -118,7 +118,6 @@ def test_a_second_start_tells_that_the_first_does_not_answer(session):
     program.signal(signal.SIGSTOP)
     second = session.launch("05:30:00", ASSISTED, stderr=subprocess.STDOUT)
     second.wait_for("kova-alarm: already running, but it does not answer")
-    told = session.assist("tell")
-    assert any("KOVA Alarm はすでに起動していますが、応答がありません。" in line for line in told), told
+    until(lambda: "KOVA Alarm はすでに起動していますが、応答がありません。" in str(session.assist("tell")))
     session.assist("press", "OK")
     assert second.wait() == 1
