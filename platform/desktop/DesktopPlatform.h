@@ -22,8 +22,8 @@ public:
     /// What the program's own parts of the desktop use too.
     MessageBuses &buses();
 
-    /// Lands what is to be saved and lets go of the machine's sleep, in bounded time. False
-    /// when a service still holds up a thread of ours: then the process can only end at once.
+    /// Lands what is to be saved and lets go of the machine's sleep, in bounded time. False when a
+    /// service still holds up a thread of ours: then the process can only end at once.
     bool shutDown();
 
 private:

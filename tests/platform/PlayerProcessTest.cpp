@@ -42,12 +42,16 @@ class PlayerProcessTest : public QObject {
     message::Play request() const {
         return {.path = "/dev/null/none.wav", .loops = -1, .volume = 1, .longest = 10s};
     }
+    message::Play realRequest(std::chrono::milliseconds longest) const {
+        return {.path = KOVA_SOUNDS "/wakeup_pulse.mp3", .loops = -1, .volume = 1, .longest = longest};
+    }
     std::unique_ptr<PlayerProcess> start(const QByteArray &program, const message::Play &play) {
         return std::make_unique<PlayerProcess>(program, play,
                                                [this](const QString &reason) { m_reasons.append(reason); });
     }
 
 private Q_SLOTS:
+    void initTestCase() { qputenv("SDL_AUDIODRIVER", "dummy"); }
     void init() { m_reasons.clear(); }
 
     void aPlayerThatMisbehavesIsToldOnceAndCleared_data() {
@@ -96,9 +100,7 @@ private Q_SLOTS:
     // The real player, without a sound server.
     void aPlayerMayBeKilledAtAnyMoment() {
         constexpr int kills = 200;
-        qputenv("SDL_AUDIODRIVER", "dummy");
-        message::Play play = request();
-        play.path = std::string(KOVA_SOUNDS) + "/wakeup_pulse.mp3";
+        const message::Play play = realRequest(10s);
         const qsizetype before = openDescriptors();
         for (int number = 1; number <= kills; ++number) {
             const auto process = start(m_player, play);
@@ -120,6 +122,13 @@ private Q_SLOTS:
         last.reset();
         QTRY_VERIFY(childIds().isEmpty());
         QCOMPARE(m_reasons.size(), kills);
+    }
+
+    void aPlayerEndsByItselfInTime() {
+        const auto process = start(m_player, realRequest(300ms));
+        QTRY_COMPARE(childIds().size(), 1);
+        QTRY_VERIFY(childIds().isEmpty());
+        QVERIFY(m_reasons.isEmpty());
     }
 };
 

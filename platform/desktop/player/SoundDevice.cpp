@@ -7,6 +7,9 @@ namespace kova {
 
 namespace {
 
+// The smaller, the sooner the first sound is heard.
+constexpr Uint16 framesInAPiece = 1024;
+
 // What the user meets in the volume control. Not the role "event": whoever turned down the sounds of events
 // still wants to be woken. SDL hands the role only to some servers; PulseAudio takes it from its variable.
 void describeStream() {
@@ -42,7 +45,7 @@ bool SoundDevice::openDevice(int rate, int channels) {
     form.freq = rate;
     form.format = AUDIO_F32SYS;
     form.channels = static_cast<Uint8>(channels);
-    form.samples = static_cast<Uint16>(getenv("PIECE") ? atoi(getenv("PIECE")) : 1024);
+    form.samples = framesInAPiece;
     form.callback = &SoundDevice::fill;
     form.userdata = this;
     m_device = SDL_OpenAudioDevice(nullptr, 0, &form, nullptr, 0);

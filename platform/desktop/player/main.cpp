@@ -42,6 +42,7 @@ int main() {
         _exit(0);
     }).detach();
     obey(program, player, deadline);
+    program.tell(message::Answer::Kind::Ended);
     // At once: the sound server, or the sound, may hold up the other threads.
     _exit(0);
 }
