@@ -6,7 +6,7 @@
 
 namespace kova {
 
-MainWindow::MainWindow(QQmlEngine &engine, QVariantMap inputs) : QQuickView(&engine, nullptr) {
+MainWindow::MainWindow(QQmlEngine &engine, QVariantMap inputs) : ViewWindow(&engine) {
     setTitle(QStringLiteral("KOVA Alarm"));
     setColor(Palette::background()); // until the first frame
     setMinimumSize({420, 500});
@@ -22,7 +22,7 @@ MainWindow::MainWindow(QQmlEngine &engine, QVariantMap inputs) : QQuickView(&eng
 void MainWindow::closeEvent(QCloseEvent *event) {
     Q_EMIT closed();
     if (m_hidesOnClose) {
-        QQuickView::closeEvent(event);
+        ViewWindow::closeEvent(event);
     } else {
         event->ignore();
         showMinimized();
@@ -33,7 +33,7 @@ void MainWindow::keyPressEvent(QKeyEvent *event) {
     if (event->keyCombination() == (Qt::CTRL | Qt::Key_Q)) {
         Q_EMIT quit();
     } else {
-        QQuickView::keyPressEvent(event);
+        ViewWindow::keyPressEvent(event);
     }
 }
 

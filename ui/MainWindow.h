@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QQuickView>
+#include "ViewWindow.h"
+
 
 namespace kova {
 
@@ -8,7 +9,7 @@ class HomeScreen;
 
 /// The main window. Closing it only hides it where something can bring it back, and else minimises it. Main
 /// thread.
-class MainWindow : public QQuickView {
+class MainWindow : public ViewWindow {
     Q_OBJECT
 
 public:

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "ViewWindow.h"
+
 #include <QQmlEngine>
 #include <QQuickItem>
-#include <QQuickView>
 #include <QTest>
 #include <functional>
 
@@ -23,7 +24,7 @@ public:
     }
 
     bool isShown() const { return m_isShown && m_view.rootObject(); }
-    QQuickView &window() { return m_view; }
+    ViewWindow &window() { return m_view; }
     QQuickItem *root() { return m_view.rootObject(); }
 
     using Test = std::function<bool(QQuickItem &)>;
@@ -79,7 +80,7 @@ public:
     }
 
 private:
-    QQuickView m_view;
+    ViewWindow m_view;
     bool m_isShown = false;
 };
 

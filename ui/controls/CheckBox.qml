@@ -6,11 +6,6 @@ import Kova
 T.CheckBox {
     id: control
 
-    function flip() {
-        toggle();
-        toggled();
-    }
-
     Accessible.name: text
     font.pixelSize: 13
     implicitHeight: Math.ceil(Math.max(implicitContentHeight, 16))
@@ -47,9 +42,4 @@ T.CheckBox {
         }
     }
     spacing: 8
-
-    Accessible.onPressAction: flip()
-    Accessible.onToggleAction: flip()
-    Keys.onEnterPressed: flip()
-    Keys.onReturnPressed: flip()
 }

@@ -34,7 +34,7 @@ T.Popup {
     contentItem: FocusScope {
         Accessible.description: alert.message
         Accessible.name: alert.title
-        Accessible.role: Accessible.AlertMessage
+        Accessible.role: Accessible.Dialog
         focus: true
         implicitHeight: childrenRect.height
 

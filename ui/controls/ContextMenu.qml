@@ -6,6 +6,8 @@ import Kova
 T.Menu {
     id: menu
 
+    property string name: "メニュー"
+
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     implicitWidth: 150
     margins: 4
@@ -21,6 +23,8 @@ T.Menu {
         shadowRadius: 12
     }
     contentItem: ListView {
+        Accessible.name: menu.name
+        Accessible.role: Accessible.PopupMenu
         currentIndex: menu.currentIndex
         implicitHeight: contentHeight
         interactive: false

@@ -7,11 +7,6 @@ T.MenuItem {
 
     property bool isDestructive: false
 
-    function choose() {
-        triggered();
-        menu.dismiss();
-    }
-
     Accessible.name: text
     font.pixelSize: 13
     implicitHeight: 24
@@ -31,8 +26,4 @@ T.MenuItem {
         text: item.text
         verticalAlignment: Text.AlignVCenter
     }
-
-    Accessible.onPressAction: choose()
-    Keys.onEnterPressed: choose()
-    Keys.onReturnPressed: choose()
 }

@@ -7,9 +7,12 @@ T.ItemDelegate {
     id: item
 
     required property int index
+    readonly property bool isChosen: list !== null && list.chosenIndex === index
     readonly property PickerList list: ListView.view as PickerList
     required property string modelData
 
+    Accessible.selectable: true
+    Accessible.selected: isChosen
     font.pixelSize: 13
     height: 24
     highlighted: ListView.isCurrentItem
@@ -36,7 +39,7 @@ T.ItemDelegate {
         color: item.highlighted ? "black" : Palette.textPrimary
         name: "checkmark"
         size: 9
-        visible: item.list !== null && item.list.chosenIndex === item.index
+        visible: item.isChosen
         x: 9
     }
 }

@@ -6,6 +6,7 @@ import Kova
 ListView {
     required property int chosenIndex
 
+    Accessible.role: Accessible.List
     T.ScrollBar.vertical: ScrollBar {
     }
     boundsBehavior: Flickable.StopAtBounds

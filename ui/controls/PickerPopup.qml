@@ -26,6 +26,7 @@ T.Popup {
         radius: 8
     }
     contentItem: PickerList {
+        Accessible.name: popup.picker.Accessible.name
         chosenIndex: popup.picker.currentIndex
         currentIndex: popup.picker.highlightedIndex
         model: popup.picker.delegateModel

@@ -32,10 +32,6 @@ T.Button {
         verticalAlignment: Text.AlignVCenter
     }
 
-    Accessible.onPressAction: button.clicked()
-    Keys.onEnterPressed: button.clicked()
-    Keys.onReturnPressed: button.clicked()
-
     FocusRing {
         cornerRadius: button.cornerRadius
         shown: button.visualFocus

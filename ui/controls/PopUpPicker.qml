@@ -57,7 +57,6 @@ T.ComboBox {
         picker: picker
     }
 
-    Accessible.onPressAction: popup.open()
     Keys.onPressed: event => {
         event.accepted = /^[0-9]$/.test(event.text);
         if (event.accepted)

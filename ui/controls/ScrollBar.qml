@@ -1,3 +1,4 @@
+import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
@@ -5,6 +6,8 @@ import Kova
 T.ScrollBar {
     id: bar
 
+    // Who reads the content can see all of it.
+    Accessible.ignored: true
     implicitHeight: 10
     implicitWidth: 10
     minimumSize: 0.08

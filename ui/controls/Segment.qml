@@ -23,9 +23,6 @@ T.RadioButton {
         verticalAlignment: Text.AlignVCenter
     }
 
-    Accessible.onPressAction: clicked()
-    Accessible.onToggleAction: clicked()
-
     FocusRing {
         cornerRadius: 6
         shown: segment.visualFocus

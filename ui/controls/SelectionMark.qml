@@ -7,9 +7,8 @@ PlainButton {
 
     required property bool isSelected
 
-    Accessible.checkable: true
-    Accessible.checked: isSelected
-    Accessible.role: Accessible.CheckBox
+    checkable: true
+    checked: isSelected
     cornerRadius: 11
     implicitHeight: 22
     implicitWidth: 22

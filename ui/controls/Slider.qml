@@ -41,13 +41,4 @@ T.Slider {
             shown: slider.visualFocus
         }
     }
-
-    Accessible.onDecreaseAction: {
-        decrease();
-        moved();
-    }
-    Accessible.onIncreaseAction: {
-        increase();
-        moved();
-    }
 }

@@ -13,7 +13,6 @@ T.SpinBox {
     required property int number
     required property string text
 
-    Accessible.description: text
     focusPolicy: Qt.StrongFocus
     from: Math.min(minimum, number)
     implicitHeight: 26
@@ -49,15 +48,6 @@ T.SpinBox {
         isUsable: stepper.value < stepper.to
         symbol: "chevron.up"
         x: stepper.width - width
-    }
-
-    Accessible.onDecreaseAction: {
-        decrease();
-        valueModified();
-    }
-    Accessible.onIncreaseAction: {
-        increase();
-        valueModified();
     }
 
     // Not the content item, which would be a stop of its own for the Tab key.

@@ -35,16 +35,6 @@ T.Switch {
         }
     }
 
-    Accessible.onPressAction: flip()
-    Accessible.onToggleAction: flip()
-    Keys.onEnterPressed: flip()
-    Keys.onReturnPressed: flip()
-
-    function flip() {
-        toggle();
-        toggled();
-    }
-
     FocusRing {
         cornerRadius: 11
         shown: control.visualFocus

@@ -13,6 +13,8 @@ Item {
     required property string sequenceText
     required property string timeText
 
+    readonly property string title: label === "" ? timeText : timeText + " " + label
+
     signal click
     signal duplicate
     signal preview
@@ -23,8 +25,7 @@ Item {
     T.Button {
         id: surface
 
-        Accessible.description: card.sequenceText === "" ? card.repeatDaysText : card.repeatDaysText + " " + card.sequenceText
-        Accessible.name: card.label === "" ? card.timeText : card.timeText + " " + card.label
+        Accessible.name: "編集 " + card.title
         anchors.fill: parent
         objectName: "cardSurface"
 
@@ -33,9 +34,6 @@ Item {
             radius: 12
         }
 
-        Accessible.onPressAction: card.click()
-        Keys.onEnterPressed: card.click()
-        Keys.onReturnPressed: card.click()
         onClicked: card.click()
 
         FocusRing {
@@ -102,6 +100,7 @@ Item {
             verticalCenter: parent.verticalCenter
         }
         SymbolButton {
+            Accessible.name: toolTip + " " + card.title
             anchors.verticalCenter: parent.verticalCenter
             color: card.isPreviewing ? Palette.accent : Palette.textSecondary
             height: 26
@@ -113,6 +112,7 @@ Item {
             onClicked: card.preview()
         }
         SymbolButton {
+            Accessible.name: toolTip + " " + card.title
             anchors.verticalCenter: parent.verticalCenter
             color: Palette.textSecondary
             height: 26
@@ -128,7 +128,7 @@ Item {
         Switch {
             id: enabledSwitch
 
-            Accessible.name: surface.Accessible.name
+            Accessible.name: "有効 " + card.title
             anchors.verticalCenter: parent.verticalCenter
             checked: card.isEnabled
             objectName: "enabledSwitch"

@@ -8,6 +8,7 @@ Item {
     // Of the background.
     property real cornerRadius: 0
     required property AlarmEditor editor
+    readonly property string title: editor.isNew ? "新規アラーム" : "アラーム編集"
     readonly property bool isOnScreen: visible && Window.visibility !== Window.Hidden
 
     signal cancel
@@ -39,7 +40,7 @@ Item {
             y: 20
 
             HeaderBar {
-                title: view.editor.isNew ? "新規アラーム" : "アラーム編集"
+                title: view.title
                 width: parent.width
 
                 onCancel: view.cancel()

@@ -8,6 +8,8 @@ Item {
     required property AlarmEditor editor
     required property HomeScreen home
 
+    Accessible.role: Accessible.Pane
+
     HomeView {
         anchors.fill: parent
         home: contentView.home

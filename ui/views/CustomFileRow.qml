@@ -59,6 +59,7 @@ Row {
             size: 10
         }
         Text {
+            Accessible.name: text
             anchors.verticalCenter: parent.verticalCenter
             color: Palette.textPrimary
             elide: Text.ElideRight

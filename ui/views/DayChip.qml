@@ -8,8 +8,8 @@ PlainButton {
     required property AlarmEditor editor
     readonly property bool isSelected: editor.selectedDays[day]
 
-    Accessible.checkable: true
-    Accessible.checked: isSelected
+    checkable: true
+    checked: isSelected
     color: isSelected ? "black" : Palette.textSecondary
     cornerRadius: 16
     font.pixelSize: 12

@@ -8,6 +8,9 @@ FocusScope {
     required property AlarmEditor editor
     required property bool isSettled
 
+    Accessible.name: editView.title
+    Accessible.role: Accessible.Dialog
+
     // In front of the dimming, which lies where no click comes.
     MouseArea {
         anchors.fill: parent

@@ -24,6 +24,8 @@ Item {
     Text {
         id: titleText
 
+        Accessible.name: text
+        Accessible.role: Accessible.Heading
         anchors.verticalCenter: parent.verticalCenter
         color: Palette.textPrimary
         font.pixelSize: 15

@@ -19,6 +19,9 @@ Item {
     // A place in the row where the card's menu is asked for.
     signal menuAsked(real x, real y)
 
+    Accessible.description: sequenceText === "" ? repeatDaysText : repeatDaysText + " " + sequenceText
+    Accessible.name: card.title
+    Accessible.role: Accessible.ListItem
     implicitHeight: card.implicitHeight
 
     Keys.onMenuPressed: row.askMenu(card.x + 14, row.height - 12)
@@ -44,7 +47,7 @@ Item {
         width: 22
 
         sourceComponent: SelectionMark {
-            Accessible.name: row.label === "" ? row.timeText : row.timeText + " " + row.label // qmllint disable unqualified
+            Accessible.name: "選択 " + card.title // qmllint disable unqualified
             isSelected: row.isSelected // qmllint disable unqualified
 
             onClicked: row.home.selection.toggle(row.groupId) // qmllint disable unqualified

@@ -97,12 +97,14 @@ Item {
         visible: list.count === 0
 
         Text {
+            Accessible.name: text
             anchors.horizontalCenter: parent.horizontalCenter
             color: Palette.textSecondary
             font.pixelSize: 14
             text: "アラームがありません"
         }
         Text {
+            Accessible.name: text
             anchors.horizontalCenter: parent.horizontalCenter
             color: Palette.textSecondary
             font.pixelSize: 12

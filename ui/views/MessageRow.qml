@@ -28,6 +28,7 @@ Item {
     PlainButton {
         id: button
 
+        Accessible.name: toolTip + " " + row.placeholder
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         cornerRadius: width / 2

@@ -11,9 +11,13 @@ Column {
     property bool isStretched: false
     required property string title
 
+    Accessible.name: title
+    Accessible.role: Accessible.Grouping
     spacing: 10
 
     Text {
+        Accessible.name: text
+        Accessible.role: Accessible.Heading
         color: Palette.textSecondary
         font.capitalization: Font.AllUppercase
         font.letterSpacing: 0.5

@@ -58,10 +58,7 @@ T.RadioButton {
         }
     }
 
-    Accessible.onPressAction: choose()
     Keys.onDownPressed: list.move(index + 1, false)
-    Keys.onEnterPressed: choose()
-    Keys.onReturnPressed: choose()
     Keys.onUpPressed: list.move(index - 1, false)
     onClicked: choose()
     onIsChosenChanged: followChoice()

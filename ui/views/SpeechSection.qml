@@ -9,6 +9,7 @@ Column {
     spacing: 10
 
     Text {
+        Accessible.name: text
         color: Palette.textSecondary
         font.pixelSize: 10
         text: "音楽と同時に再生されます"

@@ -10,6 +10,9 @@ Row {
     required property bool isLast
     required property string timeText
 
+    Accessible.description: isLast ? "最終アラーム" : ""
+    Accessible.name: timeText
+    Accessible.role: Accessible.ListItem
     spacing: 8
     y: 4
 

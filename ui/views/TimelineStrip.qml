@@ -23,6 +23,8 @@ ContinuousRectangle {
     ListView {
         id: list
 
+        Accessible.name: caption.text
+        Accessible.role: Accessible.List
         boundsBehavior: Flickable.StopAtBounds
         clip: true
         height: 4 + sample.implicitHeight + 4

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QObject>
+
+class QQuickItem;
+
+namespace kova {
+
+/// Tells assistive tools of an item's changes of which the toolkit does not tell by itself.
+class AccessibleChanges : public QObject {
+    Q_OBJECT
+
+public:
+    /// Until the item goes.
+    static void tellOf(QQuickItem &item);
+
+private Q_SLOTS:
+    void tellValue();
+    void tellEnabled();
+    void tellHighlight();
+
+private:
+    explicit AccessibleChanges(QQuickItem &item);
+
+    void follow(const char *property, const char *slot);
+
+    QQuickItem &m_item;
+};
+
+} // namespace kova
