@@ -1,6 +1,7 @@
-"""Uses the program as an assistive tool does, over the accessibility bus that the environment leads to:
-assistive.py press NAME, assistive.py toggle NAME, assistive.py write NAME TEXT, or assistive.py tell, which prints
-role, name and description of everything that is shown, scrolled out of sight or not, and what has the focus."""
+"""Uses the program as an assistive tool does, over the accessibility bus that the environment leads to, and by no
+other means: assistive.py press NAME, toggle NAME, set NAME NUMBER or write NAME TEXT, which wait until it can be
+done; try NAME, which presses what is disabled too; or tell, which prints role, name, description, text or value, and
+states of everything that is shown, scrolled out of sight or not."""
 
 import sys
 import time
@@ -21,8 +22,17 @@ def shown(node):
         yield from shown(node.get_child_at_index(index))
 
 
-def is_in_sight(node):
-    return node.get_state_set().contains(Atspi.StateType.SHOWING)
+def states(node):
+    held = node.get_state_set()
+    told = [name for name in ("focused", "checked", "selected", "modal") if held.contains(getattr(Atspi.StateType, name.upper()))]
+    return told if held.contains(Atspi.StateType.SENSITIVE) else [*told, "disabled"]
+
+
+def content(node):
+    if node.get_text_iface():
+        return Atspi.Text.get_text(node, 0, -1)
+    value = node.get_value_iface()
+    return f"{value.get_current_value():g} of {value.get_minimum_value():g} to {value.get_maximum_value():g}" if value else ""
 
 
 def everything():
@@ -48,34 +58,28 @@ def until(answer, complaint):
     sys.exit(complaint)
 
 
-def find(name, is_right):
-    return until(lambda: next((node for node in everything() if node.get_name() == name and is_right(node)), None),
-                 f"nothing is called {name}")
-
-
-def click(node):
-    place = node.get_extents(Atspi.CoordType.SCREEN)
-    Atspi.generate_mouse_event(place.x + place.width // 2, place.y + place.height // 2, "b1c")
+def find(name, is_right, usable=True):
+    def is_wanted(node):
+        return node.get_name() == name and is_right(node) and not (usable and "disabled" in states(node))
+    return until(lambda: next(filter(is_wanted, everything()), None), f"nothing of use is called {name}")
 
 
 def main(verb, name="", text=""):
-    if verb in ("press", "toggle"):
-        action = verb.capitalize()
-        node = find(name, lambda node: action in actions(node))
-        if not is_in_sight(node):
-            node.get_component_iface().grab_focus()
-            until(lambda: is_in_sight(node), f"{name} is not scrolled into sight")
+    if verb in ("press", "toggle", "try"):
+        action = "Toggle" if verb == "toggle" else "Press"
+        node = find(name, lambda node: action in actions(node), usable=verb != "try")
         node.get_action_iface().do_action(actions(node).index(action))
+    elif verb == "set":
+        node = find(name, Atspi.Accessible.get_value_iface)
+        Atspi.Value.set_current_value(node, float(text))
+        until(lambda: Atspi.Value.get_current_value(node) == float(text), f"{name} does not take the value")
     elif verb == "write":
-        node = find(name, lambda node: node.get_role() == Atspi.Role.TEXT)
-        until(lambda: click(node) or node.get_state_set().contains(Atspi.StateType.FOCUSED),
-              f"{name} does not take the focus")
-        Atspi.generate_keyboard_event(0, text, Atspi.KeySynthType.STRING)
+        node = find(name, Atspi.Accessible.get_editable_text_iface)
+        Atspi.EditableText.set_text_contents(node, text)
         until(lambda: Atspi.Text.get_text(node, 0, -1) == text, f"{name} does not take the text")
     else:
         for node in everything():
-            focus = ["focused"] if node.get_state_set().contains(Atspi.StateType.FOCUSED) else []
-            print(node.get_role_name(), node.get_name(), node.get_description(), *focus, sep="\t")
+            print(node.get_role_name(), node.get_name(), node.get_description(), content(node), *states(node), sep="\t")
 
 
 main(*sys.argv[1:])

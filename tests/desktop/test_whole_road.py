@@ -13,30 +13,61 @@ from groups import group
 from session import ASSISTED, until
 
 
-def test_a_group_is_added_rings_and_is_stopped(session):
+def silent(recording):
+    quiet = 2 * sound.RATE
+    return len(recording.samples()) > quiet and not sound.sounding(recording.samples()[-quiet:])
+
+
+def test_a_group_is_made_edited_rung_and_stopped_without_eyes(session):
     session.start_all()
     session.start("display", "accessibility")
-    session.save(b"[{}]")
-    program = session.run("06:50:00", ASSISTED)
+    program = session.run("06:40:00", ASSISTED)
     session.assist("press", "アラーム追加")
-    session.assist("write", "ラベル", "walk")
+    for verb, name, *value in [
+        ("set", "時", "6"), ("press", "分"), ("press", "45"), ("press", "開始"), ("write", "ラベル", "walk"),
+        ("toggle", "水"), ("toggle", "月"), ("set", "回数", "2"), ("set", "間隔", "3"), ("press", "Wake-up Pulse"),
+        ("set", "音量", "0.5"), ("toggle", "最終アラームで読み上げ"), ("write", "最終アラーム メッセージ", "get up"),
+        ("set", "TTS音量", "0.25"),
+    ]:
+        session.assist(verb, name, *value)
+    told = session.assist("tell")
+    assert {"dialog\t新規アラーム\t\t\tmodal", "combo box\t分\t\t45", "spin button\t回数\t\t2回", "heading\tサウンド\t\t",
+            "check box\t月\t\t\tchecked", "check box\t火\t\t", "radio button\tWake-up Pulse\t\t\tchecked",
+            "slider\t音量\t\t0.5 of 0 to 1", "text\tラベル\t例: 朝のアラーム\twalk", "list item\t6:45\t\t",
+            "list item\t6:48\t最終アラーム\t", "push button\tアラーム追加\t\t\tdisabled"} <= set(told)
+    session.assist("try", "アラーム追加")
     session.assist("press", "保存")
-    aside = session.list_file.with_name(f"{session.list_file.name}.unreadable")
-    until(lambda: aside.exists() and session.list_file.exists())
-    assert aside.read_bytes() == b"[{}]"
+    until(session.list_file.exists)
     [added] = json.loads(session.list_file.read_text())
-    assert (added["label"], added["targetHour"], added["alarmCount"]) == ("walk", 7, 3)
+    assert {"targetHour": 6, "targetMinute": 45, "startBefore": False, "label": "walk", "repeatDays": [3, 1],
+            "alarmCount": 2, "intervalMinutes": 3, "soundName": "wakeup_pulse", "volume": 0.5, "ttsEnabled": False,
+            "ttsLastEnabled": True, "ttsLastMessage": "get up", "ttsVolume": 0.25}.items() <= added.items()
     session["logind"].wait_for_call("Inhibit", why="KOVA Alarm active — preventing sleep")
 
-    session.clock.set("06:59:58.5")
+    session.assist("press", "6:45 walk")
+    session.assist("write", "ラベル", "run")
+    session.assist("press", "保存")
+    session.assist("toggle", "6:45 run")
+    told = session.assist("tell")
+    assert {"list item\t6:45 run\t\t", "check box\t6:45 run\t\t", "push button\t6:45 run\t月・水 2回 / 3分間隔\t",
+            "push button\t複製 6:45 run\t\t"} <= set(told)
+    session.assist("toggle", "6:45 run")
+    session.assist("press", "編集")
+    session.assist("try", "0件を削除")
+    session.assist("toggle", "選択 6:45 run")
+    assert "check box\t選択 6:45 run\t\t\tchecked" in session.assist("tell")
+    session.assist("press", "1件を削除")
+    assert "dialog\t削除確認\t1件のアラームを削除しますか？\t\tmodal" in session.assist("tell")
+    session.assist("press", "キャンセル")
+    session.assist("press", "完了")
+
+    session.clock.set("06:47:58.5")
     with session.record() as recording:
-        program.wait_for("[Scheduler] FIRE: walk alarm #3")
+        program.wait_for("[Scheduler] FIRE: run alarm #2")
         until(lambda: sound.sounding(recording.samples()))
-        # A screen reader speaks what takes the focus.
-        assert "alert\t7:00\twalk アラーム 3 / 3\tfocused" in session.assist("tell")
+        assert "alert\t6:48\trun アラーム 2 / 2\t\tmodal" in session.assist("tell")
         session.assist("press", "停止")
-        quiet = 2 * sound.RATE
-        until(lambda: len(recording.samples()) > quiet and not sound.sounding(recording.samples()[-quiet:]), 10, 0.1)
+        until(lambda: silent(recording), 10, 0.1)
     assert not any(line.startswith("alert") for line in session.assist("tell"))
     program.end()
 

@@ -25,7 +25,8 @@ Item {
     T.Button {
         id: surface
 
-        Accessible.name: "編集 " + card.title
+        Accessible.description: card.sequenceText === "" ? card.repeatDaysText : card.repeatDaysText + " " + card.sequenceText
+        Accessible.name: card.title
         anchors.fill: parent
         objectName: "cardSurface"
 
@@ -128,7 +129,7 @@ Item {
         Switch {
             id: enabledSwitch
 
-            Accessible.name: "有効 " + card.title
+            Accessible.name: card.title
             anchors.verticalCenter: parent.verticalCenter
             checked: card.isEnabled
             objectName: "enabledSwitch"

@@ -19,7 +19,6 @@ Item {
     // A place in the row where the card's menu is asked for.
     signal menuAsked(real x, real y)
 
-    Accessible.description: sequenceText === "" ? repeatDaysText : repeatDaysText + " " + sequenceText
     Accessible.name: card.title
     Accessible.role: Accessible.ListItem
     implicitHeight: card.implicitHeight

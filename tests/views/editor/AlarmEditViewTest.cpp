@@ -488,7 +488,7 @@ private Q_SLOTS:
             {"PopUpPicker", 1, QAccessible::ComboBox, QStringLiteral("分")},
             {"Segment", 1, QAccessible::RadioButton, QStringLiteral("開始")},
             {"TextField", 0, QAccessible::EditableText, QStringLiteral("ラベル")},
-            {"DayChip", 0, QAccessible::Button, QStringLiteral("日")},
+            {"DayChip", 0, QAccessible::CheckBox, QStringLiteral("日")},
             {"Stepper", 0, QAccessible::SpinBox, QStringLiteral("回数")},
             {"Stepper", 1, QAccessible::SpinBox, QStringLiteral("間隔")},
             {"PlainButton", 2, QAccessible::Button, QStringLiteral("ファイルから選択")},
