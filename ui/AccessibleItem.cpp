@@ -82,7 +82,6 @@ QAccessibleInterface *make(const QString & /*className*/, QObject *object) {
 } // namespace
 
 void AccessibleItem::install() {
-    QAccessible::removeFactory(&make);
     QAccessible::installFactory(&make);
 }
 

@@ -15,8 +15,7 @@ class AccessibleItem final : public QAccessibleObject,
                              public QAccessibleActionInterface,
                              public QAccessibleValueInterface {
 public:
-    /// From now on the toolkit makes its interfaces of items by this class. To be called again when QtQuick
-    /// may have been loaded since.
+    /// From now on the toolkit makes its interfaces of items by this class.
     static void install();
 
     explicit AccessibleItem(QQuickItem &item);

@@ -2,7 +2,6 @@
 
 #include "ViewWindow.h"
 
-
 namespace kova {
 
 class HomeScreen;
