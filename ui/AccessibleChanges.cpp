@@ -28,8 +28,11 @@ void AccessibleChanges::follow(const char *property, const char *slot) {
 }
 
 void AccessibleChanges::tellValue() {
-    QAccessibleValueChangeEvent event(&m_item, {});
-    QAccessible::updateAccessibility(&event);
+    QAccessibleInterface *told = QAccessible::queryAccessibleInterface(&m_item);
+    if (told && told->valueInterface()) { // not while the item is being made
+        QAccessibleValueChangeEvent event(&m_item, {});
+        QAccessible::updateAccessibility(&event);
+    }
 }
 
 void AccessibleChanges::tellEnabled() {
