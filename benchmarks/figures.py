@@ -240,8 +240,9 @@ def kills():
     print(f"| {re.search('[0-9]+ kills in .*', done.stdout)[0]} | | | 1000 |", flush=True)
 
 
-def status(pid, key):
-    return int(re.search(rf"^{key}:\s+(\d+)", Path(f"/proc/{pid}/status").read_text(), re.M)[1])
+def memory(pid, key):
+    """In MB, over all mappings. A program that has just been linked counts as private until the disk has it."""
+    return int(re.search(rf"^{key}:\s+(\d+)", Path(f"/proc/{pid}/smaps_rollup").read_text(), re.M)[1]) / 1024
 
 
 def activity(pid):
@@ -255,6 +256,7 @@ def activity(pid):
 
 
 def idle():
+    os.sync()
     session = Session()
     try:
         session.start_all()
@@ -269,7 +271,8 @@ def idle():
             before = activity(program.pid)
             time.sleep(30)
             after = activity(program.pid)
-            row(f"resident memory, idle, 20 groups, {state}", [status(program.pid, "VmRSS") / 1024], "MB")
+            row(f"resident memory, idle, 20 groups, {state}", [memory(program.pid, "Rss")], "MB")
+            row(f"private memory, idle, 20 groups, {state}", [memory(program.pid, "Private_Dirty")], "MB")
             row(f"wake-ups, idle, {state}", [(after[0] - before[0]) / 30], "a second")
             row(f"processor time, idle, {state}", [(after[1] - before[1]) / 30 * 100], "%")
     finally:
