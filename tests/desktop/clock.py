@@ -21,6 +21,7 @@ class Clock:
             "FAKETIME_NO_CACHE": "1",
             "FAKETIME_DONT_FAKE_MONOTONIC": "1",
             "FAKETIME_DONT_RESET": "1",
+            "FAKETIME_FORCE_MONOTONIC_FIX": "0",  # else timed waits for the monotonic clock end at once
             "TZ": ZONE,
         }
         self.set("06:30:00")
