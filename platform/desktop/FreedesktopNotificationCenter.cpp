@@ -68,12 +68,10 @@ void FreedesktopNotificationCenter::requestAuthorization(Authorized answer) {
 }
 
 void FreedesktopNotificationCenter::add(const NotificationRequest &request) {
-    m_buses.run([this, call = notify(request, m_takesMarkup)] {
-        m_buses.call(Bus::Session, call, [this](const QDBusMessage &reply) {
-            if (reply.type() == QDBusMessage::ReplyMessage) {
-                m_shown.insert(reply.arguments().value(0).toUInt());
-            }
-        });
+    m_buses.send(Bus::Session, notify(request, m_takesMarkup), [this](const QDBusMessage &reply) {
+        if (reply.type() == QDBusMessage::ReplyMessage) {
+            m_shown.insert(reply.arguments().value(0).toUInt());
+        }
     });
 }
 

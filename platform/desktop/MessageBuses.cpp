@@ -62,19 +62,22 @@ void MessageBuses::call(Bus bus, const QDBusMessage &message, const Reply &reply
                                        QStringLiteral("The message bus is not there")));
         return;
     }
-    auto *const watcher =
-        new QDBusPendingCallWatcher(to.asyncCall(message, static_cast<int>(timeout.count())), &m_home);
+    follow(to.asyncCall(message, static_cast<int>(timeout.count())), reply);
+}
+
+void MessageBuses::follow(const QDBusPendingCall &call, const Reply &reply) {
+    auto *const watcher = new QDBusPendingCallWatcher(call, &m_home);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &m_home, [watcher, reply] {
         watcher->deleteLater();
         reply(watcher->reply());
     });
 }
 
-void MessageBuses::send(Bus bus, const QDBusMessage &message) {
+void MessageBuses::send(Bus bus, const QDBusMessage &message, const Reply &reply) {
     if (const auto present = presentConnection(bus); present && present->isConnected()) {
-        present->send(message);
+        run([this, sent = present->asyncCall(message), reply] { follow(sent, reply); });
     } else {
-        run([this, bus, message] { connection(bus).send(message); });
+        run([this, bus, message, reply] { call(bus, message, reply); });
     }
 }
 

@@ -36,8 +36,8 @@ public:
     void call(Bus bus, const QDBusMessage &message, const Reply &reply,
               std::chrono::milliseconds timeout = std::chrono::seconds(25));
 
-    /// Sends a call whose reply nobody needs, at once where the bus is connected. Any thread.
-    void send(Bus bus, const QDBusMessage &message);
+    /// The same, sent at once where the bus is connected. Any thread.
+    void send(Bus bus, const QDBusMessage &message, const Reply &reply = [](const QDBusMessage &) {});
 
     /// Tells each new owner of a service's name, and that a bus that was lost is there again. It does not
     /// connect the bus. On the buses' thread.
@@ -62,6 +62,7 @@ private:
         Arrived arrived;
     };
 
+    void follow(const QDBusPendingCall &call, const Reply &reply);
     QDBusConnection connection(Bus bus);
     void watchAnew(Bus bus);
     std::optional<QDBusConnection> presentConnection(Bus bus);
