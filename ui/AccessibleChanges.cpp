@@ -3,6 +3,8 @@
 #include <QAccessible>
 #include <QMetaMethod>
 #include <QQuickItem>
+#include <algorithm>
+#include <utility>
 
 namespace kova {
 
@@ -16,6 +18,10 @@ AccessibleChanges::AccessibleChanges(QQuickItem &item) : QObject(&item), m_item(
     follow("enabled", "tellEnabled()");
     follow("highlighted", "tellHighlight()");
     follow(item.inherits("QQuickComboBox") ? "currentIndex" : "value", "tellValue()");
+    if (item.inherits("QQuickTextInput")) {
+        m_text = item.property("text").toString();
+        follow("text", "tellText()");
+    }
 }
 
 void AccessibleChanges::follow(const char *property, const char *slot) {
@@ -48,6 +54,18 @@ void AccessibleChanges::tellHighlight() {
         QAccessibleEvent event(&m_item, QAccessible::Focus);
         QAccessible::updateAccessibility(&event);
     }
+}
+
+// Only what lies between the parts that stayed.
+void AccessibleChanges::tellText() {
+    const QString before = std::exchange(m_text, m_item.property("text").toString());
+    const auto begin = std::mismatch(before.cbegin(), before.cend(), m_text.cbegin(), m_text.cend());
+    const auto end = std::mismatch(before.crbegin(), std::make_reverse_iterator(begin.first),
+                                   m_text.crbegin(), std::make_reverse_iterator(begin.second));
+    QAccessibleTextUpdateEvent event(&m_item, static_cast<int>(begin.first - before.cbegin()),
+                                     QString(begin.first, end.first.base() - begin.first),
+                                     QString(begin.second, end.second.base() - begin.second));
+    QAccessible::updateAccessibility(&event);
 }
 
 } // namespace kova

@@ -18,6 +18,7 @@ private Q_SLOTS:
     void tellValue();
     void tellEnabled();
     void tellHighlight();
+    void tellText();
 
 private:
     explicit AccessibleChanges(QQuickItem &item);
@@ -25,6 +26,7 @@ private:
     void follow(const char *property, const char *slot);
 
     QQuickItem &m_item;
+    QString m_text; // of a text field, as told
 };
 
 } // namespace kova
