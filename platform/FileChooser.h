@@ -18,6 +18,9 @@ public:
 
     /// Modal: waits for the user while the event loop runs on. None when the user cancels.
     virtual std::optional<QString> chooseFile(const FileChooserRequest &request) = 0;
+
+    /// Closes an open dialog as the user's cancel does.
+    virtual void cancel() = 0;
 };
 
 } // namespace kova

@@ -6,6 +6,7 @@
 #include "MainWindow.h"
 #include "MenuBarExtra.h"
 #include "ProcessActivity.h"
+#include "RingingRules.h"
 
 #include <QQmlEngine>
 #include <memory>
@@ -41,6 +42,7 @@ private:
     QQmlEngine m_engine;
     AlarmViewModel m_viewModel;
     AlarmScheduler &m_scheduler;
+    RingingRules m_ringingRules;
     HomeScreen m_home;
     AlarmEditor m_editor;
     MainWindow m_mainWindow;

@@ -97,8 +97,7 @@ void MessageBuses::watchAnew(Bus bus) {
     }
 }
 
-// A lost connection stays lost, so each new one gets a name of its own. The toolkit connects to all buses on
-// one thread: one that hangs must not come near it.
+// A lost connection stays lost, so each new one gets a name of its own.
 QDBusConnection MessageBuses::connection(Bus bus) {
     if (const auto present = presentConnection(bus)) {
         if (present->isConnected()) {
@@ -107,12 +106,9 @@ QDBusConnection MessageBuses::connection(Bus bus) {
         setPresentConnection(bus, std::nullopt);
         QDBusConnection::disconnectFromBus(present->name());
     }
-    const QString &address = m_addresses[static_cast<size_t>(bus)];
-    if (!busAnswers(address)) {
-        return QDBusConnection(QString());
-    }
-    QDBusConnection connected =
-        QDBusConnection::connectToBus(address, QStringLiteral("kova-%1").arg(++m_connections));
+    QDBusConnection connected = QDBusConnection::connectToBus(
+        bus == Bus::Session ? QDBusConnection::SessionBus : QDBusConnection::SystemBus,
+        QStringLiteral("kova-%1").arg(++m_connections));
     setPresentConnection(bus, connected);
     if (connected.isConnected()) {
         startWatching(bus, connected);

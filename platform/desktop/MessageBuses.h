@@ -1,7 +1,5 @@
 #pragma once
 
-#include "BusAddress.h"
-
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QObject>
@@ -15,6 +13,8 @@
 #include <vector>
 
 namespace kova {
+
+enum class Bus { Session, System };
 
 /// The desktop's message buses, served by one thread, so that nobody waits for a bus or a service that is
 /// missing, slow or hung. Each is connected at its first use, and again at the next one after it was lost.
@@ -79,7 +79,6 @@ private:
     std::array<bool, 2> m_wasConnected{};
     std::vector<Watch> m_watches;
     std::vector<Listening> m_listenings;
-    const std::array<QString, 2> m_addresses{busAddress(Bus::System), busAddress(Bus::Session)};
 };
 
 } // namespace kova

@@ -6,6 +6,11 @@
 
 namespace kova {
 
+QByteArray activationToken() {
+    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
+    return token.isEmpty() ? qgetenv("DESKTOP_STARTUP_ID") : token;
+}
+
 void bringToFront(Application &application, const QByteArray &activationToken) {
     QMetaObject::invokeMethod(
         QCoreApplication::instance(),

@@ -1,4 +1,4 @@
-"""Idle sleep is held off while a group is on, and let go at the end."""
+"""Idle sleep is held off for the whole run, once more while a group is on, and let go at the end."""
 
 import signal
 import time
@@ -47,7 +47,7 @@ def test_sleep_is_held_off_again_by_a_service_that_restarts(session, inhibitor):
     assert len(session[inhibitor].calls("Inhibit")) == 2
 
 
-def test_sleep_is_allowed_while_every_group_is_off(session):
+def test_the_running_program_holds_sleep_off_though_every_group_is_off(session):
     session.start("session-bus", "system-bus", "logind")
     session.save(group(isEnabled=False))
     program = session.run()

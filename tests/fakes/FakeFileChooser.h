@@ -12,12 +12,15 @@ public:
     std::optional<QString> answer;
     QList<FileChooserRequest> requests;
     std::function<void()> meanwhile = [] {}; ///< while the dialog is open
+    int cancellations = 0;
 
     std::optional<QString> chooseFile(const FileChooserRequest &request) override {
         requests.append(request);
         meanwhile();
         return answer;
     }
+
+    void cancel() override { cancellations += 1; }
 };
 
 } // namespace kova

@@ -12,16 +12,15 @@ namespace kova {
 /// The desktop's own file dialog, or its portal's, where there is one; else Qt's, in Japanese.
 class DesktopFileChooser : public FileChooser {
 public:
-    /// The dialog stands in front of this window. Not owned.
-    void setParentWindow(QWindow *window) { m_parentWindow = window; }
-
-    /// The colours of Qt's dialog.
-    void setPalette(const QPalette &palette) { m_palette = palette; }
+    /// The dialog stands in front of this window, which is not owned; Qt's own has these colours.
+    void setParentWindow(QWindow *window, const QPalette &palette) {
+        m_parentWindow = window;
+        m_palette = palette;
+    }
 
     std::optional<QString> chooseFile(const FileChooserRequest &request) override;
 
-    /// Closes an open dialog as the user's cancel does, so that a ringing alarm can be reached.
-    void cancel();
+    void cancel() override;
 
 private:
     QPointer<QWindow> m_parentWindow;

@@ -1,6 +1,8 @@
 #include "DesktopPlatform.h"
 
+#include "DesktopApplication.h"
 #include "DesktopClock.h"
+#include "DesktopFileChooser.h"
 #include "EventLoopRunLoop.h"
 #include "FilePreferences.h"
 #include "FreedesktopNotificationCenter.h"
@@ -8,18 +10,28 @@
 #include "InhibitorProcessActivity.h"
 #include "InodeBookmarks.h"
 #include "InstalledResources.h"
+#include "MenuBarHost.h"
 #include "MessageBuses.h"
 #include "Portal.h"
 #include "PortalNotificationCenter.h"
 #include "ProcessAudioPlayers.h"
+#include "SingleInstance.h"
 #include "SpeechDispatcherSynthesizers.h"
 #include "StandardOutputLog.h"
+#include "bringToFront.h"
 
+#include <QApplication>
+#include <QIcon>
+#include <QTimer>
 #include <QtDebug>
+
+#include <unistd.h>
 
 namespace kova {
 
 namespace {
+
+constexpr std::chrono::milliseconds untilTheWindowStands{200};
 
 std::unique_ptr<NotificationCenter> makeNotificationCenter(MessageBuses &buses, Application &application) {
     if (isSandboxed()) {
@@ -31,9 +43,8 @@ std::unique_ptr<NotificationCenter> makeNotificationCenter(MessageBuses &buses, 
 } // namespace
 
 struct DesktopPlatform::Services {
-    explicit Services(Application &application)
-        : notificationCenter(makeNotificationCenter(buses, application)) {}
-
+    DesktopApplication application;
+    DesktopFileChooser fileChooser;
     DesktopClock clock;
     StandardOutputLog log;
     EventLoopRunLoop runLoop;
@@ -43,25 +54,23 @@ struct DesktopPlatform::Services {
     MessageBuses buses;
     InhibitorProcessActivity processActivity{buses};
     InhibitorPowerAssertions powerAssertions{buses};
-    std::unique_ptr<NotificationCenter> notificationCenter;
+    std::unique_ptr<NotificationCenter> notificationCenter = makeNotificationCenter(buses, application);
+    MenuBarHost menuBarHost{buses};
     ProcessAudioPlayers audioPlayers;
     SpeechDispatcherSynthesizers speechSynthesizers;
 };
 
-DesktopPlatform::DesktopPlatform(Application &application, FileChooser &fileChooser)
-    : m_application(application),
-      m_fileChooser(fileChooser),
-      m_services(std::make_unique<Services>(application)) {}
+DesktopPlatform::DesktopPlatform() : m_services(std::make_unique<Services>()) {}
 
 DesktopPlatform::~DesktopPlatform() = default;
 
 Platform DesktopPlatform::ports() {
     return {
-        .application = m_application,
+        .application = m_services->application,
         .audioPlayers = m_services->audioPlayers,
         .bookmarks = m_services->bookmarks,
         .clock = m_services->clock,
-        .fileChooser = m_fileChooser,
+        .fileChooser = m_services->fileChooser,
         .log = m_services->log,
         .notificationCenter = *m_services->notificationCenter,
         .powerAssertions = m_services->powerAssertions,
@@ -73,11 +82,27 @@ Platform DesktopPlatform::ports() {
     };
 }
 
-MessageBuses &DesktopPlatform::buses() {
-    return m_services->buses;
+const MenuBarHost &DesktopPlatform::menuBarHost() const {
+    return m_services->menuBarHost;
 }
 
-bool DesktopPlatform::shutDown() {
+void DesktopPlatform::show(QWindow &window, const QPalette &palette) {
+    m_services->application.setMainWindow(&window);
+    m_services->fileChooser.setParentWindow(&window, palette);
+    window.show();
+    QTimer::singleShot(untilTheWindowStands, &m_services->menuBarHost, [host = &m_services->menuBarHost] {
+        QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("jp.kova.Alarm")));
+        host->watch();
+    });
+}
+
+void DesktopPlatform::listenTo(SingleInstance &instance) {
+    QObject::connect(&instance, &SingleInstance::activated, &m_services->application,
+                     [this](const QByteArray &token) { bringToFront(m_services->application, token); });
+    instance.listen();
+}
+
+int DesktopPlatform::end(int status) {
     constexpr std::chrono::seconds forTheDisk{5};
     constexpr std::chrono::milliseconds forAService{500};
     const std::optional<QString> unsaved = m_services->preferences.flush(forTheDisk);
@@ -86,7 +111,10 @@ bool DesktopPlatform::shutDown() {
     }
     const bool isSpeechless = m_services->speechSynthesizers.close(forAService);
     const bool isOffTheBuses = m_services->buses.close(forAService);
-    return !unsaved && isSpeechless && isOffTheBuses && m_services->bookmarks.isIdle();
+    if (unsaved || !isSpeechless || !isOffTheBuses || !m_services->bookmarks.isIdle()) {
+        _exit(status);
+    }
+    return status;
 }
 
 } // namespace kova
