@@ -37,7 +37,8 @@ public:
               std::chrono::milliseconds timeout = std::chrono::seconds(25));
 
     /// The same, sent at once where the bus is connected. Any thread.
-    void send(Bus bus, const QDBusMessage &message, const Reply &reply = [](const QDBusMessage &) {});
+    void send(
+        Bus bus, const QDBusMessage &message, const Reply &reply = [](const QDBusMessage &) {});
 
     /// Tells each new owner of a service's name, and that a bus that was lost is there again. It does not
     /// connect the bus. On the buses' thread.

@@ -11,8 +11,8 @@ namespace kova {
 class MenuBarHost;
 class SingleInstance;
 
-/// The real desktop: every port, and what the desktop wants of the program. Needs the application object. Main
-/// thread.
+/// The real desktop: every port, and what the desktop wants of the program. Needs the application object.
+/// Main thread.
 class DesktopPlatform {
 public:
     DesktopPlatform();
@@ -31,8 +31,8 @@ public:
     /// Shows the window when the program is started again. The instance must outlive the event loop.
     void listenTo(SingleInstance &instance);
 
-    /// Lands what is to be saved and lets go of the machine's sleep, in bounded time. Returns the exit status,
-    /// unless a service still holds up a thread of ours: then the process ends here.
+    /// Lands what is to be saved and lets go of the machine's sleep, in bounded time. Returns the exit
+    /// status, unless a service still holds up a thread of ours: then the process ends here.
     int end(int status);
 
 private:
