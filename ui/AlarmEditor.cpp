@@ -63,6 +63,7 @@ AlarmEditor::AlarmEditor(const Ports &ports, QObject *parent) : QObject(parent),
 
 void AlarmEditor::enter() {
     show(m_ports.store.editingGroup().value_or(AlarmGroup()));
+    m_entered = m_group;
     updateIsNew();
 }
 
@@ -294,6 +295,12 @@ void AlarmEditor::save() {
 
 void AlarmEditor::cancel() {
     m_ports.store.cancelEditing();
+}
+
+void AlarmEditor::cancelUnchanged() {
+    if (m_group == m_entered) {
+        cancel();
+    }
 }
 
 void AlarmEditor::leave() {

@@ -138,6 +138,8 @@ public:
 
     Q_INVOKABLE void save();
     Q_INVOKABLE void cancel();
+    /// Cancels when nothing would be lost.
+    Q_INVOKABLE void cancelUnchanged();
 
     /// Ends what is being tried out; to be called when the editor leaves the screen.
     Q_INVOKABLE void leave();
@@ -168,6 +170,7 @@ private:
 
     Ports m_ports;
     AlarmGroup m_group;
+    AlarmGroup m_entered; // as it was when the editor opened
     bool m_isNew = true;
     std::unique_ptr<QObject> m_choice; ///< of a file for this group; owns the answer
     TimelineModel m_timeline;

@@ -5,6 +5,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QTest>
+#include <QWheelEvent>
 #include <functional>
 
 namespace kova {
@@ -72,6 +73,11 @@ public:
 
     void click(const QQuickItem *item) { click(rect(item).center()); }
     void click(QPointF point) { QTest::mouseClick(&m_view, Qt::LeftButton, {}, point.toPoint()); }
+    void wheel(QPointF point, int turn) {
+        QWheelEvent event(point, m_view.mapToGlobal(point), {}, {0, turn}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&m_view, &event);
+    }
     void key(int key) { QTest::keyClick(&m_view, static_cast<Qt::Key>(key)); }
     void type(const QString &text) {
         for (const QChar character : text) {

@@ -22,6 +22,7 @@ T.MenuItem {
     contentItem: Text {
         color: item.highlighted ? (item.isDestructive ? "white" : "black") : item.isDestructive ? Qt.lighter(Palette.danger, 1.25) : Palette.textPrimary
         elide: Text.ElideRight
+        opacity: item.enabled ? 1 : 0.4
         font: item.font
         text: item.text
         verticalAlignment: Text.AlignVCenter

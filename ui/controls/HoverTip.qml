@@ -7,6 +7,8 @@ Loader {
 
     readonly property bool isWanted: shown && text !== ""
 
+    onTextChanged: if (item)
+        item.text = text // qmllint disable
     onIsWantedChanged: isWanted ? setSource("ToolTip.qml", {
             "parent": parent,
             "text": text,

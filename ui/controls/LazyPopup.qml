@@ -1,7 +1,7 @@
 import QtQuick 2.15
 
-// A popup that is read and made when it is wanted, and gone once it has disappeared: the window opens without it.
-Loader {
+// A popup that is there while it is to be shown.
+PopupLoader {
     id: lazyPopup
 
     required property var inputs
@@ -13,12 +13,12 @@ Loader {
 
     function follow() {
         if (isShown && item) {
+            // qmllint disable
             item.open(); // qmllint disable
         } else if (isShown) {
-            setSource(popup, inputs);
-            item.open();
+            show(popup, inputs, Window.activeFocusItem?.visualFocus ?? false); // qmllint disable
         } else if (item) {
-            item.close();
+            item.close(); // qmllint disable
         }
     }
 
@@ -28,13 +28,5 @@ Loader {
         if (isComplete) {
             follow();
         }
-    }
-
-    Connections {
-        function onClosed() {
-            lazyPopup.setSource("");
-        }
-
-        target: lazyPopup.item
     }
 }

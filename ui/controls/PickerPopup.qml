@@ -14,16 +14,19 @@ T.Popup {
     bottomPadding: 4
     height: rowsShown * rowHeight + 8
     margins: 4
+    modal: true // what ends it does nothing else
     topPadding: 4
     width: picker.width + 16
     x: -14
     y: -rowsAbove * rowHeight - 4 + (picker.height - rowHeight) / 2
 
-    background: ContinuousRectangle {
+    T.Overlay.modal: Item {
+    }
+    background: PanelBackground {
         borderColor: Qt.alpha(Palette.textPrimary, 0.16)
-        borderWidth: 1
         color: Palette.surface
         radius: 8
+        shadowRadius: 12
     }
     contentItem: PickerList {
         Accessible.name: popup.picker.Accessible.name

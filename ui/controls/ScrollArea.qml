@@ -30,8 +30,22 @@ Item {
             flickable.contentY = Math.min(bottom, flickable.contentHeight) - flickable.height;
     }
 
-    onFocusItemChanged: if (focusItem && isInside(focusItem))
+    // What the pointer has pressed stays under it.
+    onFocusItemChanged: if (focusItem && focusItem.focusReason !== Qt.MouseFocusReason && isInside(focusItem)) // qmllint disable
         reveal(focusItem)
+    Keys.onPressed: event => {
+        const end = Math.max(0, flickable.contentHeight - flickable.height);
+        const page = flickable.height - 40;
+        const targets = {
+            [Qt.Key_Home]: 0,
+            [Qt.Key_End]: end,
+            [Qt.Key_PageUp]: Math.max(0, flickable.contentY - page),
+            [Qt.Key_PageDown]: Math.min(end, flickable.contentY + page)
+        };
+        event.accepted = event.key in targets;
+        if (event.accepted)
+            flickable.contentY = targets[event.key];
+    }
 
     Flickable {
         id: flickable

@@ -6,6 +6,11 @@ import Kova
 T.Slider {
     id: slider
 
+    function moveTo(target: real) {
+        value = Math.min(Math.max(target, from), to);
+        moved();
+    }
+
     implicitHeight: 20
     implicitWidth: 100
     opacity: enabled ? 1 : 0.4
@@ -40,5 +45,17 @@ T.Slider {
             cornerRadius: 8
             shown: slider.visualFocus
         }
+    }
+
+    Keys.onPressed: event => {
+        const targets = {
+            [Qt.Key_Home]: from,
+            [Qt.Key_End]: to,
+            [Qt.Key_PageUp]: value + 5 * stepSize,
+            [Qt.Key_PageDown]: value - 5 * stepSize
+        };
+        event.accepted = event.key in targets;
+        if (event.accepted)
+            moveTo(targets[event.key]);
     }
 }

@@ -13,6 +13,11 @@ T.SpinBox {
     required property int number
     required property string text
 
+    function moveTo(target: int) {
+        value = Math.min(Math.max(target, minimum), maximum);
+        valueModified();
+    }
+
     focusPolicy: Qt.StrongFocus
     from: Math.min(minimum, number)
     implicitHeight: 26
@@ -48,6 +53,18 @@ T.SpinBox {
         isUsable: stepper.value < stepper.to
         symbol: "chevron.up"
         x: stepper.width - width
+    }
+
+    Keys.onPressed: event => {
+        const targets = {
+            [Qt.Key_Home]: minimum,
+            [Qt.Key_End]: maximum,
+            [Qt.Key_PageUp]: value + 5,
+            [Qt.Key_PageDown]: value - 5
+        };
+        event.accepted = event.key in targets;
+        if (event.accepted)
+            moveTo(targets[event.key]);
     }
 
     // Not the content item, which would be a stop of its own for the Tab key.

@@ -6,11 +6,30 @@ import Kova
 T.TextField {
     id: field
 
+    function askMenu(x: real, y: real, byKeyboard: bool) {
+        menu.show("TextFieldMenu.qml", {
+                "field": field,
+                "x": x,
+                "y": y
+            }, byKeyboard);
+    }
+
+    // A line has no breaks and no tabs, whatever is pasted. Each step tells of an edit, so the next one is within it; all
+    // can be undone.
+    function keepOneLine() {
+        const found = text.match(/\r\n|[\t-\r\u2028\u2029]/);
+        if (found) {
+            remove(found.index, found.index + found[0].length);
+            insert(found.index, " ");
+        }
+    }
+
     Accessible.name: placeholderText
     color: Palette.textPrimary
     implicitHeight: Math.ceil(contentHeight + topPadding + bottomPadding)
     implicitWidth: 160
     padding: 8
+    persistentSelection: menu.item !== null
     selectByMouse: true
     selectedTextColor: "black"
     selectionColor: Palette.accent
@@ -23,8 +42,44 @@ T.TextField {
         radius: 8
     }
 
-    HoverHandler {
+    Keys.onMenuPressed: askMenu(cursorRectangle.x, cursorRectangle.y + cursorRectangle.height, true)
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier;
+        if (event.accepted)
+            askMenu(cursorRectangle.x, cursorRectangle.y + cursorRectangle.height, true);
+    }
+    onTextEdited: keepOneLine()
+
+    MouseArea {
+        acceptedButtons: Qt.RightButton
+        anchors.fill: parent
         cursorShape: Qt.IBeamCursor
+
+        onClicked: mouse => {
+            field.forceActiveFocus(Qt.MouseFocusReason);
+            field.askMenu(mouse.x, mouse.y, false);
+        }
+    }
+    PopupLoader {
+        id: menu
+    }
+
+    // The text that is being composed. It has its place when the cursor has.
+    Rectangle {
+        readonly property real start: field.cursorRectangle.x >= 0 ? field.positionToRectangle(field.cursorPosition).x : 0
+
+        color: field.color
+        height: 1
+        visible: field.preeditText !== ""
+        width: Math.min(Math.ceil(composed.advanceWidth), field.width - field.rightPadding - x)
+        x: Math.round(start)
+        y: Math.floor(field.topPadding + field.contentHeight) - 1
+    }
+    TextMetrics {
+        id: composed
+
+        font: field.font
+        text: field.preeditText
     }
     Text {
         anchors.fill: parent

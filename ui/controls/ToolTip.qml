@@ -22,6 +22,7 @@ T.ToolTip {
         radius: 6
     }
     contentItem: Text {
+        objectName: "toolTip"
         color: Palette.textPrimary
         font.pixelSize: 11
         text: toolTip.text

@@ -15,8 +15,22 @@ FocusScope {
     Accessible.description: label === "" ? positionText : label + " " + positionText
     Accessible.name: timeText
     Accessible.role: Accessible.AlertMessage
-    implicitHeight: 400
+    implicitHeight: Math.max(400, 20 + texts.height + 40 + buttons.height + 24)
     implicitWidth: 350
+
+    Keys.onPressed: quiet.restart()
+
+    // Keys that were meant for something else must not end it, so the focus comes to a button when none has come for a
+    // while.
+    Timer {
+        id: quiet
+
+        interval: 1000
+        running: true
+
+        onTriggered: if (alertView.activeFocus && !snoozeButton.activeFocus)
+            stopButton.forceActiveFocus(Qt.OtherFocusReason)
+    }
 
     Item {
         anchors.bottom: buttons.top
@@ -26,6 +40,8 @@ FocusScope {
         anchors.top: parent.top
 
         Column {
+            id: texts
+
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
@@ -106,6 +122,8 @@ FocusScope {
         spacing: 16
 
         FilledButton {
+            id: snoozeButton
+
             bottomPadding: 12
             color: Palette.textPrimary
             cornerRadius: 10
@@ -120,6 +138,8 @@ FocusScope {
             onClicked: alertView.snooze()
         }
         FilledButton {
+            id: stopButton
+
             bottomPadding: 12
             color: "black"
             cornerRadius: 10

@@ -2,10 +2,14 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// One group in the list. The buttons and the switch take their own clicks; a click anywhere else is the card's.
+// One group in the list. The buttons and the switch take their own clicks; a click anywhere else is the card's. The Tab
+// key stops at the current card only.
 Item {
     id: card
 
+    // The buttons and the switch do nothing.
+    required property bool isInert
+    required property bool isCurrent
     required property bool isEnabled
     required property bool isPreviewing
     required property string label
@@ -17,8 +21,13 @@ Item {
 
     signal click
     signal duplicate
+    // The Tab key is pressed at an end of the card's stops.
+    signal leave(var event, int step)
     signal preview
     signal toggle
+
+    // What the Tab key stops at, in its order.
+    readonly property var stops: isInert ? [surface] : [surface, previewButton, duplicateButton, enabledSwitch]
 
     implicitHeight: Math.max(texts.implicitHeight, controls.implicitHeight) + 24
 
@@ -27,6 +36,7 @@ Item {
 
         Accessible.description: card.sequenceText === "" ? card.repeatDaysText : card.repeatDaysText + " " + card.sequenceText
         Accessible.name: card.title
+        activeFocusOnTab: activeFocus || card.isCurrent
         anchors.fill: parent
         objectName: "cardSurface"
 
@@ -35,6 +45,8 @@ Item {
             radius: 12
         }
 
+        Keys.onBacktabPressed: event => card.leave(event, -1)
+        Keys.onTabPressed: event => card.leave(event, 1)
         onClicked: card.click()
 
         FocusRing {
@@ -54,11 +66,14 @@ Item {
             right: controls.left
             rightMargin: 12
             verticalCenter: parent.verticalCenter
+            // The time's line is empty above its digits, which are 23 high.
+            verticalCenterOffset: card.label === "" ? -Math.round((time.baselineOffset - 23) / 2) : 0
         }
         Text {
             color: Palette.textSecondary
             elide: Text.ElideRight
             font.pixelSize: 11
+            horizontalAlignment: Text.AlignLeft // whatever its script
             maximumLineCount: 3
             objectName: "cardLabel"
             text: card.label
@@ -68,6 +83,8 @@ Item {
             wrapMode: Text.Wrap
         }
         Text {
+            id: time
+
             color: Palette.accent
             font.bold: true
             font.family: Fonts.rounded
@@ -101,10 +118,14 @@ Item {
             verticalCenter: parent.verticalCenter
         }
         SymbolButton {
+            id: previewButton
+
             Accessible.name: toolTip + " " + card.title
+            activeFocusOnTab: activeFocus || (card.isCurrent && !card.isInert)
             anchors.verticalCenter: parent.verticalCenter
             color: card.isPreviewing ? Palette.accent : Palette.textSecondary
             height: 26
+            hoverEnabled: !card.isInert
             objectName: "previewButton"
             symbol: card.isPreviewing ? "stop.fill" : "play.fill"
             toolTip: card.isPreviewing ? "停止" : "プレビュー"
@@ -113,10 +134,14 @@ Item {
             onClicked: card.preview()
         }
         SymbolButton {
+            id: duplicateButton
+
             Accessible.name: toolTip + " " + card.title
+            activeFocusOnTab: activeFocus || (card.isCurrent && !card.isInert)
             anchors.verticalCenter: parent.verticalCenter
             color: Palette.textSecondary
             height: 26
+            hoverEnabled: !card.isInert
             objectName: "duplicateButton"
             symbol: "doc.on.doc"
             toolTip: "複製"
@@ -130,11 +155,13 @@ Item {
             id: enabledSwitch
 
             Accessible.name: card.title
+            activeFocusOnTab: activeFocus || (card.isCurrent && !card.isInert)
             anchors.verticalCenter: parent.verticalCenter
             checked: card.isEnabled
             objectName: "enabledSwitch"
             scale: 0.8
 
+            Keys.onTabPressed: event => card.leave(event, 1)
             onToggled: {
                 card.toggle();
                 checked = Qt.binding(() => card.isEnabled);

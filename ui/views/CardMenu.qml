@@ -8,8 +8,6 @@ ContextMenu {
     required property string groupId
     required property HomeScreen home
 
-    visible: true
-
     ContextMenuItem {
         text: "編集"
 

@@ -12,6 +12,7 @@ Item {
 
     HomeView {
         anchors.fill: parent
+        focus: true
         home: contentView.home
     }
     LazyPopup {

@@ -11,6 +11,8 @@ FocusScope {
     Accessible.name: editView.title
     Accessible.role: Accessible.Dialog
 
+    Keys.onEscapePressed: editor.cancelUnchanged()
+
     // In front of the dimming, which lies where no click comes.
     MouseArea {
         anchors.fill: parent

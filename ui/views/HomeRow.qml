@@ -2,10 +2,11 @@ import QtQuick 2.15
 import Kova
 
 // One group's row: its card, and in edit mode the mark that selects it.
-Item {
+FocusScope {
     id: row
 
     required property string groupId
+    required property int index
     required property HomeScreen home
     required property bool isEnabled
     required property bool isSelected
@@ -15,25 +16,54 @@ Item {
     required property string timeText
 
     readonly property bool editMode: home.selection.editMode
+    readonly property bool isCurrent: ListView.isCurrentItem
 
     // A place in the row where the card's menu is asked for.
-    signal menuAsked(real x, real y)
+    signal menuAsked(real x, real y, bool byKeyboard)
+
+    // The keyboard goes to another row: to the same place in it, or on from its end.
+    signal move(int step, int stop)
+
+    function stops(): var {
+        return editMode && mark.item ? [mark.item, ...card.stops] : card.stops;
+    }
+    function stop(): int {
+        return Math.max(0, stops().findIndex(stop => stop.activeFocus));
+    }
+    // The Tab key leads on to the next row, which is perhaps not there yet for the window's own order.
+    function leave(event: var, step: int) {
+        const isAtEnd = stop() === (step > 0 ? stops().length - 1 : 0);
+        const next = index + step;
+        event.accepted = isAtEnd && next >= 0 && next < ListView.view.count;
+        if (event.accepted)
+            move(step, step > 0 ? 0 : -1);
+    }
+    function focusStop(stop: int, reason: int) {
+        const all = stops();
+        all[(stop + all.length) % all.length].forceActiveFocus(reason);
+    }
 
     Accessible.name: card.title
     Accessible.role: Accessible.ListItem
     implicitHeight: card.implicitHeight
 
-    Keys.onMenuPressed: row.askMenu(card.x + 14, row.height - 12)
+    // A row that is taken out takes the keyboard along.
+    onVisibleChanged: if (!visible)
+        focus = false
+
+    Keys.onDownPressed: row.move(1, row.stop())
+    Keys.onMenuPressed: row.askMenu(card.x + 14, row.height - 12, true)
     Keys.onPressed: event => {
         if (event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier) {
-            row.askMenu(card.x + 14, row.height - 12);
+            row.askMenu(card.x + 14, row.height - 12, true);
             event.accepted = true;
         }
     }
+    Keys.onUpPressed: row.move(-1, row.stop())
 
-    function askMenu(x: real, y: real) {
+    function askMenu(x: real, y: real, byKeyboard: bool) {
         if (!editMode) {
-            menuAsked(x, y);
+            menuAsked(x, y, byKeyboard);
         }
     }
 
@@ -47,15 +77,19 @@ Item {
 
         sourceComponent: SelectionMark {
             Accessible.name: "選択 " + card.title // qmllint disable unqualified
+            activeFocusOnTab: activeFocus || row.isCurrent // qmllint disable unqualified
             isSelected: row.isSelected // qmllint disable unqualified
 
+            Keys.onBacktabPressed: event => row.leave(event, -1) // qmllint disable unqualified
             onClicked: row.home.selection.toggle(row.groupId) // qmllint disable unqualified
         }
     }
     AlarmCardView {
         id: card
 
+        isCurrent: row.isCurrent
         isEnabled: row.isEnabled
+        isInert: row.editMode
         isPreviewing: !row.editMode && row.home.currentPreviewId === row.groupId
         label: row.label
         repeatDaysText: row.repeatDaysText
@@ -65,6 +99,7 @@ Item {
         x: row.editMode ? mark.width + 10 : 0
 
         onClick: row.home.click(row.groupId)
+        onLeave: (event, step) => row.leave(event, step)
         onDuplicate: row.home.duplicate(row.groupId)
         onPreview: row.home.preview(row.groupId)
         onToggle: row.home.toggle(row.groupId)
@@ -72,6 +107,6 @@ Item {
     TapHandler {
         acceptedButtons: Qt.RightButton
 
-        onTapped: eventPoint => row.askMenu(eventPoint.position.x, eventPoint.position.y)
+        onTapped: eventPoint => row.askMenu(eventPoint.position.x, eventPoint.position.y, false)
     }
 }

@@ -1,14 +1,15 @@
 import QtQuick 2.15
-import QtQuick.Templates as T
 import Kova
 
 // The list of groups with its header, its edit mode, and what stands in front of it.
-Item {
+FocusScope {
     id: homeView
 
     required property HomeScreen home
 
     readonly property HomeSelection selection: home.selection
+
+    Keys.onPressed: event => event.accepted = list.scroll(event.key)
 
     Rectangle {
         anchors.fill: parent
@@ -17,14 +18,14 @@ Item {
     Item {
         id: headerBar
 
-        height: header.height + 20
+        height: 48
         objectName: "headerBar"
         width: parent.width
 
         Item {
             id: header
 
-            height: Math.max(title.implicitHeight, 28)
+            height: 28
 
             anchors {
                 left: parent.left
@@ -111,32 +112,19 @@ Item {
             text: "＋ボタンで追加"
         }
     }
-    ListView {
+    HomeList {
         id: list
 
-        Accessible.name: "アラーム"
-        Accessible.role: Accessible.List
-        T.ScrollBar.vertical: ScrollBar {
-        }
-        bottomMargin: homeView.selection.editMode ? 60 : 12
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
-        model: homeView.home.groups
+        home: homeView.home
         objectName: "list"
-        reuseItems: true
-        spacing: 8
-        topMargin: 4
         visible: count > 0
 
-        delegate: HomeRow {
-            id: row
-
-            home: homeView.home // qmllint disable unqualified
-            width: ListView.view.width - 24
-            x: 12
-
-            onMenuAsked: (x, y) => menu.openFor(row.groupId, row.mapToItem(homeView, x, y))
-        }
+        onMenuAsked: (groupId, place, byKeyboard) => menu.show("../views/CardMenu.qml", {
+                    "groupId": groupId,
+                    "home": homeView.home,
+                    "x": place.x + list.x,
+                    "y": place.y + list.y
+                }, byKeyboard)
 
         anchors {
             bottom: parent.bottom
@@ -145,10 +133,6 @@ Item {
             top: headerBar.bottom
         }
     }
-    MouseDragGuard {
-        anchors.fill: list
-        flickable: list
-    }
     EditBar {
         anchors.bottom: parent.bottom
         objectName: "editBar"
@@ -156,21 +140,8 @@ Item {
         visible: homeView.selection.editMode
         width: parent.width
     }
-    Loader {
+    PopupLoader {
         id: menu
-
-        function openFor(groupId: string, place: point) {
-            active = false;
-            setSource("CardMenu.qml", {
-                    "groupId": groupId,
-                    "home": homeView.home,
-                    "x": place.x,
-                    "y": place.y
-                });
-            active = true;
-        }
-
-        active: false
     }
     LazyPopup {
         inputs: ({

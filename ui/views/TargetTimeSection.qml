@@ -13,6 +13,7 @@ Column {
 
         PopUpPicker {
             Accessible.name: "時"
+            focus: true
             currentIndex: section.editor.hourIndex
             displayText: section.editor.hourText
             font.pixelSize: 13
@@ -29,6 +30,7 @@ Column {
             font.bold: true
             font.pixelSize: 20
             text: ":"
+            width: Math.ceil(implicitWidth)
         }
         PopUpPicker {
             Accessible.name: "分"

@@ -2,9 +2,9 @@
 #include "ViewFixture.h"
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QInputMethodEvent>
 #include <QSignalSpy>
-#include <QWheelEvent>
 
 using namespace kova;
 
@@ -199,6 +199,77 @@ private Q_SLOTS:
         shown.key(Qt::Key_Up);
         shown.key(Qt::Key_Escape);
         QCOMPARE(shown.edited().targetMinute, 58);
+    }
+
+    void anOpenPickerTakesTheWheelAndTheClickThatClosesIt() {
+        Shown shown;
+        shown.click(shown.ofType("PopUpPicker", 1));
+        QTRY_VERIFY(shown.ofType("PickerItem"));
+        QQuickItem *const list = shown.ofType("PickerItem")->parentItem()->parentItem();
+        const qreal before = list->property("contentY").toReal();
+        shown.wheel(rect(list).center(), -120);
+        QTRY_VERIFY(list->property("contentY").toReal() > before);
+        shown.click(shown.ofType("DayChip", 3));
+        QTRY_VERIFY(!shown.ofType("PickerItem"));
+        QVERIFY(shown.edited().repeatDays.isEmpty());
+    }
+
+    void stepsByKeys_data() {
+        QTest::addColumn<QByteArray>("type");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<qreal>("value");
+        QTest::newRow("first volume") << QByteArray("Slider") << int(Qt::Key_Home) << 0.0;
+        QTest::newRow("last volume") << QByteArray("Slider") << int(Qt::Key_End) << 1.0;
+        QTest::newRow("louder") << QByteArray("Slider") << int(Qt::Key_PageUp) << 1.0;
+        QTest::newRow("quieter") << QByteArray("Slider") << int(Qt::Key_PageDown) << 0.55;
+        QTest::newRow("first count") << QByteArray("Stepper") << int(Qt::Key_Home) << 1.0;
+        QTest::newRow("last count") << QByteArray("Stepper") << int(Qt::Key_End) << 20.0;
+        QTest::newRow("more") << QByteArray("Stepper") << int(Qt::Key_PageUp) << 8.0;
+        QTest::newRow("fewer") << QByteArray("Stepper") << int(Qt::Key_PageDown) << 1.0;
+    }
+    void stepsByKeys() {
+        QFETCH(QByteArray, type);
+        QFETCH(int, key);
+        QFETCH(qreal, value);
+        Shown shown;
+        shown.ofType(type)->forceActiveFocus(Qt::TabFocusReason);
+        shown.key(key);
+        const AlarmGroup &group = shown.edited();
+        const qreal now = type == "Slider" ? qreal(group.volume) : qreal(group.alarmCount);
+        QVERIFY2(std::abs(now - value) < 1e-6, qPrintable(QString::number(now)));
+    }
+
+    void keepsPastedTextOnOneLine() {
+        Shown shown;
+        shown.click(shown.ofType("TextField"));
+        QGuiApplication::clipboard()->setText(QStringLiteral("a\r\nb\tc\nd"));
+        QTest::keySequence(&shown.window(), QKeySequence::Paste);
+        QCOMPARE(shown.edited().label, QStringLiteral("a b c d"));
+    }
+
+    void offersWhatCanBeDoneWithAText() {
+        Shown shown;
+        QQuickItem *const field = shown.ofType("TextField");
+        const auto choose = [&](const QString &entry) {
+            QTest::mouseClick(&shown.window(), Qt::RightButton, {}, rect(field).center().toPoint());
+            const auto item =
+                ViewFixture::both(ViewFixture::isA("ContextMenuItem"), ViewFixture::has("text", entry));
+            QTRY_VERIFY(shown.first(item));
+            shown.click(shown.first(item));
+            QTRY_VERIFY(!shown.first(item));
+            QVERIFY(field->hasActiveFocus());
+        };
+        shown.click(field);
+        shown.type(QStringLiteral("abc"));
+        choose(QStringLiteral("すべて選択"));
+        choose(QStringLiteral("切り取り"));
+        QCOMPARE(shown.edited().label, QString());
+        choose(QStringLiteral("貼り付け"));
+        choose(QStringLiteral("貼り付け"));
+        QCOMPARE(shown.edited().label, QStringLiteral("abcabc"));
+        choose(QStringLiteral("すべて選択"));
+        choose(QStringLiteral("コピー"));
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("abcabc"));
     }
 
     void opensAPickerOverItsValue() {
@@ -450,6 +521,8 @@ private Q_SLOTS:
         group.ttsEnabled = group.ttsLastEnabled = true;
         group.ttsMessage = group.ttsLastMessage = QStringLiteral("起きて");
         Shown shown(group);
+        shown.text(QStringLiteral("キャンセル"))->parentItem()->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(&shown.window(), Qt::Key_Backtab);
         QList<QQuickItem *> stops;
         for (int i = 0; i < 40; ++i) {
             shown.key(Qt::Key_Tab);
@@ -523,9 +596,7 @@ private Q_SLOTS:
         QTest::mouseRelease(&shown.window(), Qt::LeftButton, {}, {200, 200});
         QCOMPARE(area->property("contentY").toReal(), 0);
 
-        QWheelEvent wheel(start, shown.window().mapToGlobal(start), {}, {0, -120}, Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&shown.window(), &wheel);
+        shown.wheel(start, -120);
         QTRY_VERIFY(area->property("contentY").toReal() > 0);
     }
 

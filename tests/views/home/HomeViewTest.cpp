@@ -1,5 +1,6 @@
 #include "WindowFixture.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QSignalSpy>
 
@@ -326,6 +327,136 @@ private Q_SLOTS:
         w.click("stopButton");
         QVERIFY(!w.home.isRinging());
         QTRY_VERIFY(w.shows("cardTime"));
+    }
+
+    void theKeyboardReachesEveryCard_data() {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("stopsOfACard");
+        QTest::addColumn<bool>("inEditMode");
+        QTest::newRow("tab") << int(Qt::Key_Tab) << 4 << false;
+        QTest::newRow("tab, editing") << int(Qt::Key_Tab) << 2 << true;
+        QTest::newRow("down") << int(Qt::Key_Down) << 1 << false;
+    }
+    void theKeyboardReachesEveryCard() {
+        QFETCH(int, key);
+        QFETCH(int, stopsOfACard);
+        QFETCH(bool, inEditMode);
+        Window w;
+        w.add(200);
+        w.settle();
+        w.focusFirstCard(inEditMode);
+        const int back = key == Qt::Key_Tab ? int(Qt::Key_Backtab) : int(Qt::Key_Up);
+        for (const int direction : {key, back}) {
+            for (int i = 0; i < 199 * stopsOfACard; ++i) {
+                w.key(Qt::Key(direction));
+                const QRectF focus = Window::rect(w.window.activeFocusItem());
+                QVERIFY2(focus.top() >= 48 && focus.bottom() <= (inEditMode ? 620 - 48 : 620),
+                         qPrintable(QString::number(i)));
+            }
+            const QString last = direction == key ? QStringLiteral("7:00") : QStringLiteral("0:00");
+            const QQuickItem *row = w.window.activeFocusItem();
+            while (row && !row->property("timeText").isValid()) {
+                row = row->parentItem();
+            }
+            QVERIFY(row);
+            QCOMPARE(row->property("timeText"), last);
+        }
+    }
+
+    void theKeyboardScrollsTheList() {
+        Window w;
+        w.add(200);
+        w.settle();
+        const QString top = w.cardInSight();
+        w.key(Qt::Key_End);
+        QTRY_COMPARE(Window::rect(w.all("cardSurface").constLast()).bottom(), 620.0 - 12);
+        w.key(Qt::Key_Home);
+        QTRY_COMPARE(w.cardInSight(), top);
+        w.key(Qt::Key_PageDown);
+        QTRY_VERIFY(w.cardInSight() != top);
+        const QString second = w.cardInSight();
+        w.key(Qt::Key_PageDown);
+        w.key(Qt::Key_PageUp);
+        QTRY_COMPARE(w.cardInSight(), second);
+        w.key(Qt::Key_PageUp);
+        QTRY_COMPARE(w.cardInSight(), top);
+    }
+
+    void theListKeepsItsPlaceWhileHidden() {
+        Window w;
+        w.add(200);
+        w.settle();
+        w.key(Qt::Key_PageDown);
+        w.key(Qt::Key_PageDown);
+        QCoreApplication::processEvents();
+        const QString card = w.cardInSight();
+        w.window.close();
+        QTRY_VERIFY(w.window.rootObject() == nullptr);
+        w.window.show();
+        QTRY_COMPARE(w.cardInSight(), card);
+    }
+
+    void anOverlayTakesTheFocusAndGivesItBack_data() {
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<int>("opens");
+        QTest::addColumn<QString>("focused");
+        QTest::newRow("editor") << QByteArray("cardSurface") << int(Qt::Key_Return) << QStringLiteral("時");
+        QTest::newRow("new") << QByteArray("addButton") << int(Qt::Key_Space) << QStringLiteral("時");
+        QTest::newRow("menu") << QByteArray("duplicateButton") << int(Qt::Key_Menu) << QStringLiteral("編集");
+        QTest::newRow("confirmation")
+            << QByteArray("deleteButton") << int(Qt::Key_Return) << QStringLiteral("キャンセル");
+    }
+    void anOverlayTakesTheFocusAndGivesItBack() {
+        QFETCH(QByteArray, from);
+        QFETCH(int, opens);
+        QFETCH(QString, focused);
+        Window w;
+        w.add(2);
+        w.settle();
+        if (from == "deleteButton") {
+            w.click("editButton");
+            w.click("selectionMark");
+        }
+        QQuickItem *const before = w.item(from.constData());
+        before->forceActiveFocus(Qt::TabFocusReason);
+        w.key(Qt::Key(opens));
+        QTRY_VERIFY(w.window.activeFocusItem() != before);
+        const QAccessibleInterface *const control =
+            QAccessible::queryAccessibleInterface(w.window.activeFocusItem());
+        QVERIFY(control);
+        QCOMPARE(control->text(QAccessible::Name), focused);
+        w.key(Qt::Key_Escape);
+        QVERIFY(!w.store.isEditing());
+        QTRY_VERIFY(before->hasActiveFocus());
+        QVERIFY(before->property("visualFocus").toBool());
+    }
+
+    void escapeLosesNoEdits() {
+        Window w;
+        w.add(1);
+        w.settle();
+        w.click("cardTime");
+        QTRY_VERIFY(w.shows("editorPanel"));
+        w.editor.setHourIndex(9);
+        w.key(Qt::Key_Escape);
+        QVERIFY(w.store.isEditing());
+        w.editor.setHourIndex(0);
+        w.key(Qt::Key_Escape);
+        QVERIFY(!w.store.isEditing());
+    }
+
+    void aTipFollowsItsButtonUnlessItIsInert() {
+        Window w;
+        w.add(1);
+        w.settle();
+        const QPoint button = w.frame("previewButton").center().toPoint();
+        QTest::mouseMove(&w.window, button);
+        QTRY_COMPARE(w.text("toolTip"), QStringLiteral("プレビュー"));
+        w.click(QPointF(button));
+        QTRY_COMPARE(w.text("toolTip"), QStringLiteral("停止"));
+        w.click("editButton");
+        QTest::mouseMove(&w.window, w.frame("previewButton").center().toPoint());
+        QVERIFY(!w.item("previewButton")->property("hovered").toBool() && !w.shows("toolTip"));
     }
 
     void theKeyboardReachesEverythingInReadingOrder() {

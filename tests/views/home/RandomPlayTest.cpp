@@ -67,6 +67,43 @@ QString paintingFault(Window &w) {
     return text;
 }
 
+QQuickItem *topPanel(Window &w) {
+    QQuickItem *top = nullptr;
+    for (QQuickItem *layer : w.window.contentItem()->childItems()) {
+        for (QQuickItem *item : layer->childItems()) {
+            const QObject *const popup = item->inherits("QQuickPopupItem") ? item->parent() : nullptr;
+            if (popup && popup->property("focus").toBool() && popup->property("opened").toBool()) {
+                top = item;
+            }
+        }
+    }
+    return top;
+}
+
+// The focus is on something that is shown, not behind a panel, and in sight when the keyboard has moved it.
+QString focusFault(Window &w, bool moved) {
+    QQuickItem *const focus = w.window.activeFocusItem();
+    if (!focus || focus == w.window.contentItem()) {
+        return {};
+    }
+    const QString name = QString::fromLatin1(focus->metaObject()->className());
+    if (!focus->isVisible() || !focus->isEnabled()) {
+        return QStringLiteral("the focus is on a hidden %1").arg(name);
+    }
+    QQuickItem *const panel = topPanel(w);
+    if (panel && panel != focus && !panel->isAncestorOf(focus)) {
+        return QStringLiteral("the focus is behind a panel, on %1").arg(name);
+    }
+    const QRectF frame = focus->mapRectToScene({{}, focus->size()});
+    for (QQuickItem *item = focus->parentItem(); moved && item; item = item->parentItem()) {
+        if ((item->clip() || !item->parentItem()) &&
+            !item->mapRectToScene({{}, item->size()}).intersects(frame)) {
+            return QStringLiteral("the focus is out of sight, on %1").arg(name);
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 class RandomPlayTest : public QObject {
@@ -91,7 +128,8 @@ private Q_SLOTS:
         QString fault;
         for (int i = 0; i < 500 && fault.isEmpty(); ++i) {
             player.step();
-            if (i % 5 == 0) {
+            fault = focusFault(w, player.movedFocus());
+            if (fault.isEmpty() && i % 5 == 0) {
                 fault = paintingFault(w);
             }
             if (!messages.isEmpty()) {

@@ -42,18 +42,36 @@ struct Window : HomeFixture {
     /// The n-th visible item of that name from above.
     QQuickItem *item(const char *name, int n = 0) { return all(name).value(n); }
     bool shows(const char *name) { return item(name) != nullptr; }
+    /// Below the header, as far as it tells.
+    QString cardInSight(int n = 0) {
+        QStringList times;
+        for (const QQuickItem *time : all("cardTime")) {
+            if (rect(time).top() >= 48) {
+                times << QStringLiteral("%1 at %2")
+                             .arg(time->property("text").toString())
+                             .arg(rect(time).top());
+            }
+        }
+        return times.value(n);
+    }
     QString text(const char *name, int n = 0) {
         return shows(name) ? item(name, n)->property("text").toString() : QString();
     }
-    QRectF frame(const char *name, int n = 0) {
-        QQuickItem *const i = item(name, n);
-        return i ? i->mapRectToScene(QRectF({}, i->size())) : QRectF();
+    QRectF frame(const char *name, int n = 0) { return rect(item(name, n)); }
+    static QRectF rect(const QQuickItem *item) {
+        return item ? item->mapRectToScene(QRectF({}, item->size())) : QRectF();
     }
     void click(QPointF place, Qt::MouseButton button = Qt::LeftButton) {
         QTest::mouseClick(&window, button, {}, place.toPoint());
     }
     void click(const char *name, int n = 0) { click(frame(name, n).center()); }
     void key(Qt::Key key) { QTest::keyClick(&window, key); }
+    void focusFirstCard(bool inEditMode) {
+        if (inEditMode) {
+            click("editButton");
+        }
+        item(inEditMode ? "selectionMark" : "cardSurface")->forceActiveFocus(Qt::TabFocusReason);
+    }
     void settle() { QVERIFY(QTest::qWaitForWindowActive(&window)); }
 };
 

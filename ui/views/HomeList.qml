@@ -1,0 +1,124 @@
+import QtQuick 2.15
+import QtQuick.Templates as T
+import Kova
+
+// The cards. The keyboard has one current row, which follows the focus; the Tab and the arrow keys lead on from there.
+Item {
+    id: homeList
+
+    readonly property int count: list.count
+    required property HomeScreen home
+
+    // A place in the list where a card's menu is asked for.
+    signal menuAsked(string groupId, point place, bool byKeyboard)
+
+    function rowOf(item: Item): HomeRow {
+        while (item && !(item instanceof HomeRow))
+            item = item.parent;
+        return item as HomeRow;
+    }
+
+    // With the room around it that the edges have.
+    function reveal(row: Item) {
+        list.contentY = Math.max(Math.min(list.contentY, row.y - list.topMargin), row.y + row.height + list.bottomMargin - list.height);
+    }
+
+    // The keyboard comes to a row's n-th stop, -1 for the last.
+    function go(index: int, stop: int) {
+        if (index < 0 || index >= count)
+            return;
+        list.positionViewAtIndex(index, ListView.Contain);
+        (list.itemAtIndex(index) as HomeRow).focusStop(stop, Qt.TabFocusReason);
+    }
+
+    // By a key that scrolls. The keyboard comes along when it is in the list. False for any other key.
+    function scroll(key: int): bool {
+        const page = list.height - list.bottomMargin - list.topMargin - 20;
+        const isUp = key === Qt.Key_Home || key === Qt.Key_PageUp;
+        if (key === Qt.Key_Home)
+            list.positionViewAtBeginning();
+        else if (key === Qt.Key_End)
+            list.positionViewAtEnd();
+        else if (key !== Qt.Key_PageUp && key !== Qt.Key_PageDown)
+            return false;
+        if (isUp)
+            list.contentY = Math.max(list.originY - list.topMargin, list.contentY - page);
+        else
+            list.contentY = Math.min(list.originY + list.contentHeight + list.bottomMargin - list.height, list.contentY + page);
+        const row = rowOf(Window.activeFocusItem);
+        if (row)
+            go(isUp ? rowAt(list.topMargin) : rowAt(list.height - list.bottomMargin), row.stop());
+        return true;
+    }
+
+    // At a height of what is in sight, or beside a gap there.
+    function rowAt(y: real): int {
+        for (const place of [y, y + list.spacing, y - list.spacing]) {
+            const row = list.indexAt(20, list.contentY + place);
+            if (row >= 0)
+                return row;
+        }
+        return -1;
+    }
+
+    Component.onCompleted: {
+        const row = Math.min(home.listPlace.x, count - 1);
+        if (row >= 0 && home.listPlace !== Qt.point(0, 0)) {
+            list.forceLayout();
+            list.positionViewAtIndex(row, ListView.Beginning);
+            list.contentY = list.itemAtIndex(row).y - home.listPlace.y;
+        }
+    }
+    Component.onDestruction: {
+        const row = rowAt(0);
+        home.listPlace = row < 0 ? Qt.point(0, 0) : Qt.point(row, list.itemAtIndex(row).y - list.contentY);
+    }
+
+    Connections {
+        function onActiveFocusItemChanged() {
+            const focus = homeList.Window.activeFocusItem;
+            const row = homeList.rowOf(focus);
+            if (row) {
+                list.currentIndex = row.index;
+                if (focus.focusReason !== Qt.MouseFocusReason) // qmllint disable
+                    homeList.reveal(row);
+            }
+        }
+
+        target: homeList.Window.window
+    }
+
+    ListView {
+        id: list
+
+        Accessible.name: "アラーム"
+        Accessible.role: Accessible.List
+        T.ScrollBar.vertical: ScrollBar {
+        }
+        anchors.fill: parent
+        bottomMargin: homeList.home.selection.editMode ? 60 : 12
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        highlightFollowsCurrentItem: false
+        keyNavigationEnabled: false
+        model: homeList.home.groups
+        reuseItems: true
+        spacing: 8
+        topMargin: 4
+
+        delegate: HomeRow {
+            id: row
+
+            home: homeList.home // qmllint disable unqualified
+            width: ListView.view.width - 24
+            x: 12
+
+            onMenuAsked: (x, y, byKeyboard) => homeList.menuAsked(row.groupId, row.mapToItem(homeList, x, y), byKeyboard)
+            onMove: (step, stop) => homeList.go(row.index + step, stop)
+        }
+    }
+    MouseDragGuard {
+        anchors.fill: parent
+        flickable: list
+    }
+}
