@@ -7,8 +7,6 @@
 #include "PowerManager.h"
 #include "SoundPlayer.h"
 
-#include <QPointF>
-
 namespace kova {
 
 /// What the main window shows and does: the list, its edit mode, the cards' actions and the ringing alert.
@@ -24,9 +22,6 @@ class HomeScreen : public QObject {
     Q_PROPERTY(bool isEditing READ isEditing NOTIFY isEditingChanged)
     Q_PROPERTY(bool isRinging READ isRinging NOTIFY alertChanged)
     Q_PROPERTY(kova::AlarmAlertItem alert READ alert NOTIFY alertChanged)
-    /// Where the list stands while its view is taken down: the first row in sight and its height from the
-    /// top.
-    Q_PROPERTY(QPointF listPlace MEMBER m_listPlace)
 
 public:
     /// All must outlive the screen.
@@ -83,7 +78,6 @@ private:
     HomeSelection m_selection;
     AlarmListModel m_groups;
     std::optional<AlarmAlertItem> m_alert;
-    QPointF m_listPlace;
 };
 
 } // namespace kova

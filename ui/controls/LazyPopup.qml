@@ -12,13 +12,13 @@ PopupLoader {
     property bool isComplete: false
 
     function follow() {
-        if (isShown && item) {
-            // qmllint disable
-            item.open(); // qmllint disable
+        const shown = lazyPopup.item;
+        if (isShown && shown) {
+            shown.open(); // qmllint disable
         } else if (isShown) {
             show(popup, inputs, Window.activeFocusItem?.visualFocus ?? false); // qmllint disable
-        } else if (item) {
-            item.close(); // qmllint disable
+        } else if (shown) {
+            shown.close(); // qmllint disable
         }
     }
 

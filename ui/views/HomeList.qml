@@ -61,19 +61,6 @@ Item {
         return -1;
     }
 
-    Component.onCompleted: {
-        const row = Math.min(home.listPlace.x, count - 1);
-        if (row >= 0 && home.listPlace !== Qt.point(0, 0)) {
-            list.forceLayout();
-            list.positionViewAtIndex(row, ListView.Beginning);
-            list.contentY = list.itemAtIndex(row).y - home.listPlace.y;
-        }
-    }
-    Component.onDestruction: {
-        const row = rowAt(0);
-        home.listPlace = row < 0 ? Qt.point(0, 0) : Qt.point(row, list.itemAtIndex(row).y - list.contentY);
-    }
-
     Connections {
         function onActiveFocusItemChanged() {
             const focus = homeList.Window.activeFocusItem;

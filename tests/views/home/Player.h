@@ -28,7 +28,10 @@ private:
 /// Plays with a window at random, the same for the same seed, and says what it did.
 class Player {
 public:
-    Player(Window &w, quint32 seed) : m_w(w), m_random(seed) { addGroups(); }
+    Player(Window &w, quint32 seed) : m_w(w), m_random(seed) {
+        addGroups();
+        QTest::mouseMove(&w.window, {0, 0});
+    }
 
     void step() {
         using Step = void (Player::*)();
