@@ -22,6 +22,7 @@ Item {
 
     // With some room around it.
     function reveal(item) {
+        flickable.cancelFlick();
         const top = item.mapToItem(flickable.contentItem, 0, 0).y - 12;
         const bottom = top + item.height + 24;
         if (top < flickable.contentY)
@@ -43,8 +44,10 @@ Item {
             [Qt.Key_PageDown]: Math.min(end, flickable.contentY + page)
         };
         event.accepted = event.key in targets;
-        if (event.accepted)
+        if (event.accepted) {
+            flickable.cancelFlick();
             flickable.contentY = targets[event.key];
+        }
     }
 
     Flickable {

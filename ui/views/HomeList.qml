@@ -20,6 +20,7 @@ Item {
 
     // With the room around it that the edges have.
     function reveal(row: Item) {
+        list.cancelFlick();
         list.contentY = Math.max(Math.min(list.contentY, row.y - list.topMargin), row.y + row.height + list.bottomMargin - list.height);
     }
 
@@ -33,6 +34,7 @@ Item {
 
     // By a key that scrolls. The keyboard comes along when it is in the list. False for any other key.
     function scroll(key: int): bool {
+        list.cancelFlick();
         const page = list.height - list.bottomMargin - list.topMargin - 20;
         const isUp = key === Qt.Key_Home || key === Qt.Key_PageUp;
         if (key === Qt.Key_Home)
