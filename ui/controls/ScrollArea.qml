@@ -31,9 +31,13 @@ Item {
             flickable.contentY = Math.min(bottom, flickable.contentHeight) - flickable.height;
     }
 
-    // What the pointer has pressed stays under it.
-    onFocusItemChanged: if (focusItem && focusItem.focusReason !== Qt.MouseFocusReason && isInside(focusItem)) // qmllint disable
-        reveal(focusItem)
+    // What the pointer has pressed stays under it. An item knows why it has the focus only after it has got it.
+    function follow() {
+        if (focusItem && focusItem.focusReason !== Qt.MouseFocusReason && isInside(focusItem)) // qmllint disable
+            reveal(focusItem);
+    }
+
+    onFocusItemChanged: Qt.callLater(follow) // qmllint disable
     Keys.onPressed: event => {
         const end = Math.max(0, flickable.contentHeight - flickable.height);
         const page = flickable.height - 40;

@@ -24,12 +24,21 @@ Item {
         list.contentY = Math.max(Math.min(list.contentY, row.y - list.topMargin), row.y + row.height + list.bottomMargin - list.height);
     }
 
+    // What the pointer has pressed stays under it. An item knows why it has the focus only after it has got it.
+    function follow() {
+        const focus = Window.activeFocusItem;
+        const row = rowOf(focus);
+        if (row && focus.focusReason !== Qt.MouseFocusReason) // qmllint disable
+            reveal(row);
+    }
+
     // The keyboard comes to a row's n-th stop, -1 for the last.
     function go(index: int, stop: int) {
         if (index < 0 || index >= count)
             return;
         list.positionViewAtIndex(index, ListView.Contain);
         (list.itemAtIndex(index) as HomeRow).focusStop(stop, Qt.TabFocusReason);
+        reveal(list.currentItem);
     }
 
     // By a key that scrolls. The keyboard comes along when it is in the list. False for any other key.
@@ -69,8 +78,7 @@ Item {
             const row = homeList.rowOf(focus);
             if (row) {
                 list.currentIndex = row.index;
-                if (focus.focusReason !== Qt.MouseFocusReason) // qmllint disable
-                    homeList.reveal(row);
+                Qt.callLater(homeList.follow); // qmllint disable
             }
         }
 

@@ -605,10 +605,10 @@ private Q_SLOTS:
         QQuickItem *toggle = shown.ofType("CheckBox", 1);
         QVERIFY(rect(toggle).top() > 560);
         toggle->forceActiveFocus(Qt::TabFocusReason);
-        QVERIFY(rect(toggle).bottom() <= 560);
+        QTRY_VERIFY(rect(toggle).bottom() <= 560);
         QQuickItem *save = shown.text(QStringLiteral("保存"));
         save->forceActiveFocus(Qt::TabFocusReason);
-        QVERIFY(rect(save).top() >= 0);
+        QTRY_VERIFY(rect(save).top() >= 0);
     }
 
     void silencesTryOutsWhenItLeavesTheScreen() {
