@@ -183,36 +183,40 @@ private Q_SLOTS:
         }
     }
 
-    void equalityComparesEveryField_data() {
-        QTest::addColumn<QByteArray>("part");
-        QTest::addColumn<QByteArray>("replacement");
-        QTest::newRow("id") << QByteArray("3301") << QByteArray("3302");
-        QTest::newRow("label") << QByteArray("朝") << QByteArray("昼");
-        QTest::newRow("hour") << QByteArray("Hour\":6") << QByteArray("Hour\":5");
-        QTest::newRow("minute") << QByteArray(":30,") << QByteArray(":31,");
-        QTest::newRow("count") << QByteArray(":4,") << QByteArray(":5,");
-        QTest::newRow("interval") << QByteArray(":5,") << QByteArray(":6,");
-        QTest::newRow("direction") << QByteArray("Before\":false") << QByteArray("Before\":true");
-        QTest::newRow("enabled") << QByteArray("isEnabled\":true") << QByteArray("isEnabled\":false");
-        QTest::newRow("order of days") << QByteArray("[3,1]") << QByteArray("[1,3]");
-        QTest::newRow("sound") << QByteArray("wakeup") << QByteArray("other");
-        QTest::newRow("path") << QByteArray("\"YWJj\"") << QByteArray("\"\"");
-        QTest::newRow("path absent") << QByteArray("\"YWJj\"") << QByteArray("null");
-        QTest::newRow("file name") << QByteArray("a.mp3") << QByteArray("b.mp3");
-        QTest::newRow("volume") << QByteArray("0.35") << QByteArray("0.4");
-        QTest::newRow("speech") << QByteArray("ttsEnabled\":true") << QByteArray("ttsEnabled\":false");
-        QTest::newRow("message") << QByteArray("おはよう") << QByteArray("");
-        QTest::newRow("last speech") << QByteArray("LastEnabled\":false") << QByteArray("LastEnabled\":true");
-        QTest::newRow("last message") << QByteArray("\\n") << QByteArray("\\t");
-        QTest::newRow("speech volume") << QByteArray("Volume\":1") << QByteArray("Volume\":0.5");
-        QTest::newRow("moment") << QByteArray("000.123456") << QByteArray("000.1234561");
-    }
-    void equalityComparesEveryField() {
-        QFETCH(QByteArray, part);
-        QFETCH(QByteArray, replacement);
+    // Each key in turn with another value: the group differs from the one before in that field alone.
+    void everyKeyIsOneFieldAndCountsForEquality() {
+        const QList<std::tuple<QByteArray, QByteArray, std::function<void(AlarmGroup &)>>> changes{
+            {"3301", "3302", [](AlarmGroup &g) { g.id = QUuid("3f2504e0-4f89-41d3-9a0c-0305e82c3302"); }},
+            {"朝", "昼", [](AlarmGroup &g) { g.label = QStringLiteral("昼"); }},
+            {"Hour\":6", "Hour\":5", [](AlarmGroup &g) { g.targetHour = 5; }},
+            {":30,", ":31,", [](AlarmGroup &g) { g.targetMinute = 31; }},
+            {":4,", ":5,", [](AlarmGroup &g) { g.alarmCount = 5; }},
+            {":5,", ":6,", [](AlarmGroup &g) { g.intervalMinutes = 6; }},
+            {"Before\":false", "Before\":true", [](AlarmGroup &g) { g.startBefore = true; }},
+            {"isEnabled\":true", "isEnabled\":false", [](AlarmGroup &g) { g.isEnabled = false; }},
+            {"[3,1]", "[1,3]",
+             [](AlarmGroup &g) {
+                 g.repeatDays = {1, 3};
+             }},
+            {"wakeup", "other", [](AlarmGroup &g) { g.soundName = QStringLiteral("other_pulse"); }},
+            {"\"YWJj\"", "\"\"", [](AlarmGroup &g) { g.customSoundPath = QString(); }},
+            {"\"YWJj\"", "null", [](AlarmGroup &g) { g.customSoundPath.reset(); }},
+            {"a.mp3", "b.mp3", [](AlarmGroup &g) { g.customSoundName = QStringLiteral("b.mp3"); }},
+            {"0.35", "0.4", [](AlarmGroup &g) { g.volume = 0.4F; }},
+            {"ttsEnabled\":true", "ttsEnabled\":false", [](AlarmGroup &g) { g.ttsEnabled = false; }},
+            {"おはよう", "", [](AlarmGroup &g) { g.ttsMessage.clear(); }},
+            {"LastEnabled\":false", "LastEnabled\":true", [](AlarmGroup &g) { g.ttsLastEnabled = true; }},
+            {"\\n", "\\t", [](AlarmGroup &g) { g.ttsLastMessage = QStringLiteral("\t"); }},
+            {"Volume\":1", "Volume\":0.5", [](AlarmGroup &g) { g.ttsVolume = 0.5F; }},
+            {"000.123456", "000.1234561", [](AlarmGroup &g) { g.createdAt = 790000000.1234561; }},
+        };
         const AlarmGroup group = decodeGroups(listWith("", "")).value().first();
-        QVERIFY(group == decodeGroups(listWith("", "")).value().first());
-        QVERIFY(!(group == decodeGroups(listWith(part, replacement)).value().first()));
+        for (const auto &[part, replacement, change] : changes) {
+            AlarmGroup changed = group;
+            change(changed);
+            QVERIFY2(!(changed == group), replacement);
+            QVERIFY2(decodeGroups(listWith(part, replacement)).value().first() == changed, replacement);
+        }
     }
 
     void equalityOfTextsAndNumbersIsByValue() {

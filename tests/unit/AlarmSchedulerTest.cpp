@@ -67,7 +67,14 @@ private Q_SLOTS:
         group.ttsMessage = QStringLiteral("おはよう");
         group.ttsVolume = 0.5F;
         AlarmScheduler &scheduler = startAt({6, 49, 59}, {group});
+        bool isHeardBeforeItIsShown = false;
+        m_services->notificationCenter.added = [&] {
+            isHeardBeforeItIsShown = m_services->soundPlayer.isPlaying() &&
+                                     m_services->synthesizers.reading == group.ttsMessage &&
+                                     m_services->application.activations == 0;
+        };
         m_services->runLoop.advance(1s);
+        QVERIFY(isHeardBeforeItIsShown);
         QCOMPARE(m_services->log.lines,
                  (QStringList{QStringLiteral("[Scheduler] FIRE: 朝 alarm #1"),
                               QStringLiteral("[TTSPlayer] speaking: \"おはよう\" vol=0.5 loop=true")}));
@@ -241,35 +248,25 @@ private Q_SLOTS:
         QCOMPARE(fires().size(), 1);
     }
 
-    void groupsThatNeverRing_data() {
+    void ringsOnItsDays_data() {
         QTest::addColumn<bool>("isEnabled");
         QTest::addColumn<QList<qint64>>("days");
-        QTest::addColumn<qint64>("count");
-        QTest::addColumn<qint64>("interval");
         QTest::addColumn<int>("rings");
-        const qint64 most = std::numeric_limits<qint64>::max();
-        QTest::newRow("enabled") << true << QList<qint64>{} << qint64(1) << qint64(1) << 7;
-        QTest::newRow("off") << false << QList<qint64>{} << qint64(1) << qint64(1) << 0;
-        QTest::newRow("weekdays") << true << QList<qint64>{5, 1, 2, 3, 4} << qint64(1) << qint64(1) << 5;
-        QTest::newRow("Sunday") << true << QList<qint64>{0} << qint64(1) << qint64(1) << 1;
-        QTest::newRow("no such day") << true << QList<qint64>{7, -1} << qint64(1) << qint64(1) << 0;
-        QTest::newRow("no alarms") << true << QList<qint64>{} << qint64(0) << qint64(1) << 0;
-        QTest::newRow("negative") << true << QList<qint64>{} << qint64(-1) << qint64(1) << 0;
-        QTest::newRow("enormous") << true << QList<qint64>{} << most << most << 0;
-        QTest::newRow("endless") << true << QList<qint64>{} << most << qint64(1) << 0;
+        QTest::newRow("enabled") << true << QList<qint64>{} << 7;
+        QTest::newRow("off") << false << QList<qint64>{} << 0;
+        QTest::newRow("weekdays") << true << QList<qint64>{5, 1, 2, 3, 4} << 5;
+        QTest::newRow("Sunday") << true << QList<qint64>{0} << 1;
+        QTest::newRow("no such day") << true << QList<qint64>{7, -1} << 0;
     }
-    void groupsThatNeverRing() {
+    void ringsOnItsDays() {
         QFETCH(bool, isEnabled);
         QFETCH(QList<qint64>, days);
-        QFETCH(qint64, count);
-        QFETCH(qint64, interval);
-        QFETCH(int, rings);
-        AlarmGroup group = makeGroup(QString(), 7, 0, count, interval);
+        AlarmGroup group = makeGroup(QString(), 7, 0, 1, 1);
         group.isEnabled = isEnabled;
         group.repeatDays = days;
         startAt({0, 0, 1}, {group});
         m_services->runLoop.advance(7 * 24h);
-        QCOMPARE(fires().size(), rings);
+        QTEST(int(fires().size()), "rings");
     }
 
     void aFailingServiceChangesNothing() {
@@ -279,7 +276,9 @@ private Q_SLOTS:
         m_services->clock.isReadable = false;
         scheduler.tick();
         m_services->clock.isReadable = true;
+        m_services->soundPlayer.preview(QStringLiteral("wakeup_pulse"), 1);
         m_services->runLoop.advance(1s);
+        QVERIFY(!m_services->soundPlayer.isPlaying());
         QCOMPARE(m_services->log.lines,
                  (QStringList{QStringLiteral("[Scheduler] FIRE:  alarm #1"),
                               QStringLiteral("[SoundPlayer] Sound not found: missing")}));

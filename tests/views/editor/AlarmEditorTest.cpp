@@ -1,10 +1,7 @@
 #include "EditorFixture.h"
 
-#include <QMetaProperty>
-#include <QSignalSpy>
 #include <QTest>
 #include <cmath>
-#include <memory>
 
 using namespace kova;
 
@@ -12,68 +9,6 @@ class AlarmEditorTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void tellsNewGroupsFromListedOnes() {
-        EditorFixture fixture;
-        QVERIFY(fixture.editor.isNew());
-        fixture.editor.save();
-        QCOMPARE(fixture.store.groups().size(), 1);
-        QVERIFY(!fixture.store.isEditing());
-
-        fixture.store.startEditing(fixture.store.groups().constFirst());
-        QVERIFY(!fixture.editor.isNew());
-        fixture.store.startAdding();
-        QVERIFY(fixture.editor.isNew());
-    }
-
-    void writesEachFieldBackAtOnce() {
-        EditorFixture fixture;
-        AlarmEditor &editor = fixture.editor;
-        struct Change {
-            const char *property;
-            QVariant value;
-            std::function<void(AlarmGroup &)> effect;
-        };
-        const QList<Change> changes{
-            {"hourIndex", 23, [](AlarmGroup &group) { group.targetHour = 23; }},
-            {"minuteIndex", 59, [](AlarmGroup &group) { group.targetMinute = 59; }},
-            {"startBefore", false, [](AlarmGroup &group) { group.startBefore = false; }},
-            {"label", QStringLiteral("朝"), [](AlarmGroup &group) { group.label = QStringLiteral("朝"); }},
-            {"alarmCount", 1, [](AlarmGroup &group) { group.alarmCount = 1; }},
-            {"intervalMinutes", 30, [](AlarmGroup &group) { group.intervalMinutes = 30; }},
-            {"volume", 0.35F, [](AlarmGroup &group) { group.volume = 0.35F; }},
-            {"ttsEnabled", true, [](AlarmGroup &group) { group.ttsEnabled = true; }},
-            {"ttsMessage", QStringLiteral("起"),
-             [](AlarmGroup &group) { group.ttsMessage = QStringLiteral("起"); }},
-            {"ttsLastEnabled", true, [](AlarmGroup &group) { group.ttsLastEnabled = true; }},
-            {"ttsLastMessage", QStringLiteral("急"),
-             [](AlarmGroup &group) { group.ttsLastMessage = QStringLiteral("急"); }},
-            {"ttsVolume", 0.0F, [](AlarmGroup &group) { group.ttsVolume = 0; }},
-        };
-        std::vector<std::unique_ptr<QSignalSpy>> spies;
-        const QMetaObject &meta = AlarmEditor::staticMetaObject;
-        for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-            if (meta.method(i).methodType() == QMetaMethod::Signal) {
-                spies.push_back(std::make_unique<QSignalSpy>(&editor, meta.method(i)));
-            }
-        }
-        for (const Change &change : changes) {
-            AlarmGroup expected = fixture.edited();
-            change.effect(expected);
-            for (const auto &spy : spies) {
-                spy->clear();
-            }
-            QVERIFY(editor.setProperty(change.property, change.value));
-            QVERIFY2(fixture.edited() == expected, change.property);
-            QCOMPARE(editor.property(change.property), change.value);
-            const QMetaMethod notify = meta.property(meta.indexOfProperty(change.property)).notifySignal();
-            for (const auto &spy : spies) {
-                QCOMPARE(spy->size(), spy->signal().startsWith(notify.name() + '(') ? 1 : 0);
-            }
-        }
-        QCOMPARE(fixture.store.groups().size(), 0);
-        QCOMPARE(fixture.services.preferences.saves, 0);
-    }
-
     void togglesDaysInTheOrderChosen_data() {
         QTest::addColumn<QList<qint64>>("before");
         QTest::addColumn<QList<int>>("presses");
@@ -239,82 +174,6 @@ private Q_SLOTS:
         fixture.editor.chooseSoundFile();
         fixture.services.bookmarks.answer();
         QCOMPARE(fixture.edited().customSoundName, QStringLiteral("late.mp3"));
-    }
-
-    void returnsToBuiltInSounds() {
-        EditorFixture fixture;
-        SoundListModel &sounds = *fixture.editor.sounds();
-        const auto chosenRows = [&sounds] {
-            QList<int> rows;
-            for (int row = 0; row < sounds.rowCount(); ++row) {
-                if (sounds.index(row).data(SoundListModel::IsChosen).toBool()) {
-                    rows.append(row);
-                }
-            }
-            return rows;
-        };
-        QCOMPARE(sounds.rowCount(), 11);
-        QCOMPARE(chosenRows(), QList{0});
-        QSignalSpy changes(&sounds, &SoundListModel::dataChanged);
-        fixture.editor.selectBuiltInSound(QStringLiteral("zen_garden_awake"));
-        QCOMPARE(chosenRows(), QList{4});
-        QCOMPARE(changes.size(), 2);
-
-        fixture.fileChooser.answer = QStringLiteral("/music/a.mp3");
-        fixture.editor.chooseSoundFile();
-        QCOMPARE(chosenRows(), QList<int>());
-        fixture.editor.clearCustomSound();
-        QCOMPARE(chosenRows(), QList{4});
-        QVERIFY(!fixture.editor.hasCustomSound());
-
-        fixture.editor.chooseSoundFile();
-        fixture.editor.selectBuiltInSound(QStringLiteral("zen_garden_awake"));
-        QCOMPARE(chosenRows(), QList{4});
-        QVERIFY(!fixture.edited().customSoundPath && !fixture.edited().customSoundName);
-    }
-
-    void triesSoundsAndMessagesOut() {
-        AlarmGroup group;
-        group.ttsMessage = QStringLiteral("起きて");
-        group.ttsLastMessage = QStringLiteral(" ");
-        group.ttsVolume = 0.5F;
-        EditorFixture fixture(group);
-        fixture.editor.setVolume(0.25F);
-        fixture.editor.preview(QStringLiteral("wakeup_pulse"));
-        QCOMPARE(fixture.services.audioPlayers.sounding.size(), 1);
-        QVERIFY(fixture.services.audioPlayers.sounding.constFirst().path.contains(
-            QStringLiteral("wakeup_pulse")));
-        QCOMPARE(fixture.services.audioPlayers.sounding.constFirst().volume, 0.25F);
-        QCOMPARE(fixture.edited().soundName, group.soundName);
-
-        FakeSpeechSynthesizers &speech = fixture.services.synthesizers;
-        fixture.editor.trySpeech();
-        fixture.editor.tryLastSpeech();
-        QCOMPARE(speech.readings, QStringList({QStringLiteral("起きて"), QStringLiteral(" ")}));
-        QCOMPARE(speech.reading, QStringLiteral(" "));
-        QCOMPARE(speech.volume, 0.5F);
-        speech.finish();
-        fixture.services.runLoop.advance(std::chrono::seconds(5));
-        QCOMPARE(speech.readings.size(), 2);
-    }
-
-    void silencesTryOutsWhenItCloses_data() {
-        QTest::addColumn<bool>("saves");
-        QTest::newRow("saved") << true;
-        QTest::newRow("cancelled") << false;
-    }
-    void silencesTryOutsWhenItCloses() {
-        QFETCH(bool, saves);
-        AlarmGroup group;
-        group.ttsMessage = QStringLiteral("起きて");
-        EditorFixture fixture(group);
-        fixture.editor.preview(group.soundName);
-        fixture.editor.trySpeech();
-        QVERIFY(fixture.services.soundPlayer.isPlaying());
-        saves ? fixture.editor.save() : fixture.editor.cancel();
-        QVERIFY(!fixture.services.soundPlayer.isPlaying());
-        QVERIFY(fixture.services.synthesizers.reading.isNull());
-        QCOMPARE(fixture.store.groups().size(), saves ? 1 : 0);
     }
 
     // The view completes a text and fades while it closes.

@@ -25,24 +25,6 @@ class TimelineModelTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void listsTheRunInRingingOrder_data() {
-        QTest::addColumn<AlarmGroup>("group");
-        QTest::addColumn<QString>("times");
-        QTest::newRow("before") << makeGroup(7, 0, 3, 5, true) << QStringLiteral("6:50 6:55 7:00!");
-        QTest::newRow("after") << makeGroup(7, 0, 3, 5, false) << QStringLiteral("7:00 7:05 7:10!");
-        QTest::newRow("across midnight") << makeGroup(0, 5, 3, 5, true) << QStringLiteral("23:55 0:00 0:05!");
-        QTest::newRow("two") << makeGroup(12, 0, 2, 30, true) << QStringLiteral("11:30 12:00!");
-        QTest::newRow("one") << makeGroup(12, 0, 1, 30, true) << QStringLiteral("12:00!");
-        QTest::newRow("none") << makeGroup(12, 0, 0, 30, true) << QString();
-    }
-
-    void listsTheRunInRingingOrder() {
-        QFETCH(AlarmGroup, group);
-        TimelineModel model;
-        model.setGroup(group);
-        QTEST(shown(model), "times");
-    }
-
     void changesNoMoreThanItMust() {
         TimelineModel model;
         model.setGroup(makeGroup(7, 0, 3, 5, true));

@@ -1,0 +1,288 @@
+#include "WholeWindow.h"
+
+#include "AlarmGroupJson.h"
+#include "builtInSounds.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+
+using namespace kova;
+
+namespace {
+
+using State = QMap<QString, QString>;
+using Act = std::function<void(WholeWindow &)>;
+
+const QString edits = QStringLiteral("edits");
+
+QString text(const QJsonValue &value) {
+    QStringList parts;
+    for (const QJsonValue part : value.toArray()) {
+        parts << text(part);
+    }
+    return value.isArray() ? parts.join(u' ') : value.toVariant().toString();
+}
+
+QString labels(const QList<AlarmGroup> &groups, const std::function<QString(const AlarmGroup &)> &mark) {
+    QStringList texts;
+    for (const AlarmGroup &group : groups) {
+        texts << (group.label.isEmpty() ? QStringLiteral("無") : group.label) + mark(group);
+    }
+    return texts.join(u' ');
+}
+
+// All that a control can change, by name; the edited group's fields by their saved names.
+State stateOf(WholeWindow &w) {
+    const QList<AlarmGroup> &groups = w.store.groups();
+    State state;
+    state[QStringLiteral("groups")] = labels(
+        groups, [](const AlarmGroup &group) { return group.isEnabled ? QString() : QStringLiteral("-"); });
+    state[QStringLiteral("saved")] =
+        QVariant(w.services.preferences.stored.first() == encodeGroups(groups).value()).toString();
+    state[QStringLiteral("marks")] = labels(groups, [&w](const AlarmGroup &group) {
+        return w.home.selection()->contains(group.id) ? QStringLiteral("+") : QString();
+    });
+    state[QStringLiteral("editMode")] = QVariant(w.home.selection()->editMode()).toString();
+    state[QStringLiteral("asks")] = QVariant(w.home.selection()->showDeleteConfirm()).toString();
+    state[QStringLiteral("rings")] = QVariant(w.home.isRinging()).toString();
+    state[QStringLiteral("menu")] = QString::number(w.all("menuItem").size());
+    for (const FakeAudioPlayers::Sound &sound : w.services.audioPlayers.sounding) {
+        state[QStringLiteral("sounds")] += QStringLiteral("%1 at %2%3")
+                                               .arg(QFileInfo(sound.path).baseName())
+                                               .arg(sound.volume)
+                                               .arg(sound.loops == 0 ? u"" : u" looped");
+    }
+    if (!w.services.synthesizers.reading.isNull()) {
+        state[QStringLiteral("reads")] = w.services.log.lines.filter(QStringLiteral("speaking")).last();
+    }
+    if (w.store.isEditing()) {
+        state[edits] = w.editor.isNew() ? QStringLiteral("new") : w.editor.label();
+    }
+    return state;
+}
+State fieldsOf(const std::optional<AlarmGroup> &group) {
+    State fields;
+    if (group) {
+        const QJsonObject object =
+            QJsonDocument::fromJson(encodeGroups({*group}).value()).array().at(0).toObject();
+        for (auto field = object.begin(); field != object.end(); ++field) {
+            fields[field.key()] = text(field.value());
+        }
+    }
+    return fields;
+}
+
+QStringList changes(const State &before, const State &after) {
+    State all = before;
+    all.insert(after);
+    QStringList texts;
+    for (auto entry = all.cbegin(); entry != all.cend(); ++entry) {
+        if (before.value(entry.key()) != after.value(entry.key())) {
+            texts << entry.key() + QStringLiteral(": ") + after.value(entry.key());
+        }
+    }
+    return texts;
+}
+
+// What a control is tried in; some with a sound that plays.
+void home(WholeWindow &) {}
+void preview(WholeWindow &w) {
+    w.click("previewButton");
+}
+void marked(WholeWindow &w) {
+    preview(w);
+    w.selectFirst();
+}
+void allMarked(WholeWindow &w) {
+    w.selectFirst();
+    w.click("selectAllButton");
+}
+void asked(WholeWindow &w) {
+    w.askToDelete();
+}
+void menu(WholeWindow &w) {
+    preview(w);
+    w.openMenu();
+}
+void editor(WholeWindow &w) {
+    w.openEditor();
+}
+void customSound(WholeWindow &w) {
+    w.openEditor([](AlarmGroup &group) {
+        group.customSoundPath = QStringLiteral("YQ==");
+        group.customSoundName = QStringLiteral("a.mp3");
+    });
+}
+void edited(WholeWindow &w) {
+    w.openEditor([](AlarmGroup &group) { group.label = QStringLiteral("夜"); });
+    w.editor.preview(QStringLiteral("wakeup_pulse"));
+    w.editor.trySpeech();
+}
+void ringing(WholeWindow &w) {
+    w.ringFirst();
+}
+
+Act click(const char *name, int n = 0) {
+    return [=](WholeWindow &w) { w.click(name, n); };
+}
+Act key(Qt::Key key) {
+    return [=](WholeWindow &w) { w.key(key); };
+}
+Act clickType(const char *type, int n = 0, QPointF place = {0.5, 0.5}) {
+    return [=](WholeWindow &w) { w.clickType(type, n, place); };
+}
+Act clickButtonOf(const char *type, int n, int button = 0) {
+    return [=](WholeWindow &w) {
+        w.clickIn(ViewFixture::all(w.ofType(type, n), ViewFixture::isA("PlainButton")).value(button));
+    };
+}
+Act clickText(const char16_t *text) {
+    return [=](WholeWindow &w) { w.clickText(QString::fromUtf16(text)); };
+}
+Act typeInto(const char *type, int n, Qt::Key key) {
+    return [=](WholeWindow &w) {
+        w.ofType(type, n)->forceActiveFocus(Qt::TabFocusReason);
+        w.key(Qt::Key_End);
+        w.key(key);
+    };
+}
+
+} // namespace
+
+class ControlsTest : public QObject {
+    Q_OBJECT
+
+    static void homeRows(const std::function<void(const char *, Act, Act, const char16_t *)> &row) {
+        const auto askMenu = [](WholeWindow &w) { w.click(w.frame("cardTime").center(), Qt::RightButton); };
+        row("time", home, click("cardTime"), u"edits: 朝");
+        row("label", preview, click("cardLabel"), u"edits: 朝, sounds: ");
+        row("chip", home, click("infoChip"), u"edits: 朝");
+        row("middle of the card", home, click("cardSurface"), u"edits: 朝");
+        row("add", home, click("addButton"), u"edits: new");
+        row("preview", home, click("previewButton"), u"sounds: morning_glass at 0.8");
+        row("another preview", preview, click("previewButton"), u"sounds: ");
+        row("duplicate", home, click("duplicateButton"), u"groups: 朝 朝 無-, marks: 朝 朝 無");
+        row("switch off", home, click("enabledSwitch"), u"groups: 朝- 無-");
+        row("switch on", home, click("enabledSwitch", 1), u"groups: 朝 無");
+        row("edit", home, click("editButton"), u"editMode: true");
+        row("mark", marked, click("selectionMark", 1), u"marks: 朝+ 無+");
+        row("unmark", marked, click("selectionMark"), u"marks: 朝 無");
+        row("all", marked, click("selectAllButton"), u"marks: 朝+ 無+");
+        row("none", allMarked, click("selectAllButton"), u"marks: 朝 無");
+        row("marked card", marked, click("cardTime"), u"edits: 朝");
+        row("inert switch", marked, click("enabledSwitch"), u"");
+        row("inert duplicate", marked, click("duplicateButton"), u"");
+        row("inert preview", marked, click("previewButton"), u"");
+        row("no menu", marked, askMenu, u"");
+        row("delete", marked, click("deleteButton"), u"asks: true");
+        row("delete nothing", click("editButton"), click("deleteButton"), u"");
+        row("done", marked, click("editButton"), u"editMode: false, marks: 朝 無, sounds: ");
+        row("delete, no", asked, click("cancelButton"), u"asks: false");
+        row("delete, escape", asked, key(Qt::Key_Escape), u"asks: false");
+        row("delete, yes", asked, click("destructiveButton"),
+            u"asks: false, editMode: false, groups: 無-, marks: 無");
+        row("menu", home, askMenu, u"menu: 3");
+        row("menu, edit", menu, click("menuItem", 0), u"edits: 朝, menu: 0");
+        row("menu, duplicate", menu, click("menuItem", 1), u"groups: 朝 朝 無-, marks: 朝 朝 無, menu: 0");
+        row("menu, delete", menu, click("menuItem", 2), u"groups: 無-, marks: 無, menu: 0");
+        row("snooze", ringing, click("snoozeButton"), u"reads: , rings: false, sounds: ");
+        row("stop", ringing, click("stopButton"), u"reads: , rings: false, sounds: ");
+        row("beside the alert", ringing, clickType("HomeView", 0, {0.01, 0.1}), u"");
+        for (const Qt::Key stray : {Qt::Key_Escape, Qt::Key_Space, Qt::Key_Return}) {
+            row(qPrintable(QStringLiteral("key %1 at an alert").arg(stray)), ringing, key(stray), u"");
+        }
+    }
+
+    static void editorRows(const std::function<void(const char *, Act, Act, const char16_t *)> &row) {
+        const QPointF up(0.95, 0.25);
+        const QPointF down(0.95, 0.75);
+        const QPointF lowest(0.01, 0.5);
+        row("hour", editor, typeInto("PopUpPicker", 0, Qt::Key_9), u"targetHour: 9");
+        row("minute", editor, typeInto("PopUpPicker", 1, Qt::Key_9), u"targetMinute: 9");
+        row("direction", editor, clickType("Segment", 1), u"startBefore: false");
+        row("same direction", editor, clickType("Segment", 0), u"");
+        row("label", editor, typeInto("TextField", 0, Qt::Key_A), u"label: 朝a");
+        row("count", editor, clickType("Stepper", 0, up), u"alarmCount: 4");
+        row("lower count", editor, clickType("Stepper", 0, down), u"alarmCount: 2");
+        row("interval", editor, clickType("Stepper", 1, up), u"intervalMinutes: 6");
+        row("file", editor, clickButtonOf("CustomFileRow", 0),
+            u"customSoundName: b.mp3, customSoundPath: Ym9va21hcms6L2IubXAz");
+        row("no file", customSound, clickButtonOf("CustomFileRow", 0, 1),
+            u"customSoundName: , customSoundPath: ");
+        row("sound for a file", customSound, clickType("SoundRow", 1),
+            u"customSoundName: , customSoundPath: , soundName: sunrise_quilt");
+        row("try a sound", editor, clickButtonOf("SoundRow", 6), u"sounds: wakeup_pulse at 0.8");
+        row("volume", editor, clickType("Slider", 0, lowest), u"volume: 0");
+        row("speech", editor, clickType("CheckBox", 0), u"ttsEnabled: false");
+        row("last speech", editor, clickType("CheckBox", 1), u"ttsLastEnabled: false");
+        row("message", editor, typeInto("TextField", 1, Qt::Key_A), u"ttsMessage: 一a");
+        row("last message", editor, typeInto("TextField", 2, Qt::Key_A), u"ttsLastMessage: 二a");
+        row("try a message", editor, clickButtonOf("MessageRow", 0),
+            u"reads: [TTSPlayer] speaking: \"一\" vol=0.6 loop=false");
+        row("try the last message", editor, clickButtonOf("MessageRow", 1),
+            u"reads: [TTSPlayer] speaking: \"二\" vol=0.6 loop=false");
+        row("speech volume", editor, clickType("Slider", 1, lowest), u"ttsVolume: 0");
+        row("save", edited, clickText(u"保存"), u"edits: , groups: 夜 無-, marks: 夜 無, reads: , sounds: ");
+        row("cancel", edited, clickText(u"キャンセル"), u"edits: , reads: , sounds: ");
+        row("beside the editor", edited, clickType("EditorStage", 0, {0.01, 0.5}),
+            u"edits: , reads: , sounds: ");
+        row("edge of the editor", edited, clickType("AlarmEditView", 0, {0.01, 0.1}), u"");
+    }
+
+private Q_SLOTS:
+    void everyControlChangesItsOwnAndNothingElse_data() {
+        QTest::addColumn<Act>("prepare");
+        QTest::addColumn<Act>("act");
+        QTest::addColumn<QString>("change");
+        const auto row = [](const char *name, const Act &prepare, const Act &act, const char16_t *change) {
+            QTest::newRow(name) << prepare << act << QString::fromUtf16(change);
+        };
+        homeRows(row);
+        editorRows(row);
+        const QStringList days{QStringLiteral("5 1 0"), QStringLiteral("5"),     QStringLiteral("5 1 2"),
+                               QStringLiteral("5 1 3"), QStringLiteral("5 1 4"), QStringLiteral("1"),
+                               QStringLiteral("5 1 6")};
+        for (int day = 0; day < days.size(); ++day) {
+            QTest::addRow("day %d", day)
+                << Act(editor) << clickType("DayChip", day) << QStringLiteral("repeatDays: ") + days.at(day);
+        }
+        for (int sound = 1; sound < builtInSounds().size(); ++sound) {
+            QTest::addRow("sound %d", sound) << Act(editor) << clickType("SoundRow", sound)
+                                             << QStringLiteral("soundName: ") + builtInSounds().at(sound).id;
+        }
+    }
+    void everyControlChangesItsOwnAndNothingElse() {
+        QFETCH(Act, prepare);
+        QFETCH(Act, act);
+        QFETCH(QString, change);
+        WholeWindow w;
+        w.fileChooser.answer = QStringLiteral("/b.mp3");
+        prepare(w);
+        const State before = stateOf(w);
+        const State fields = fieldsOf(w.store.editingGroup());
+        act(w);
+        const auto changed = [&] {
+            const State after = stateOf(w);
+            QStringList all = changes(before, after);
+            if (before.contains(edits) && after.contains(edits)) {
+                all = all.filter(QRegularExpression(QStringLiteral("^(?!edits)"))) +
+                      changes(fields, fieldsOf(w.store.editingGroup()));
+            }
+            return all.join(QStringLiteral(", "));
+        };
+        QTRY_COMPARE(changed(), change);
+    }
+};
+
+int main(int argc, char *argv[]) {
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    const QApplication application(argc, argv);
+    ControlsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "ControlsTest.moc"

@@ -1,0 +1,196 @@
+#include "WholeWindow.h"
+
+#include "Palette.h"
+#include "Symbol.h"
+
+#include <QApplication>
+
+using namespace kova;
+
+namespace {
+
+using Act = std::function<void(WholeWindow &)>;
+
+// What a control or an item tells by itself: a text, the [symbol], whether it is checked ✓, what a pointer is
+// told, and * for the black of what is chosen, ! for the red of what is last or lost.
+QStringList told(const QQuickItem &item) {
+    QStringList tokens;
+    const QRgb color = item.property("color").value<QColor>().rgba();
+    const QString mark = color == QColor(Qt::black).rgba()   ? QStringLiteral("*")
+                         : color == Palette::danger().rgba() ? QStringLiteral("!")
+                                                             : QString();
+    if (item.property("checked").toBool()) {
+        tokens << QStringLiteral("✓");
+    }
+    if (qobject_cast<const Symbol *>(&item)) {
+        tokens << mark + u'[' + item.property("name").toString() + u']';
+    } else if (item.inherits("QQuickText") || item.inherits("QQuickTextInput")) {
+        tokens << mark + item.property("text").toString();
+    } else if (item.inherits("QQuickSlider")) {
+        tokens << QString::number(item.property("value").toDouble());
+    }
+    if (const QString tip = item.property("toolTip").toString(); !tip.isEmpty()) {
+        tokens << u'(' + tip + u')';
+    }
+    return tokens;
+}
+
+QString shown(QQuickItem *root) {
+    QStringList tokens;
+    for (QQuickItem *item : ViewFixture::all(root, [](QQuickItem &) { return true; })) {
+        tokens << told(*item);
+    }
+    tokens.removeAll(QString());
+    return tokens.join(u' ');
+}
+
+// The list of built-in sounds, of which one is chosen or none.
+QString sounds(int chosen) {
+    QStringList rows;
+    for (const char16_t *label :
+         {u"Morning Glass", u"Sunrise Quilt", u"Porchlight Morning", u"Dawn Bird Drift", u"Zen Garden Awake",
+          u"Hazy Morning Pulse", u"Wake-up Pulse", u"Cosmic Alarm Run", u"Event Horizon", u"Mouse Chase Jive",
+          u"差し飲み"}) {
+        const bool isChosen = rows.size() == chosen;
+        rows << (isChosen ? QStringLiteral("✓ [play.circle] [largecircle.fill.circle] ")
+                          : QStringLiteral("[play.circle] [circle] ")) +
+                    QString::fromUtf16(label);
+    }
+    return rows.join(u' ');
+}
+
+void emptyInEditMode(WholeWindow &w) {
+    w.click("editButton");
+    w.store.deleteSelectedGroups({w.store.groups().at(0).id, w.store.groups().at(1).id});
+}
+
+void markAll(WholeWindow &w) {
+    w.selectFirst();
+    w.click("selectAllButton");
+}
+
+} // namespace
+
+class TextsTest : public QObject {
+    Q_OBJECT
+
+    static void addRow(const char *name, const QByteArray &part, const Act &prepare, const QString &texts) {
+        QTest::newRow(name) << part << prepare << texts;
+    }
+    static void addEditorRow(const char *name, const QByteArray &part, const QString &texts,
+                             const std::function<void(AlarmGroup &)> &change) {
+        addRow(
+            name, part, [change](WholeWindow &w) { w.openEditor(change); }, texts);
+    }
+    static void addHomeRows() {
+        const QString second = QStringLiteral("18:00 一度だけ (プレビュー) [play.fill] (複製) [doc.on.doc]");
+        const QString card = QStringLiteral("朝 7:00 月・金 3回 / 5分間隔 ");
+        const QString controls = QStringLiteral("(プレビュー) [play.fill] (複製) [doc.on.doc] ✓");
+        addRow(
+            "home", "HomeView", [](WholeWindow &) {},
+            QStringLiteral("KOVA [bolt.fill] 編集 (アラーム追加) *[plus] ") + card + controls + u' ' +
+                second);
+        addRow("nothing", "HomeView", emptyInEditMode,
+               QStringLiteral("KOVA 完了 アラームがありません ＋ボタンで追加 全選択 0件を削除"));
+        addRow(
+            "preview", "HomeRow", [](WholeWindow &w) { w.click("previewButton"); },
+            card + QStringLiteral("(停止) [stop.fill] (複製) [doc.on.doc] ✓"));
+        addRow("marked", "HomeView", &WholeWindow::selectFirst,
+               QStringLiteral("KOVA [bolt.fill] 完了 ✓ *[checkmark] ") + card + controls + u' ' + second +
+                   QStringLiteral(" 全選択 1件を削除"));
+        addRow("all marked", "EditBar", markAll, QStringLiteral("全解除 2件を削除"));
+        addRow("confirmation", "alertTitle", &WholeWindow::askToDelete,
+               QStringLiteral("削除確認 1件のアラームを削除しますか？ キャンセル 削除"));
+        addRow("menu", "menuItem", &WholeWindow::openMenu, QStringLiteral("編集 複製 削除"));
+        addRow("alert", "AlarmAlertView", &WholeWindow::ringFirst,
+               QStringLiteral("[bell.fill] 6:50 朝 アラーム 1 / 3 スヌーズ *停止"));
+    }
+    static void addEditorRows() {
+        addEditorRow("editor", "AlarmEditView",
+                     QStringLiteral("キャンセル アラーム編集 保存 "
+                                    "目標時刻 [chevron.up.chevron.down] 7 : [chevron.up.chevron.down] 00 "
+                                    "目標時刻で ✓ 終了 開始 ラベル 朝 繰り返し 日 ✓ *月 火 水 木 ✓ *金 土 "
+                                    "アラーム回数 回数 3回 [chevron.up] [chevron.down] "
+                                    "間隔 5分 [chevron.up] [chevron.down] タイムライン 6:50 6:55 !7:00 "
+                                    "サウンド [folder] ファイルから選択 %1 "
+                                    "音量 [speaker.fill] 0.8 [speaker.wave.3.fill] 80% "
+                                    "テキスト読み上げ (TTS) 音楽と同時に再生されます "
+                                    "✓ *[checkmark] 通常アラームで読み上げ 一 (TTS試聴) [play.circle] "
+                                    "✓ *[checkmark] 最終アラームで読み上げ 二 (TTS試聴) [play.circle] "
+                                    "TTS音量 0.6 60%")
+                         .arg(sounds(0)),
+                     [](AlarmGroup &) {});
+        addEditorRow("new", "HeaderBar", QStringLiteral("キャンセル 新規アラーム 保存"),
+                     [](AlarmGroup &group) { group.id = QUuid::createUuid(); });
+        addEditorRow("from", "TargetTimeSection",
+                     QStringLiteral("[chevron.up.chevron.down] 23 : [chevron.up.chevron.down] 05 "
+                                    "目標時刻で 終了 ✓ 開始"),
+                     [](AlarmGroup &group) {
+                         group.targetHour = 23;
+                         group.targetMinute = 5;
+                         group.startBefore = false;
+                     });
+        addEditorRow("single", "CountSection", QStringLiteral("回数 1回 [chevron.up] [chevron.down]"),
+                     [](AlarmGroup &group) { group.alarmCount = 1; });
+        addEditorRow("another sound", "SoundSection",
+                     QStringLiteral("[folder] ファイルから選択 ") + sounds(6),
+                     [](AlarmGroup &group) { group.soundName = QStringLiteral("wakeup_pulse"); });
+        addEditorRow("file", "SoundSection",
+                     QStringLiteral("[folder] ファイルから選択 [music.note] a.mp3 [xmark.circle.fill] ") +
+                         sounds(-1),
+                     [](AlarmGroup &group) {
+                         group.customSoundPath = QStringLiteral("YQ==");
+                         group.customSoundName = QStringLiteral("a.mp3");
+                     });
+        addEditorRow("no speech", "SpeechSection",
+                     QStringLiteral("音楽と同時に再生されます 通常アラームで読み上げ 最終アラームで読み上げ"),
+                     [](AlarmGroup &group) { group.ttsEnabled = group.ttsLastEnabled = false; });
+        addEditorRow("ordinary speech", "SpeechSection",
+                     QStringLiteral("音楽と同時に再生されます ✓ *[checkmark] 通常アラームで読み上げ "
+                                    "読み上げメッセージ (TTS試聴) [play.circle] 最終アラームで読み上げ "
+                                    "TTS音量 0.6 60%"),
+                     [](AlarmGroup &group) {
+                         group.ttsLastEnabled = false;
+                         group.ttsMessage.clear();
+                     });
+        addEditorRow("last speech", "SpeechSection",
+                     QStringLiteral("音楽と同時に再生されます 通常アラームで読み上げ "
+                                    "✓ *[checkmark] 最終アラームで読み上げ "
+                                    "最終アラーム メッセージ (TTS試聴) [play.circle] TTS音量 0.6 60%"),
+                     [](AlarmGroup &group) {
+                         group.ttsEnabled = false;
+                         group.ttsLastMessage.clear();
+                     });
+    }
+
+private Q_SLOTS:
+    void everyTextAndSymbolShowsItsState_data() {
+        QTest::addColumn<QByteArray>("part"); // a QML type, or a name of what stands in it
+        QTest::addColumn<Act>("prepare");
+        QTest::addColumn<QString>("texts");
+        addHomeRows();
+        addEditorRows();
+    }
+    void everyTextAndSymbolShowsItsState() {
+        QFETCH(QByteArray, part);
+        QFETCH(Act, prepare);
+        QFETCH(QString, texts);
+        WholeWindow w;
+        prepare(w);
+        QQuickItem *root = w.ofType(part);
+        if (QQuickItem *const item = w.item(part.constData())) {
+            root = item->parentItem();
+        }
+        QVERIFY(root);
+        QTRY_COMPARE(shown(root), texts);
+    }
+};
+
+int main(int argc, char *argv[]) {
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    const QApplication application(argc, argv);
+    TextsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "TextsTest.moc"

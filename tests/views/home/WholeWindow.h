@@ -1,0 +1,69 @@
+#pragma once
+
+#include "ViewFixture.h"
+#include "WindowFixture.h"
+
+namespace kova {
+
+/// A window that is tall enough for the whole editor, with two groups, and the ways to what stands in front.
+struct WholeWindow : Window {
+    WholeWindow() {
+        window.resize(460, 1500);
+        AlarmGroup first = groupAt(7, QStringLiteral("朝"));
+        first.intervalMinutes = 5;
+        first.repeatDays = {5, 1};
+        first.ttsEnabled = first.ttsLastEnabled = true;
+        first.ttsMessage = QStringLiteral("一");
+        first.ttsLastMessage = QStringLiteral("二");
+        first.ttsVolume = 0.6F;
+        add(first);
+        AlarmGroup second = groupAt(18);
+        second.alarmCount = 1;
+        second.isEnabled = false;
+        add(second);
+        settle();
+    }
+
+    /// The n-th visible item of a QML type.
+    QQuickItem *ofType(const QByteArray &type, int n = 0) {
+        return ViewFixture::all(window.contentItem(), ViewFixture::isA(type)).value(n);
+    }
+    /// Where in the item, as parts of its size.
+    void clickIn(const QQuickItem *item, QPointF place = {0.5, 0.5}) {
+        QVERIFY(item);
+        click(item->mapToScene({item->width() * place.x(), item->height() * place.y()}));
+    }
+    void clickType(const QByteArray &type, int n = 0, QPointF place = {0.5, 0.5}) {
+        clickIn(ofType(type, n), place);
+    }
+    void clickText(const QString &text) {
+        clickIn(ViewFixture::all(window.contentItem(), ViewFixture::has("text", text)).value(0));
+    }
+
+    void selectFirst() {
+        click("editButton");
+        click("selectionMark");
+    }
+    void askToDelete() {
+        selectFirst();
+        click("deleteButton");
+        QTRY_VERIFY(shows("destructiveButton"));
+    }
+    void openMenu() {
+        click(frame("cardTime").center(), Qt::RightButton);
+        QTRY_COMPARE(all("menuItem").size(), 3);
+    }
+    void openEditor(const std::function<void(AlarmGroup &)> &change = [](AlarmGroup &) {}) {
+        AlarmGroup group = store.groups().constFirst();
+        change(group);
+        store.startEditing(group);
+        QTRY_VERIFY(ofType("EditorStage") && ofType("EditorStage")->property("isSettled").toBool());
+    }
+    void ringFirst() {
+        services.clock.set({2026, 3, 2}, {6, 49, 59});
+        services.runLoop.advance(std::chrono::seconds(1));
+        QTRY_VERIFY(shows("stopButton"));
+    }
+};
+
+} // namespace kova
