@@ -42,21 +42,6 @@ private Q_SLOTS:
         QVERIFY(decodeGroups(json).value() == QList{group});
     }
 
-    void everyFieldSurvivesTheRoundTrip() {
-        const QList<AlarmGroup> groups = decodeGroups(listWith("", "")).value();
-        QCOMPARE(groups.size(), 1);
-        const AlarmGroup &group = groups.first();
-        QCOMPARE(group.idText(), QStringLiteral("3F2504E0-4F89-41D3-9A0C-0305E82C3301"));
-        QCOMPARE(group.repeatDays, (QList<qint64>{3, 1}));
-        QCOMPARE(group.volume, 0.35F);
-        QCOMPARE(group.createdAt, 790000000.123456);
-        const QByteArray json = encodeGroups(groups).value();
-        QVERIFY(json.contains("\"id\":\"3F2504E0-4F89-41D3-9A0C-0305E82C3301\""));
-        QVERIFY(json.contains("\"volume\":0.35,") || json.contains("\"volume\":0.35}"));
-        QVERIFY(!json.contains(": ") && !json.contains("\n"));
-        QVERIFY(decodeGroups(json).value() == groups);
-    }
-
     void absentOptionalTextsAreLeftOut() {
         const QByteArray both = R"("customSoundPath":"YWJj","customSoundName":"a.mp3",)";
         for (const QByteArray &absent :
@@ -215,7 +200,8 @@ private Q_SLOTS:
             AlarmGroup changed = group;
             change(changed);
             QVERIFY2(!(changed == group), replacement);
-            QVERIFY2(decodeGroups(listWith(part, replacement)).value().first() == changed, replacement);
+            QVERIFY2(decodeGroups(listWith(part, replacement)).value() == QList{changed}, replacement);
+            QVERIFY2(decodeGroups(encodeGroups({changed}).value()).value() == QList{changed}, replacement);
         }
     }
 

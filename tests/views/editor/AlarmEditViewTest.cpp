@@ -32,137 +32,6 @@ class AlarmEditViewTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void keepsTheMeasures() {
-        AlarmGroup group;
-        group.ttsEnabled = group.ttsLastEnabled = true;
-        Shown shown(group);
-        QVERIFY(shown.isShown());
-        QCOMPARE(shown.root()->implicitWidth(), 400);
-        QCOMPARE(shown.root()->implicitHeight(), 550);
-
-        const QQuickItem *header = shown.ofType("HeaderBar");
-        QCOMPARE(rect(header).topLeft(), QPointF(20, 20));
-        QCOMPARE(rect(header).right(), 440);
-        const QQuickItem *cancel = shown.text(QStringLiteral("キャンセル"));
-        const QQuickItem *title = shown.text(QStringLiteral("新規アラーム"));
-        const QQuickItem *save = shown.text(QStringLiteral("保存"));
-        QVERIFY(std::abs((rect(title).left() - rect(cancel).right()) -
-                         (rect(save).left() - rect(title).right())) <= 1);
-
-        // Cards 20 apart, their titles 10 above them, their content 12 inside.
-        const QList<QQuickItem *> sections = shown.ofTypes("SectionCard");
-        QCOMPARE(sections.size(), 7);
-        qreal top = rect(header).bottom() + 20;
-        for (const QQuickItem *section : sections) {
-            const QQuickItem *caption = section->childItems().constFirst();
-            const QQuickItem *card = section->childItems().at(1);
-            const QQuickItem *content = card->childItems().constFirst();
-            const bool isShort = section == sections.at(0) || section == sections.at(2);
-            QCOMPARE(rect(section).topLeft(), QPointF(20, top));
-            QCOMPARE(rect(card).top(), rect(caption).bottom() + 10);
-            QCOMPARE(rect(card), rect(content).adjusted(-12, -12, 12, 12));
-            QCOMPARE(card->property("radius").toReal(), 12);
-            if (!isShort) {
-                QCOMPARE(rect(card).right(), 440);
-            } else {
-                QVERIFY(rect(card).right() < 400);
-            }
-            top = rect(section).bottom() + 20;
-        }
-
-        const QList<QQuickItem *> pickers = shown.ofTypes("PopUpPicker");
-        const QQuickItem *colon = shown.text(QStringLiteral(":"));
-        QCOMPARE(pickers.size(), 2);
-        QCOMPARE(pickers.at(0)->width(), 70);
-        QCOMPARE(pickers.at(1)->width(), 70);
-        QCOMPARE(rect(colon).left(), rect(pickers.at(0)).right() + 4);
-        QCOMPARE(rect(pickers.at(1)).left(), rect(colon).right() + 4);
-        const QQuickItem *segments = shown.ofType("SegmentedControl");
-        QCOMPARE(segments->width(), 140);
-        QCOMPARE(rect(segments).left(), rect(shown.text(QStringLiteral("目標時刻で"))).right() + 8);
-
-        const QList<QQuickItem *> chips = shown.ofTypes("DayChip");
-        QCOMPARE(chips.size(), 7);
-        for (qsizetype day = 0; day < 7; ++day) {
-            QCOMPARE(rect(chips.at(day)),
-                     QRectF(32 + 38.0 * static_cast<qreal>(day), rect(chips.at(0)).top(), 32, 32));
-        }
-
-        const QList<QQuickItem *> steppers = shown.ofTypes("Stepper");
-        const QQuickItem *strip = shown.ofType("TimelineStrip");
-        QCOMPARE(steppers.size(), 2);
-        QCOMPARE(steppers.at(0)->width(), 130);
-        QCOMPARE(rect(steppers.at(0)).right(), 428);
-        QCOMPARE(rect(steppers.at(1)).top(), rect(steppers.at(0)).bottom() + 10);
-        QCOMPARE(rect(strip).top(), rect(steppers.at(1)).bottom() + 10);
-
-        const QQuickItem *caption = shown.text(QStringLiteral("タイムライン"));
-        QCOMPARE(rect(caption).topLeft(), rect(strip).topLeft() + QPointF(8, 8));
-        const QList<QQuickItem *> items = shown.ofTypes("TimelineItem");
-        QCOMPARE(items.size(), 3);
-        QCOMPARE(rect(items.at(0)).top(), rect(caption).bottom() + 4 + 4);
-        QCOMPARE(rect(items.at(0)).bottom(), rect(strip).bottom() - 8 - 4);
-        for (qsizetype i = 1; i < 3; ++i) {
-            const QQuickItem *line = items.at(i)->childItems().at(0);
-            const QQuickItem *column = items.at(i)->childItems().at(1);
-            QCOMPARE(rect(line).left(), rect(items.at(i - 1)).right() + 8);
-            QCOMPARE(line->size(), QSizeF(20, 1));
-            QCOMPARE(rect(column).left(), rect(line).right() + 8);
-            const QQuickItem *dot = column->childItems().at(0);
-            const QQuickItem *time = column->childItems().at(1);
-            QCOMPARE(dot->size(), QSizeF(8, 8));
-            QCOMPARE(rect(time).top(), rect(dot).bottom() + 2);
-            QCOMPARE(dot->property("color").value<QColor>().name(),
-                     time->property("color").value<QColor>().name());
-        }
-
-        const QList<QQuickItem *> rows = shown.ofTypes("SoundRow");
-        QCOMPARE(rows.size(), 11);
-        for (qsizetype i = 1; i < 11; ++i) {
-            QCOMPARE(rect(rows.at(i)).top(), rect(rows.at(i - 1)).bottom() + 2);
-            QCOMPARE(rect(rows.at(i)).left(), 32);
-            QCOMPARE(rect(rows.at(i)).right(), 428);
-        }
-        const QList<QQuickItem *> percents = shown.ofTypes("PercentText");
-        QCOMPARE(percents.size(), 2);
-        for (const QQuickItem *percent : percents) {
-            QCOMPARE(rect(percent).left(), 428 - 35);
-            QCOMPARE(rect(percent).right(), 428);
-        }
-        for (const QQuickItem *row : shown.ofTypes("MessageRow")) {
-            QCOMPARE(rect(row->childItems().at(1)).left(), rect(row->childItems().at(0)).right() + 6);
-        }
-    }
-
-    void showsTheHeader_data() {
-        QTest::addColumn<bool>("isListed");
-        QTest::addColumn<QString>("title");
-        QTest::newRow("new") << false << QStringLiteral("新規アラーム");
-        QTest::newRow("listed") << true << QStringLiteral("アラーム編集");
-    }
-    void showsTheHeader() {
-        QFETCH(bool, isListed);
-        QFETCH(QString, title);
-        Shown shown;
-        if (isListed) {
-            shown.editor.save();
-            shown.store.startEditing(shown.store.groups().constFirst());
-        }
-        QVERIFY(shown.text(title));
-        QSignalSpy saved(shown.root(), SIGNAL(save()));
-        QSignalSpy cancelled(shown.root(), SIGNAL(cancel()));
-        shown.click(shown.text(QStringLiteral("保存")));
-        QCOMPARE(saved.size(), 1);
-        shown.click(shown.text(QStringLiteral("キャンセル")));
-        QCOMPARE(cancelled.size(), 1);
-        shown.key(Qt::Key_Return);
-        shown.key(Qt::Key_Space);
-        QCOMPARE(cancelled.size(), 3);
-        shown.key(Qt::Key_Tab);
-        shown.key(Qt::Key_Return);
-        QCOMPARE(saved.size(), 2);
-    }
-
     void choosesTimesInThePickers() {
         Shown shown;
         QQuickItem *hour = shown.ofType("PopUpPicker", 0);
@@ -301,53 +170,15 @@ private Q_SLOTS:
         QCOMPARE(shown.edited().startBefore, false);
     }
 
-    void marksTheChosenDays() {
-        Shown shown;
-        const QList<QQuickItem *> chips = shown.ofTypes("DayChip");
-        const QVariant plain = chips.at(1)->property("color");
-        shown.click(chips.at(5));
-        shown.click(chips.at(1));
-        QCOMPARE(shown.edited().repeatDays, QList<qint64>({5, 1}));
-        QCOMPARE(chips.at(1)->property("color").value<QColor>(), QColor(Qt::black));
-        shown.click(chips.at(1));
-        QCOMPARE(shown.edited().repeatDays, QList<qint64>{5});
-        QCOMPARE(chips.at(1)->property("color"), plain);
-    }
-
-    void stepsTheCountWithinItsBounds() {
-        AlarmGroup group;
-        group.alarmCount = 19;
-        group.intervalMinutes = 2;
-        Shown shown(group);
-        const QRectF count = rect(shown.ofType("Stepper", 0));
-        const QRectF interval = rect(shown.ofType("Stepper", 1));
-        const auto up = [](const QRectF &stepper) {
-            return QPointF(stepper.right() - 10, stepper.top() + 6);
-        };
-        const auto down = [](const QRectF &stepper) {
-            return QPointF(stepper.right() - 10, stepper.bottom() - 6);
-        };
-        for (int i = 0; i < 3; ++i) {
-            shown.click(up(count));
-            shown.click(down(interval));
-        }
-        QCOMPARE(shown.edited().alarmCount, 20);
-        QCOMPARE(shown.edited().intervalMinutes, 1);
-        QVERIFY(shown.text(QStringLiteral("20回")));
-        QVERIFY(shown.text(QStringLiteral("1分")));
-        shown.key(Qt::Key_Up);
-        QCOMPARE(shown.edited().intervalMinutes, 2);
-        shown.editor.setIntervalMinutes(30);
-        shown.click(up(interval));
-        QCOMPARE(shown.edited().intervalMinutes, 30);
-
+    void bringsAStrangeCountIntoItsRange() {
         AlarmGroup strange;
         strange.alarmCount = 500;
-        shown.store.startEditing(strange);
+        Shown shown(strange);
+        const QRectF count = rect(shown.ofType("Stepper"));
         QVERIFY(shown.text(QStringLiteral("500回")));
-        shown.click(up(count));
+        shown.click(count.topRight() + QPointF(-10, 6));
         QCOMPARE(shown.edited().alarmCount, 500);
-        shown.click(down(count));
+        shown.click(count.bottomRight() + QPointF(-10, -6));
         QCOMPARE(shown.edited().alarmCount, 20);
     }
 
@@ -360,17 +191,12 @@ private Q_SLOTS:
         QTest::mouseRelease(&shown.window(), Qt::LeftButton, {}, up);
     }
 
-    void hidesTheIntervalOfASingleAlarm() {
+    void offersTheIntervalWithTheSecondAlarm() {
         AlarmGroup group;
         group.alarmCount = 1;
-        group.intervalMinutes = 4;
         Shown shown(group);
-        QCOMPARE(shown.ofTypes("Stepper").size(), 1);
-        QVERIFY(!shown.ofType("TimelineStrip"));
-        const QRectF count = rect(shown.ofType("Stepper", 0));
-        shown.click(QPointF(count.right() - 10, count.top() + 6));
+        shown.click(rect(shown.ofType("Stepper")).topRight() + QPointF(-10, 6));
         QCOMPARE(shown.ofTypes("Stepper").size(), 2);
-        QVERIFY(shown.text(QStringLiteral("4分")));
         QTRY_COMPARE(shown.ofTypes("TimelineItem").size(), 2);
     }
 
@@ -392,21 +218,13 @@ private Q_SLOTS:
         QCOMPARE(shown.edited().label, QStringLiteral("朝の7"));
     }
 
-    void choosesAndTriesSounds() {
+    void leadsTheKeysFromSoundToSound() {
         Shown shown;
         const QList<QQuickItem *> rows = shown.ofTypes("SoundRow");
         const auto playButton = [](QQuickItem *row) {
             return ViewFixture::all(row, ViewFixture::isA("PlainButton")).value(0);
         };
-        QVERIFY(rows.at(0)->property("isChosen").toBool());
-        shown.click(playButton(rows.at(6)));
-        QCOMPARE(shown.services.audioPlayers.sounding.size(), 1);
-        QCOMPARE(shown.edited().soundName, QStringLiteral("morning_glass"));
-        shown.click(QPointF(rect(rows.at(2)).center()));
-        QCOMPARE(shown.edited().soundName, QStringLiteral("porchlight_morning"));
-        QVERIFY(rows.at(2)->property("isChosen").toBool());
-        QVERIFY(!rows.at(0)->property("isChosen").toBool());
-
+        shown.click(rows.at(2));
         shown.key(Qt::Key_Down);
         QCOMPARE(shown.edited().soundName, QStringLiteral("dawn_bird_drift"));
         shown.key(Qt::Key_Tab);
@@ -416,86 +234,13 @@ private Q_SLOTS:
         QCOMPARE(shown.edited().soundName, QStringLiteral("dawn_bird_drift"));
     }
 
-    void showsAChosenFile() {
+    void cutsALongFileNameShort() {
         Shown shown;
         shown.fileChooser.answer = QStringLiteral("/music/%1.mp3").arg(QString(200, u'長'));
         shown.click(shown.text(QStringLiteral("ファイルから選択")));
-        QQuickItem *name = shown.text(shown.editor.customSoundName());
-        QVERIFY(name);
-        QVERIFY(name->property("truncated").toBool());
+        const QQuickItem *const name = shown.text(shown.editor.customSoundName());
+        QVERIFY(name && name->property("truncated").toBool());
         QVERIFY(rect(name).right() < 428);
-        const QList<QQuickItem *> symbols = shown.ofTypes("SoundRow");
-        QVERIFY(std::none_of(symbols.cbegin(), symbols.cend(),
-                             [](const QQuickItem *row) { return row->property("isChosen").toBool(); }));
-        const QList<QQuickItem *> buttons =
-            ViewFixture::all(shown.ofType("CustomFileRow"), ViewFixture::isA("PlainButton"));
-        QCOMPARE(buttons.size(), 2);
-        shown.click(buttons.at(1));
-        QVERIFY(!shown.editor.hasCustomSound());
-        QVERIFY(shown.ofType("SoundRow")->property("isChosen").toBool());
-    }
-
-    void movesTheVolumeInSteps() {
-        Shown shown;
-        QQuickItem *slider = shown.ofType("Slider");
-        QVERIFY(shown.text(QStringLiteral("80%")));
-        slider->forceActiveFocus(Qt::TabFocusReason);
-        shown.key(Qt::Key_Left);
-        QCOMPARE(shown.edited().volume, 0.75F);
-        QVERIFY(shown.text(QStringLiteral("75%")));
-        shown.click(QPointF(rect(slider).left() + 2, rect(slider).center().y()));
-        QCOMPARE(shown.edited().volume, 0.0F);
-        shown.click(QPointF(rect(slider).right() - 2, rect(slider).center().y()));
-        QCOMPARE(shown.edited().volume, 1.0F);
-        QVERIFY(shown.text(QStringLiteral("100%")));
-    }
-
-    void showsTheRowsOfEachSpeechState_data() {
-        QTest::addColumn<bool>("ordinary");
-        QTest::addColumn<bool>("last");
-        QTest::addColumn<QByteArrayList>("rows");
-        QTest::newRow("off, off") << false << false << QByteArrayList{"CheckBox", "Divider", "CheckBox"};
-        QTest::newRow("on, off") << true << false
-                                 << QByteArrayList{"CheckBox", "MessageRow", "Divider", "CheckBox",
-                                                   "SpeechVolumeRow"};
-        QTest::newRow("off, on") << false << true
-                                 << QByteArrayList{"CheckBox", "Divider", "CheckBox", "MessageRow",
-                                                   "SpeechVolumeRow"};
-        QTest::newRow("on, on") << true << true
-                                << QByteArrayList{"CheckBox", "MessageRow", "Divider",
-                                                  "CheckBox", "MessageRow", "SpeechVolumeRow"};
-    }
-    void showsTheRowsOfEachSpeechState() {
-        QFETCH(bool, ordinary);
-        QFETCH(bool, last);
-        QFETCH(QByteArrayList, rows);
-        AlarmGroup group;
-        group.ttsMessage = QStringLiteral("一");
-        group.ttsLastMessage = QStringLiteral("二");
-        Shown shown(group);
-        const QList<QQuickItem *> toggles = shown.ofTypes("CheckBox");
-        if (ordinary) {
-            shown.click(toggles.at(0));
-        }
-        if (last) {
-            shown.click(toggles.at(1));
-        }
-        QTRY_COMPARE(toggles.at(0)->property("checked"), ordinary);
-        const QQuickItem *section = shown.ofType("SpeechSection");
-        QList<QQuickItem *> items = section->childItems();
-        items.removeIf([](const QQuickItem *item) { return !item->isVisible(); });
-        QCOMPARE(items.takeFirst()->property("text"), QStringLiteral("音楽と同時に再生されます"));
-        QCOMPARE(items.size(), rows.size());
-        for (qsizetype i = 0; i < items.size(); ++i) {
-            QVERIFY2(ViewFixture::isA(rows.at(i))(*items.at(i)), rows.at(i).constData());
-            if (i > 0) {
-                QTRY_COMPARE(rect(items.at(i)).top(), rect(items.at(i - 1)).bottom() + 10);
-            }
-        }
-        AlarmGroup expected = group;
-        expected.ttsEnabled = ordinary;
-        expected.ttsLastEnabled = last;
-        QVERIFY(shown.edited() == expected);
     }
 
     void enablesATryOutWithTheFirstCharacter() {

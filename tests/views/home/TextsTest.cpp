@@ -64,11 +64,6 @@ void emptyInEditMode(WholeWindow &w) {
     w.store.deleteSelectedGroups({w.store.groups().at(0).id, w.store.groups().at(1).id});
 }
 
-void markAll(WholeWindow &w) {
-    w.selectFirst();
-    w.click("selectAllButton");
-}
-
 } // namespace
 
 class TextsTest : public QObject {
@@ -98,7 +93,7 @@ class TextsTest : public QObject {
         addRow("marked", "HomeView", &WholeWindow::selectFirst,
                QStringLiteral("KOVA [bolt.fill] 完了 ✓ *[checkmark] ") + card + controls + u' ' + second +
                    QStringLiteral(" 全選択 1件を削除"));
-        addRow("all marked", "EditBar", markAll, QStringLiteral("全解除 2件を削除"));
+        addRow("all marked", "EditBar", &WholeWindow::selectAll, QStringLiteral("全解除 2件を削除"));
         addRow("confirmation", "alertTitle", &WholeWindow::askToDelete,
                QStringLiteral("削除確認 1件のアラームを削除しますか？ キャンセル 削除"));
         addRow("menu", "menuItem", &WholeWindow::openMenu, QStringLiteral("編集 複製 削除"));

@@ -33,16 +33,14 @@ struct WholeWindow : Window {
         QVERIFY(item);
         click(item->mapToScene({item->width() * place.x(), item->height() * place.y()}));
     }
-    void clickType(const QByteArray &type, int n = 0, QPointF place = {0.5, 0.5}) {
-        clickIn(ofType(type, n), place);
-    }
-    void clickText(const QString &text) {
-        clickIn(ViewFixture::all(window.contentItem(), ViewFixture::has("text", text)).value(0));
-    }
 
     void selectFirst() {
         click("editButton");
         click("selectionMark");
+    }
+    void selectAll() {
+        selectFirst();
+        click("selectAllButton");
     }
     void askToDelete() {
         selectFirst();
