@@ -141,101 +141,108 @@ Act typeInto(const char *type, int n, Qt::Key key) {
     };
 }
 
+struct Row {
+    const char *name;
+    Act prepare;
+    Act act;
+    const char16_t *change;
+};
+
+void askMenu(WholeWindow &w) {
+    w.click(w.frame("cardTime").center(), Qt::RightButton);
+}
+
+const QList<Row> homeRows{
+    {"time", home, click("cardTime"), u"edits: 朝"},
+    {"label", preview, click("cardLabel"), u"edits: 朝, sounds: "},
+    {"chip", home, click("infoChip"), u"edits: 朝"},
+    {"middle of the card", home, click("cardSurface"), u"edits: 朝"},
+    {"add", home, click("addButton"), u"edits: new"},
+    {"preview", home, click("previewButton"), u"sounds: morning_glass at 0.8"},
+    {"another preview", preview, click("previewButton"), u"sounds: "},
+    {"duplicate", home, click("duplicateButton"), u"groups: 朝 朝 無-, marks: 朝 朝 無"},
+    {"switch off", home, click("enabledSwitch"), u"groups: 朝- 無-"},
+    {"switch on", home, click("enabledSwitch", 1), u"groups: 朝 無"},
+    {"edit", home, click("editButton"), u"editMode: true"},
+    {"mark", marked, click("selectionMark", 1), u"marks: 朝+ 無+"},
+    {"unmark", marked, click("selectionMark"), u"marks: 朝 無"},
+    {"all", marked, click("selectAllButton"), u"marks: 朝+ 無+"},
+    {"none", &WholeWindow::selectAll, click("selectAllButton"), u"marks: 朝 無"},
+    {"marked card", marked, click("cardTime"), u"edits: 朝"},
+    {"inert switch", marked, click("enabledSwitch"), u""},
+    {"inert duplicate", marked, click("duplicateButton"), u""},
+    {"inert preview", marked, click("previewButton"), u""},
+    {"no menu", marked, askMenu, u""},
+    {"delete", marked, click("deleteButton"), u"asks: true"},
+    {"delete nothing", click("editButton"), click("deleteButton"), u""},
+    {"done", marked, click("editButton"), u"editMode: false, marks: 朝 無, sounds: "},
+    {"delete, no", asked, click("cancelButton"), u"asks: false"},
+    {"delete, escape", asked, keys({Qt::Key_Escape}), u"asks: false"},
+    {"delete, yes", asked, click("destructiveButton"),
+     u"asks: false, editMode: false, groups: 無-, marks: 無"},
+    {"menu", home, askMenu, u"menu: 3"},
+    {"menu, edit", menu, click("menuItem", 0), u"edits: 朝, menu: 0"},
+    {"menu, duplicate", menu, click("menuItem", 1), u"groups: 朝 朝 無-, marks: 朝 朝 無, menu: 0"},
+    {"menu, delete", menu, click("menuItem", 2), u"groups: 無-, marks: 無, menu: 0"},
+    {"snooze", ringing, click("snoozeButton"), u"reads: , rings: false, sounds: "},
+    {"stop", ringing, click("stopButton"), u"reads: , rings: false, sounds: "},
+    {"stop by keys", ringing, keys({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return}),
+     u"reads: , rings: false, sounds: "},
+    {"beside the alert", ringing, clickType("HomeView", 0, {0.01, 0.1}), u""},
+    {"escape at an alert", ringing, keys({Qt::Key_Escape}), u""},
+    {"space at an alert", ringing, keys({Qt::Key_Space}), u""},
+    {"return at an alert", ringing, keys({Qt::Key_Return}), u""},
+};
+
+constexpr QPointF up(0.95, 0.25);
+constexpr QPointF down(0.95, 0.75);
+constexpr QPointF lowest(0.01, 0.5);
+
+const QList<Row> editorRows{
+    {"hour", editor, typeInto("PopUpPicker", 0, Qt::Key_9), u"targetHour: 9"},
+    {"minute", editor, typeInto("PopUpPicker", 1, Qt::Key_9), u"targetMinute: 9"},
+    {"direction", editor, clickType("Segment", 1), u"startBefore: false"},
+    {"same direction", editor, clickType("Segment", 0), u""},
+    {"label", editor, typeInto("TextField", 0, Qt::Key_A), u"label: 朝a"},
+    {"count", editor, clickType("Stepper", 0, up), u"alarmCount: 4"},
+    {"lower count", editor, clickType("Stepper", 0, down), u"alarmCount: 2"},
+    {"interval", editor, clickType("Stepper", 1, up), u"intervalMinutes: 6"},
+    {"file", editor, clickButtonOf("CustomFileRow", 0),
+     u"customSoundName: b.mp3, customSoundPath: Ym9va21hcms6L2IubXAz"},
+    {"no file", customSound, clickButtonOf("CustomFileRow", 0, 1), u"customSoundName: , customSoundPath: "},
+    {"sound for a file", customSound, clickType("SoundRow", 1),
+     u"customSoundName: , customSoundPath: , soundName: sunrise_quilt"},
+    {"try a sound", editor, clickButtonOf("SoundRow", 6), u"sounds: wakeup_pulse at 0.8"},
+    {"volume", editor, clickType("Slider", 0, lowest), u"volume: 0"},
+    {"speech", editor, clickType("CheckBox", 0), u"ttsEnabled: false"},
+    {"last speech", editor, clickType("CheckBox", 1), u"ttsLastEnabled: false"},
+    {"message", editor, typeInto("TextField", 1, Qt::Key_A), u"ttsMessage: 一a"},
+    {"last message", editor, typeInto("TextField", 2, Qt::Key_A), u"ttsLastMessage: 二a"},
+    {"try a message", editor, clickButtonOf("MessageRow", 0),
+     u"reads: [TTSPlayer] speaking: \"一\" vol=0.6 loop=false"},
+    {"try the last message", editor, clickButtonOf("MessageRow", 1),
+     u"reads: [TTSPlayer] speaking: \"二\" vol=0.6 loop=false"},
+    {"speech volume", editor, clickType("Slider", 1, lowest), u"ttsVolume: 0"},
+    {"save", edited, clickButtonOf("HeaderBar", 0, 1),
+     u"edits: , groups: 夜 無-, marks: 夜 無, reads: , sounds: "},
+    {"cancel", edited, clickButtonOf("HeaderBar", 0), u"edits: , reads: , sounds: "},
+    {"beside the editor", edited, clickType("EditorStage", 0, {0.01, 0.5}), u"edits: , reads: , sounds: "},
+    {"edge of the editor", edited, clickType("AlarmEditView", 0, {0.01, 0.1}), u""},
+};
+
 } // namespace
 
 class ControlsTest : public QObject {
     Q_OBJECT
-
-    static void homeRows(const std::function<void(const char *, Act, Act, const char16_t *)> &row) {
-        const auto askMenu = [](WholeWindow &w) { w.click(w.frame("cardTime").center(), Qt::RightButton); };
-        row("time", home, click("cardTime"), u"edits: 朝");
-        row("label", preview, click("cardLabel"), u"edits: 朝, sounds: ");
-        row("chip", home, click("infoChip"), u"edits: 朝");
-        row("middle of the card", home, click("cardSurface"), u"edits: 朝");
-        row("add", home, click("addButton"), u"edits: new");
-        row("preview", home, click("previewButton"), u"sounds: morning_glass at 0.8");
-        row("another preview", preview, click("previewButton"), u"sounds: ");
-        row("duplicate", home, click("duplicateButton"), u"groups: 朝 朝 無-, marks: 朝 朝 無");
-        row("switch off", home, click("enabledSwitch"), u"groups: 朝- 無-");
-        row("switch on", home, click("enabledSwitch", 1), u"groups: 朝 無");
-        row("edit", home, click("editButton"), u"editMode: true");
-        row("mark", marked, click("selectionMark", 1), u"marks: 朝+ 無+");
-        row("unmark", marked, click("selectionMark"), u"marks: 朝 無");
-        row("all", marked, click("selectAllButton"), u"marks: 朝+ 無+");
-        row("none", &WholeWindow::selectAll, click("selectAllButton"), u"marks: 朝 無");
-        row("marked card", marked, click("cardTime"), u"edits: 朝");
-        row("inert switch", marked, click("enabledSwitch"), u"");
-        row("inert duplicate", marked, click("duplicateButton"), u"");
-        row("inert preview", marked, click("previewButton"), u"");
-        row("no menu", marked, askMenu, u"");
-        row("delete", marked, click("deleteButton"), u"asks: true");
-        row("delete nothing", click("editButton"), click("deleteButton"), u"");
-        row("done", marked, click("editButton"), u"editMode: false, marks: 朝 無, sounds: ");
-        row("delete, no", asked, click("cancelButton"), u"asks: false");
-        row("delete, escape", asked, keys({Qt::Key_Escape}), u"asks: false");
-        row("delete, yes", asked, click("destructiveButton"),
-            u"asks: false, editMode: false, groups: 無-, marks: 無");
-        row("menu", home, askMenu, u"menu: 3");
-        row("menu, edit", menu, click("menuItem", 0), u"edits: 朝, menu: 0");
-        row("menu, duplicate", menu, click("menuItem", 1), u"groups: 朝 朝 無-, marks: 朝 朝 無, menu: 0");
-        row("menu, delete", menu, click("menuItem", 2), u"groups: 無-, marks: 無, menu: 0");
-        row("snooze", ringing, click("snoozeButton"), u"reads: , rings: false, sounds: ");
-        row("stop", ringing, click("stopButton"), u"reads: , rings: false, sounds: ");
-        row("stop by keys", ringing, keys({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return}),
-            u"reads: , rings: false, sounds: ");
-        row("beside the alert", ringing, clickType("HomeView", 0, {0.01, 0.1}), u"");
-        for (const Qt::Key stray : {Qt::Key_Escape, Qt::Key_Space, Qt::Key_Return}) {
-            row(qPrintable(QStringLiteral("key %1 at an alert").arg(stray)), ringing, keys({stray}), u"");
-        }
-    }
-
-    static void editorRows(const std::function<void(const char *, Act, Act, const char16_t *)> &row) {
-        const QPointF up(0.95, 0.25);
-        const QPointF down(0.95, 0.75);
-        const QPointF lowest(0.01, 0.5);
-        row("hour", editor, typeInto("PopUpPicker", 0, Qt::Key_9), u"targetHour: 9");
-        row("minute", editor, typeInto("PopUpPicker", 1, Qt::Key_9), u"targetMinute: 9");
-        row("direction", editor, clickType("Segment", 1), u"startBefore: false");
-        row("same direction", editor, clickType("Segment", 0), u"");
-        row("label", editor, typeInto("TextField", 0, Qt::Key_A), u"label: 朝a");
-        row("count", editor, clickType("Stepper", 0, up), u"alarmCount: 4");
-        row("lower count", editor, clickType("Stepper", 0, down), u"alarmCount: 2");
-        row("interval", editor, clickType("Stepper", 1, up), u"intervalMinutes: 6");
-        row("file", editor, clickButtonOf("CustomFileRow", 0),
-            u"customSoundName: b.mp3, customSoundPath: Ym9va21hcms6L2IubXAz");
-        row("no file", customSound, clickButtonOf("CustomFileRow", 0, 1),
-            u"customSoundName: , customSoundPath: ");
-        row("sound for a file", customSound, clickType("SoundRow", 1),
-            u"customSoundName: , customSoundPath: , soundName: sunrise_quilt");
-        row("try a sound", editor, clickButtonOf("SoundRow", 6), u"sounds: wakeup_pulse at 0.8");
-        row("volume", editor, clickType("Slider", 0, lowest), u"volume: 0");
-        row("speech", editor, clickType("CheckBox", 0), u"ttsEnabled: false");
-        row("last speech", editor, clickType("CheckBox", 1), u"ttsLastEnabled: false");
-        row("message", editor, typeInto("TextField", 1, Qt::Key_A), u"ttsMessage: 一a");
-        row("last message", editor, typeInto("TextField", 2, Qt::Key_A), u"ttsLastMessage: 二a");
-        row("try a message", editor, clickButtonOf("MessageRow", 0),
-            u"reads: [TTSPlayer] speaking: \"一\" vol=0.6 loop=false");
-        row("try the last message", editor, clickButtonOf("MessageRow", 1),
-            u"reads: [TTSPlayer] speaking: \"二\" vol=0.6 loop=false");
-        row("speech volume", editor, clickType("Slider", 1, lowest), u"ttsVolume: 0");
-        row("save", edited, clickButtonOf("HeaderBar", 0, 1),
-            u"edits: , groups: 夜 無-, marks: 夜 無, reads: , sounds: ");
-        row("cancel", edited, clickButtonOf("HeaderBar", 0), u"edits: , reads: , sounds: ");
-        row("beside the editor", edited, clickType("EditorStage", 0, {0.01, 0.5}),
-            u"edits: , reads: , sounds: ");
-        row("edge of the editor", edited, clickType("AlarmEditView", 0, {0.01, 0.1}), u"");
-    }
 
 private Q_SLOTS:
     void everyControlChangesItsOwnAndNothingElse_data() {
         QTest::addColumn<Act>("prepare");
         QTest::addColumn<Act>("act");
         QTest::addColumn<QString>("change");
-        const auto row = [](const char *name, const Act &prepare, const Act &act, const char16_t *change) {
-            QTest::newRow(name) << prepare << act << QString::fromUtf16(change);
-        };
-        homeRows(row);
-        editorRows(row);
+        for (const Row &row : homeRows + editorRows) {
+            QTest::newRow(row.name) << row.prepare << row.act << QString::fromUtf16(row.change);
+        }
         const QStringList days{QStringLiteral("5 1 0"), QStringLiteral("5"),     QStringLiteral("5 1 2"),
                                QStringLiteral("5 1 3"), QStringLiteral("5 1 4"), QStringLiteral("1"),
                                QStringLiteral("5 1 6")};

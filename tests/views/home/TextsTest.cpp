@@ -63,108 +63,96 @@ void emptyInEditMode(WholeWindow &w) {
     w.click("editButton");
     w.store.deleteSelectedGroups({w.store.groups().at(0).id, w.store.groups().at(1).id});
 }
+Act edited(const std::function<void(AlarmGroup &)> &change) {
+    return [change](WholeWindow &w) { w.openEditor(change); };
+}
+
+struct Row {
+    const char *name;
+    QByteArray part; ///< a QML type, or a name of what stands in it
+    Act prepare;
+    const char16_t *texts; ///< %1: the card of the first group, %2: its buttons, %3: the second card
+    int sound = 0;         ///< chosen in the list of sounds, which stands at %4
+};
+
+const QList<Row> homeRows{
+    {"home", "HomeView", [](WholeWindow &) {}, u"KOVA [bolt.fill] 編集 (アラーム追加) *[plus] %1 %2 %3"},
+    {"nothing", "HomeView", emptyInEditMode,
+     u"KOVA 完了 アラームがありません ＋ボタンで追加 全選択 0件を削除"},
+    {"preview", "HomeRow", [](WholeWindow &w) { w.click("previewButton"); },
+     u"%1 (停止) [stop.fill] (複製) [doc.on.doc] ✓"},
+    {"marked", "HomeView", &WholeWindow::selectFirst,
+     u"KOVA [bolt.fill] 完了 ✓ *[checkmark] %1 %2 %3 全選択 1件を削除"},
+    {"all marked", "EditBar", &WholeWindow::selectAll, u"全解除 2件を削除"},
+    {"confirmation", "alertTitle", &WholeWindow::askToDelete,
+     u"削除確認 1件のアラームを削除しますか？ キャンセル 削除"},
+    {"menu", "menuItem", &WholeWindow::openMenu, u"編集 複製 削除"},
+    {"alert", "AlarmAlertView", &WholeWindow::ringFirst,
+     u"[bell.fill] 6:50 朝 アラーム 1 / 3 スヌーズ *停止"},
+};
+
+const QList<Row> editorRows{
+    {"editor", "AlarmEditView", edited([](AlarmGroup &) {}),
+     u"キャンセル アラーム編集 保存 目標時刻 [chevron.up.chevron.down] 7 : [chevron.up.chevron.down] 00 "
+     u"目標時刻で ✓ 終了 開始 ラベル 朝 繰り返し 日 ✓ *月 火 水 木 ✓ *金 土 アラーム回数 "
+     u"回数 3回 [chevron.up] [chevron.down] 間隔 5分 [chevron.up] [chevron.down] "
+     u"タイムライン 6:50 6:55 !7:00 サウンド [folder] ファイルから選択 %4 "
+     u"音量 [speaker.fill] 0.8 [speaker.wave.3.fill] 80% テキスト読み上げ (TTS) 音楽と同時に再生されます "
+     u"✓ *[checkmark] 通常アラームで読み上げ 一 (TTS試聴) [play.circle] "
+     u"✓ *[checkmark] 最終アラームで読み上げ 二 (TTS試聴) [play.circle] TTS音量 0.6 60%"},
+    {"new", "HeaderBar", edited([](AlarmGroup &group) { group.id = QUuid::createUuid(); }),
+     u"キャンセル 新規アラーム 保存"},
+    {"from", "TargetTimeSection", edited([](AlarmGroup &group) {
+         group.targetHour = 23;
+         group.targetMinute = 5;
+         group.startBefore = false;
+     }),
+     u"[chevron.up.chevron.down] 23 : [chevron.up.chevron.down] 05 目標時刻で 終了 ✓ 開始"},
+    {"single", "CountSection", edited([](AlarmGroup &group) { group.alarmCount = 1; }),
+     u"回数 1回 [chevron.up] [chevron.down]"},
+    {"another sound", "SoundSection",
+     edited([](AlarmGroup &group) { group.soundName = QStringLiteral("wakeup_pulse"); }),
+     u"[folder] ファイルから選択 %4", 6},
+    {"file", "SoundSection",
+     edited([](AlarmGroup &group) { group.customSoundPath = group.customSoundName = QString(u'a'); }),
+     u"[folder] ファイルから選択 [music.note] a [xmark.circle.fill] %4", -1},
+    {"no speech", "SpeechSection",
+     edited([](AlarmGroup &group) { group.ttsEnabled = group.ttsLastEnabled = false; }),
+     u"音楽と同時に再生されます 通常アラームで読み上げ 最終アラームで読み上げ"},
+    {"ordinary speech", "SpeechSection", edited([](AlarmGroup &group) {
+         group.ttsLastEnabled = false;
+         group.ttsMessage.clear();
+     }),
+     u"音楽と同時に再生されます ✓ *[checkmark] 通常アラームで読み上げ "
+     u"読み上げメッセージ (TTS試聴) [play.circle] 最終アラームで読み上げ TTS音量 0.6 60%"},
+    {"last speech", "SpeechSection", edited([](AlarmGroup &group) {
+         group.ttsEnabled = false;
+         group.ttsLastMessage.clear();
+     }),
+     u"音楽と同時に再生されます 通常アラームで読み上げ ✓ *[checkmark] 最終アラームで読み上げ "
+     u"最終アラーム メッセージ (TTS試聴) [play.circle] TTS音量 0.6 60%"},
+};
 
 } // namespace
 
 class TextsTest : public QObject {
     Q_OBJECT
 
-    static void addRow(const char *name, const QByteArray &part, const Act &prepare, const QString &texts) {
-        QTest::newRow(name) << part << prepare << texts;
-    }
-    static void addEditorRow(const char *name, const QByteArray &part, const QString &texts,
-                             const std::function<void(AlarmGroup &)> &change) {
-        addRow(
-            name, part, [change](WholeWindow &w) { w.openEditor(change); }, texts);
-    }
-    static void addHomeRows() {
-        const QString second = QStringLiteral("18:00 一度だけ (プレビュー) [play.fill] (複製) [doc.on.doc]");
-        const QString card = QStringLiteral("朝 7:00 月・金 3回 / 5分間隔 ");
-        const QString controls = QStringLiteral("(プレビュー) [play.fill] (複製) [doc.on.doc] ✓");
-        addRow(
-            "home", "HomeView", [](WholeWindow &) {},
-            QStringLiteral("KOVA [bolt.fill] 編集 (アラーム追加) *[plus] ") + card + controls + u' ' +
-                second);
-        addRow("nothing", "HomeView", emptyInEditMode,
-               QStringLiteral("KOVA 完了 アラームがありません ＋ボタンで追加 全選択 0件を削除"));
-        addRow(
-            "preview", "HomeRow", [](WholeWindow &w) { w.click("previewButton"); },
-            card + QStringLiteral("(停止) [stop.fill] (複製) [doc.on.doc] ✓"));
-        addRow("marked", "HomeView", &WholeWindow::selectFirst,
-               QStringLiteral("KOVA [bolt.fill] 完了 ✓ *[checkmark] ") + card + controls + u' ' + second +
-                   QStringLiteral(" 全選択 1件を削除"));
-        addRow("all marked", "EditBar", &WholeWindow::selectAll, QStringLiteral("全解除 2件を削除"));
-        addRow("confirmation", "alertTitle", &WholeWindow::askToDelete,
-               QStringLiteral("削除確認 1件のアラームを削除しますか？ キャンセル 削除"));
-        addRow("menu", "menuItem", &WholeWindow::openMenu, QStringLiteral("編集 複製 削除"));
-        addRow("alert", "AlarmAlertView", &WholeWindow::ringFirst,
-               QStringLiteral("[bell.fill] 6:50 朝 アラーム 1 / 3 スヌーズ *停止"));
-    }
-    static void addEditorRows() {
-        addEditorRow("editor", "AlarmEditView",
-                     QStringLiteral("キャンセル アラーム編集 保存 "
-                                    "目標時刻 [chevron.up.chevron.down] 7 : [chevron.up.chevron.down] 00 "
-                                    "目標時刻で ✓ 終了 開始 ラベル 朝 繰り返し 日 ✓ *月 火 水 木 ✓ *金 土 "
-                                    "アラーム回数 回数 3回 [chevron.up] [chevron.down] "
-                                    "間隔 5分 [chevron.up] [chevron.down] タイムライン 6:50 6:55 !7:00 "
-                                    "サウンド [folder] ファイルから選択 %1 "
-                                    "音量 [speaker.fill] 0.8 [speaker.wave.3.fill] 80% "
-                                    "テキスト読み上げ (TTS) 音楽と同時に再生されます "
-                                    "✓ *[checkmark] 通常アラームで読み上げ 一 (TTS試聴) [play.circle] "
-                                    "✓ *[checkmark] 最終アラームで読み上げ 二 (TTS試聴) [play.circle] "
-                                    "TTS音量 0.6 60%")
-                         .arg(sounds(0)),
-                     [](AlarmGroup &) {});
-        addEditorRow("new", "HeaderBar", QStringLiteral("キャンセル 新規アラーム 保存"),
-                     [](AlarmGroup &group) { group.id = QUuid::createUuid(); });
-        addEditorRow("from", "TargetTimeSection",
-                     QStringLiteral("[chevron.up.chevron.down] 23 : [chevron.up.chevron.down] 05 "
-                                    "目標時刻で 終了 ✓ 開始"),
-                     [](AlarmGroup &group) {
-                         group.targetHour = 23;
-                         group.targetMinute = 5;
-                         group.startBefore = false;
-                     });
-        addEditorRow("single", "CountSection", QStringLiteral("回数 1回 [chevron.up] [chevron.down]"),
-                     [](AlarmGroup &group) { group.alarmCount = 1; });
-        addEditorRow("another sound", "SoundSection",
-                     QStringLiteral("[folder] ファイルから選択 ") + sounds(6),
-                     [](AlarmGroup &group) { group.soundName = QStringLiteral("wakeup_pulse"); });
-        addEditorRow("file", "SoundSection",
-                     QStringLiteral("[folder] ファイルから選択 [music.note] a.mp3 [xmark.circle.fill] ") +
-                         sounds(-1),
-                     [](AlarmGroup &group) {
-                         group.customSoundPath = QStringLiteral("YQ==");
-                         group.customSoundName = QStringLiteral("a.mp3");
-                     });
-        addEditorRow("no speech", "SpeechSection",
-                     QStringLiteral("音楽と同時に再生されます 通常アラームで読み上げ 最終アラームで読み上げ"),
-                     [](AlarmGroup &group) { group.ttsEnabled = group.ttsLastEnabled = false; });
-        addEditorRow("ordinary speech", "SpeechSection",
-                     QStringLiteral("音楽と同時に再生されます ✓ *[checkmark] 通常アラームで読み上げ "
-                                    "読み上げメッセージ (TTS試聴) [play.circle] 最終アラームで読み上げ "
-                                    "TTS音量 0.6 60%"),
-                     [](AlarmGroup &group) {
-                         group.ttsLastEnabled = false;
-                         group.ttsMessage.clear();
-                     });
-        addEditorRow("last speech", "SpeechSection",
-                     QStringLiteral("音楽と同時に再生されます 通常アラームで読み上げ "
-                                    "✓ *[checkmark] 最終アラームで読み上げ "
-                                    "最終アラーム メッセージ (TTS試聴) [play.circle] TTS音量 0.6 60%"),
-                     [](AlarmGroup &group) {
-                         group.ttsEnabled = false;
-                         group.ttsLastMessage.clear();
-                     });
-    }
-
 private Q_SLOTS:
     void everyTextAndSymbolShowsItsState_data() {
-        QTest::addColumn<QByteArray>("part"); // a QML type, or a name of what stands in it
+        QTest::addColumn<QByteArray>("part");
         QTest::addColumn<Act>("prepare");
         QTest::addColumn<QString>("texts");
-        addHomeRows();
-        addEditorRows();
+        for (const Row &row : homeRows + editorRows) {
+            QString texts = QString::fromUtf16(row.texts);
+            texts.replace(QStringLiteral("%1"), QStringLiteral("朝 7:00 月・金 3回 / 5分間隔"))
+                .replace(QStringLiteral("%2"),
+                         QStringLiteral("(プレビュー) [play.fill] (複製) [doc.on.doc] ✓"))
+                .replace(QStringLiteral("%3"),
+                         QStringLiteral("18:00 一度だけ (プレビュー) [play.fill] (複製) [doc.on.doc]"))
+                .replace(QStringLiteral("%4"), sounds(row.sound));
+            QTest::newRow(row.name) << row.part << row.prepare << texts;
+        }
     }
     void everyTextAndSymbolShowsItsState() {
         QFETCH(QByteArray, part);
