@@ -133,11 +133,10 @@ Act clickButtonOf(const char *type, int n, int button = 0) {
         w.clickIn(ViewFixture::all(w.ofType(type, n), ViewFixture::isA("PlainButton")).value(button));
     };
 }
-Act typeInto(const char *type, int n, Qt::Key key) {
+Act keysAt(const char *type, int n, const QList<Qt::Key> &pressed) {
     return [=](WholeWindow &w) {
         w.ofType(type, n)->forceActiveFocus(Qt::TabFocusReason);
-        w.key(Qt::Key_End);
-        w.key(key);
+        keys(pressed)(w);
     };
 }
 
@@ -199,11 +198,11 @@ constexpr QPointF down(0.95, 0.75);
 constexpr QPointF lowest(0.01, 0.5);
 
 const QList<Row> editorRows{
-    {"hour", editor, typeInto("PopUpPicker", 0, Qt::Key_9), u"targetHour: 9"},
-    {"minute", editor, typeInto("PopUpPicker", 1, Qt::Key_9), u"targetMinute: 9"},
+    {"hour", editor, keysAt("PopUpPicker", 0, {Qt::Key_9}), u"targetHour: 9"},
+    {"minute", editor, keysAt("PopUpPicker", 1, {Qt::Key_9}), u"targetMinute: 9"},
     {"direction", editor, clickType("Segment", 1), u"startBefore: false"},
     {"same direction", editor, clickType("Segment", 0), u""},
-    {"label", editor, typeInto("TextField", 0, Qt::Key_A), u"label: 朝a"},
+    {"label", editor, keysAt("TextField", 0, {Qt::Key_End, Qt::Key_A}), u"label: 朝a"},
     {"count", editor, clickType("Stepper", 0, up), u"alarmCount: 4"},
     {"lower count", editor, clickType("Stepper", 0, down), u"alarmCount: 2"},
     {"interval", editor, clickType("Stepper", 1, up), u"intervalMinutes: 6"},
@@ -216,13 +215,21 @@ const QList<Row> editorRows{
     {"volume", editor, clickType("Slider", 0, lowest), u"volume: 0"},
     {"speech", editor, clickType("CheckBox", 0), u"ttsEnabled: false"},
     {"last speech", editor, clickType("CheckBox", 1), u"ttsLastEnabled: false"},
-    {"message", editor, typeInto("TextField", 1, Qt::Key_A), u"ttsMessage: 一a"},
-    {"last message", editor, typeInto("TextField", 2, Qt::Key_A), u"ttsLastMessage: 二a"},
+    {"message", editor, keysAt("TextField", 1, {Qt::Key_End, Qt::Key_A}), u"ttsMessage: 一a"},
+    {"last message", editor, keysAt("TextField", 2, {Qt::Key_End, Qt::Key_A}), u"ttsLastMessage: 二a"},
     {"try a message", editor, clickButtonOf("MessageRow", 0),
      u"reads: [TTSPlayer] speaking: \"一\" vol=0.6 loop=false"},
     {"try the last message", editor, clickButtonOf("MessageRow", 1),
      u"reads: [TTSPlayer] speaking: \"二\" vol=0.6 loop=false"},
     {"speech volume", editor, clickType("Slider", 1, lowest), u"ttsVolume: 0"},
+    {"quietest", editor, keysAt("Slider", 0, {Qt::Key_Home}), u"volume: 0"},
+    {"loudest", editor, keysAt("Slider", 0, {Qt::Key_End}), u"volume: 1"},
+    {"louder", editor, keysAt("Slider", 0, {Qt::Key_PageUp}), u"volume: 1"},
+    {"quieter", editor, keysAt("Slider", 0, {Qt::Key_PageDown}), u"volume: 0.55"},
+    {"fewest", editor, keysAt("Stepper", 0, {Qt::Key_Home}), u"alarmCount: 1"},
+    {"most", editor, keysAt("Stepper", 0, {Qt::Key_End}), u"alarmCount: 20"},
+    {"more", editor, keysAt("Stepper", 0, {Qt::Key_PageUp}), u"alarmCount: 8"},
+    {"fewer", editor, keysAt("Stepper", 0, {Qt::Key_PageDown}), u"alarmCount: 1"},
     {"save", edited, clickButtonOf("HeaderBar", 0, 1),
      u"edits: , groups: 夜 無-, marks: 夜 無, reads: , sounds: "},
     {"cancel", edited, clickButtonOf("HeaderBar", 0), u"edits: , reads: , sounds: "},

@@ -121,35 +121,6 @@ private Q_SLOTS:
         QCOMPARE(changes.at(0).at(1).toModelIndex().row(), 150);
         QCOMPARE(changes.at(0).at(2).value<QList<int>>(), QList<int>{AlarmListModel::IsEnabled});
     }
-
-    void theSelectionFollowsItsButtons() {
-        HomeFixture fixture;
-        HomeSelection &selection = *fixture.home.selection();
-        selection.toggleEditMode();
-        QCOMPARE(selection.editModeText(), QStringLiteral("完了"));
-        QCOMPARE(selection.selectAllText(), QStringLiteral("全選択"));
-        QCOMPARE(selection.deleteText(), QStringLiteral("0件を削除"));
-
-        fixture.add(3);
-        const QString first = fixture.store.groups().constFirst().idText();
-        const QSignalSpy changes(fixture.home.groups(), &QAbstractItemModel::dataChanged);
-        selection.toggle(first);
-        QCOMPARE(changes.size(), 1);
-        QCOMPARE(selection.deleteText(), QStringLiteral("1件を削除"));
-        selection.toggleAll();
-        QCOMPARE(selection.selectAllText(), QStringLiteral("全解除"));
-        QCOMPARE(selection.deleteConfirmText(), QStringLiteral("3件のアラームを削除しますか？"));
-        fixture.add(1);
-        QCOMPARE(selection.selectAllText(), QStringLiteral("全選択"));
-        selection.toggleAll();
-        selection.toggleAll();
-        QVERIFY(selection.isEmpty());
-
-        selection.toggle(first);
-        selection.toggleEditMode();
-        QVERIFY(selection.isEmpty());
-        QCOMPARE(selection.editModeText(), QStringLiteral("編集"));
-    }
 };
 
 QTEST_GUILESS_MAIN(HomeScreenTest)
