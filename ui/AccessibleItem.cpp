@@ -254,8 +254,9 @@ QStringList AccessibleItem::keyBindingsForAction(const QString & /*name*/) const
 }
 
 // A slider or a stepper.
+// By the control's kind: it tells of its value before it knows its role.
 bool AccessibleItem::isRange() const {
-    return role() == QAccessible::Slider || role() == QAccessible::SpinBox;
+    return m_item.property("stepSize").isValid();
 }
 
 // The value of a picker is the place of the chosen entry.

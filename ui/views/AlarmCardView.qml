@@ -120,6 +120,7 @@ Item {
         SymbolButton {
             id: previewButton
 
+            Accessible.ignored: card.isInert
             Accessible.name: toolTip + " " + card.title
             activeFocusOnTab: activeFocus || (card.isCurrent && !card.isInert)
             anchors.verticalCenter: parent.verticalCenter
@@ -136,6 +137,7 @@ Item {
         SymbolButton {
             id: duplicateButton
 
+            Accessible.ignored: card.isInert
             Accessible.name: toolTip + " " + card.title
             activeFocusOnTab: activeFocus || (card.isCurrent && !card.isInert)
             anchors.verticalCenter: parent.verticalCenter
@@ -154,6 +156,7 @@ Item {
         Switch {
             id: enabledSwitch
 
+            Accessible.ignored: card.isInert
             Accessible.name: card.title
             activeFocusOnTab: activeFocus || (card.isCurrent && !card.isInert)
             anchors.verticalCenter: parent.verticalCenter
