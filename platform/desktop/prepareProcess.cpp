@@ -10,12 +10,8 @@ namespace kova {
 
 void prepareProcess() {
     prepareStandardStreams();
-    mallopt(M_ARENA_MAX, 1); // a heap for each thread would keep what only the start needs
-    // A clock in the background must not hold a GPU context.
-    qputenv("QT_QUICK_BACKEND", "software");
-    if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION")) {
-        qputenv("QT_XCB_GL_INTEGRATION", "none");
-    }
+    mallopt(M_ARENA_MAX, 1);                 // a heap for each thread would keep what only the start needs
+    qputenv("QT_QUICK_BACKEND", "software"); // a clock in the background must not hold a GPU context
     // Else a desktop in another language lends our texts its own forms of the characters.
     qputenv("FC_LANG", "ja");
 }
