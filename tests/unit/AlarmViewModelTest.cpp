@@ -120,6 +120,7 @@ private Q_SLOTS:
         m_store->duplicateGroup(m_a);
         m_store->duplicateGroup(m_a);
         QCOMPARE(labelsOf(m_store->groups()), QStringLiteral("aaab"));
+        QVERIFY(m_store->groups().first() == m_a);
         const AlarmGroup copy = m_store->groups().at(1);
         QVERIFY(copy.id != m_a.id && copy.id != m_store->groups().at(2).id);
         QCOMPARE(copy.createdAt, 800000000.5);
