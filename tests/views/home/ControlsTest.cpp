@@ -49,6 +49,7 @@ State stateOf(WholeWindow &w) {
     state[QStringLiteral("editMode")] = QVariant(w.home.selection()->editMode()).toString();
     state[QStringLiteral("asks")] = QVariant(w.home.selection()->showDeleteConfirm()).toString();
     state[QStringLiteral("rings")] = QVariant(w.home.isRinging()).toString();
+    state[QStringLiteral("alert")] = QVariant(w.shows("stopButton")).toString();
     state[QStringLiteral("menu")] = QString::number(w.all("menuItem").size());
     for (const FakeAudioPlayers::Sound &sound : w.services.audioPlayers.sounding) {
         state[QStringLiteral("sounds")] += QStringLiteral("%1 at %2%3")
@@ -183,10 +184,10 @@ const QList<Row> homeRows{
     {"menu, edit", menu, click("menuItem", 0), u"edits: 朝, menu: 0"},
     {"menu, duplicate", menu, click("menuItem", 1), u"groups: 朝 朝 無-, marks: 朝 朝 無, menu: 0"},
     {"menu, delete", menu, click("menuItem", 2), u"groups: 無-, marks: 無, menu: 0"},
-    {"snooze", ringing, click("snoozeButton"), u"reads: , rings: false, sounds: "},
-    {"stop", ringing, click("stopButton"), u"reads: , rings: false, sounds: "},
+    {"snooze", ringing, click("snoozeButton"), u"alert: false, reads: , rings: false, sounds: "},
+    {"stop", ringing, click("stopButton"), u"alert: false, reads: , rings: false, sounds: "},
     {"stop by keys", ringing, keys({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return}),
-     u"reads: , rings: false, sounds: "},
+     u"alert: false, reads: , rings: false, sounds: "},
     {"beside the alert", ringing, clickType("HomeView", 0, {0.01, 0.1}), u""},
     {"escape at an alert", ringing, keys({Qt::Key_Escape}), u""},
     {"space at an alert", ringing, keys({Qt::Key_Space}), u""},
