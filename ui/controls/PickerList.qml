@@ -13,4 +13,5 @@ ListView {
     clip: true
     highlightMoveDuration: 0
     implicitHeight: contentHeight
+    objectName: "pickerList"
 }

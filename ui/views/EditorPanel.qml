@@ -8,11 +8,14 @@ T.Popup {
 
     required property AlarmEditor editor
 
+    // The list of a picker is modal itself, and would get no wheel in front of another modal popup.
+    readonly property bool isListOpen: contentItem.Window.activeFocusItem?.popup?.visible ?? false // qmllint disable
+
     closePolicy: T.Popup.NoAutoClose
     dim: false
     focus: true
     height: parent ? parent.height : 0
-    modal: true
+    modal: !isListOpen
     padding: 0
     parent: T.Overlay.overlay
     width: parent ? parent.width : 0

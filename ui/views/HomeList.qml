@@ -103,6 +103,9 @@ Item {
         spacing: 8
         topMargin: 4
 
+        onVisibleChanged: if (!visible)
+            focus = false
+
         delegate: HomeRow {
             id: row
 

@@ -239,6 +239,28 @@ private Q_SLOTS:
         QVERIFY(before->property("visualFocus").toBool());
     }
 
+    void onlyWhatIsInFrontTakesTheWheel() {
+        Window w;
+        w.add(200);
+        w.settle();
+        const auto wheel = [&w](QPointF at) {
+            QWheelEvent event(at, w.window.mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                              Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(&w.window, &event);
+        };
+        w.click("cardTime");
+        QTRY_VERIFY(w.shows("editorPanel"));
+        const QString card = w.cardInSight();
+        wheel({8, 300});
+        QTRY_VERIFY(w.window.activeFocusItem()->inherits("QQuickComboBox"));
+        w.key(Qt::Key_Space);
+        QTRY_VERIFY(w.shows("pickerList"));
+        const qreal before = w.item("pickerList")->property("contentY").toReal();
+        wheel(w.frame("pickerList").center());
+        QTRY_VERIFY(w.item("pickerList")->property("contentY").toReal() > before);
+        QCOMPARE(w.cardInSight(), card);
+    }
+
     void escapeLosesNoEdits() {
         Window w;
         w.add(1);
