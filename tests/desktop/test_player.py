@@ -17,7 +17,14 @@ RUN = group("7:00", alarmCount=3, soundName="wakeup_pulse", ttsEnabled=True, tts
 
 def players(program):
     return [int(child) for child in Path(f"/proc/{program.pid}/task/{program.pid}/children").read_text().split()
-            if Path(f"/proc/{child}/comm").read_text().startswith("kova-alarm-play")]
+            if name(child).startswith("kova-alarm-play")]
+
+
+def name(pid):
+    try:
+        return Path(f"/proc/{pid}/comm").read_text()
+    except OSError:
+        return ""  # it has just ended
 
 
 def rings(session, program):
