@@ -61,7 +61,7 @@ def test_a_player_ends_with_the_program(session, end):
     program = session.run()
     player = rings(session, program)
     program.signal(end)
-    until(lambda: not Path(f"/proc/{player}").exists(), 2)
+    until(lambda: not Path(f"/proc/{player}").exists())
 
 
 def test_the_sound_server_knows_the_alarm(session):
