@@ -134,7 +134,6 @@ void SoundPlayer::stop() {
         m_player.reset();
     }
     setCurrentPreviewId(QString());
-    setIsPlaying(false);
 }
 
 std::optional<QString> SoundPlayer::builtInSoundURL(const QString &soundName) const {
@@ -152,20 +151,12 @@ void SoundPlayer::start(std::unique_ptr<AudioPlayer> player, const QString &prev
     m_player = std::move(player);
     m_player->play();
     setCurrentPreviewId(previewId);
-    setIsPlaying(true);
 }
 
 void SoundPlayer::setCurrentPreviewId(const QString &previewId) {
     if (m_currentPreviewId != previewId) {
         m_currentPreviewId = previewId;
         Q_EMIT currentPreviewIdChanged();
-    }
-}
-
-void SoundPlayer::setIsPlaying(bool isPlaying) {
-    if (m_isPlaying != isPlaying) {
-        m_isPlaying = isPlaying;
-        Q_EMIT isPlayingChanged();
     }
 }
 

@@ -19,8 +19,6 @@ struct ResolvedBookmark;
 /// Main thread.
 class SoundPlayer : public QObject {
     Q_OBJECT
-    Q_PROPERTY(bool isPlaying READ isPlaying NOTIFY isPlayingChanged)
-    Q_PROPERTY(QString currentPreviewId READ currentPreviewId NOTIFY currentPreviewIdChanged)
 
 public:
     /// An alarm's sound ends by itself then.
@@ -32,7 +30,7 @@ public:
     /// The one player of the process, on the installed ports.
     static SoundPlayer &shared();
 
-    bool isPlaying() const { return m_isPlaying; }
+    bool isPlaying() const { return m_player != nullptr; }
 
     /// What was started last: a group's id text, "alarm" or "__preview__"; null after `stop`.
     QString currentPreviewId() const { return m_currentPreviewId; }
@@ -52,7 +50,6 @@ public:
     std::optional<QString> builtInSoundURL(const QString &soundName) const;
 
 Q_SIGNALS:
-    void isPlayingChanged();
     void currentPreviewIdChanged();
 
 private:
@@ -72,7 +69,6 @@ private:
     void playSound(const Sound &sound);
     void start(std::unique_ptr<AudioPlayer> player, const QString &previewId);
     void setCurrentPreviewId(const QString &previewId);
-    void setIsPlaying(bool isPlaying);
 
     AudioPlayers &m_audioPlayers;
     Bookmarks &m_bookmarks;
@@ -80,7 +76,6 @@ private:
     RunLoop &m_runLoop;
     Log &m_log;
 
-    bool m_isPlaying = false;
     QString m_currentPreviewId;
     std::unique_ptr<AudioPlayer> m_player;
     std::unique_ptr<QObject> m_request; ///< owns what starts a sound later

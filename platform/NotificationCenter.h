@@ -10,7 +10,6 @@ struct NotificationRequest {
     QString identifier; ///< never used twice, so that no notification replaces another
     QString title;      ///< plain text, shown as typed
     QString body;       ///< plain text, shown as typed on one line
-    bool defaultSound = true;
 };
 
 /// The desktop's notifications. Neither call waits for the service. Main thread.

@@ -79,9 +79,8 @@ void AlarmScheduler::tick() {
         return;
     }
     const ClockTime time{now->hour, now->minute};
-    if (time == ClockTime{0, 0} && !m_firedToday.isEmpty()) {
+    if (time == ClockTime{0, 0}) {
         m_firedToday.clear();
-        Q_EMIT firedTodayChanged();
     }
     const int day = now->weekday - 1;
     for (const AlarmGroup &group : std::as_const(m_groups)) {
@@ -108,7 +107,6 @@ std::optional<qint64> AlarmScheduler::dueAlarm(const AlarmGroup &group, ClockTim
 
 void AlarmScheduler::fire(const AlarmGroup &group, qint64 index) {
     m_firedToday.insert(alarmKey(group, index));
-    Q_EMIT firedTodayChanged();
 
     m_ports.log.print(
         QStringLiteral("[Scheduler] FIRE: %1 alarm #%2").arg(group.label, QString::number(index + 1)));

@@ -76,7 +76,6 @@ public:
 
 Q_SIGNALS:
     void activeAlarmChanged();
-    void firedTodayChanged();
 
 private:
     std::optional<qint64> dueAlarm(const AlarmGroup &group, ClockTime time) const;

@@ -11,7 +11,6 @@ class Log;
 /// Holds off idle system sleep between `preventSleep` and `allowSleep`. Main thread.
 class PowerManager : public QObject {
     Q_OBJECT
-    Q_PROPERTY(bool isPreventingSleep READ isPreventingSleep NOTIFY isPreventingSleepChanged)
 
 public:
     PowerManager(PowerAssertions &assertions, Log &log);

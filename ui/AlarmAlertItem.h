@@ -11,7 +11,6 @@ namespace kova {
 class AlarmAlertItem {
     Q_GADGET
     QML_VALUE_TYPE(alarmAlertItem)
-    Q_PROPERTY(QString id READ id)
     Q_PROPERTY(QString timeText READ alertTimeText)
     Q_PROPERTY(QString label READ label)
     Q_PROPERTY(QString positionText READ positionText)

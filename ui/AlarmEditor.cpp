@@ -104,9 +104,7 @@ void AlarmEditor::show(const AlarmGroup &group) {
 }
 
 void AlarmEditor::updateIsNew() {
-    const QList<AlarmGroup> &groups = m_ports.store.groups();
-    const bool isNew = std::none_of(groups.cbegin(), groups.cend(),
-                                    [this](const AlarmGroup &group) { return group.id == m_group.id; });
+    const bool isNew = !m_ports.store.find(m_group.id);
     if (std::exchange(m_isNew, isNew) != isNew) {
         Q_EMIT isNewChanged();
     }

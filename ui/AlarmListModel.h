@@ -3,7 +3,6 @@
 #include "AlarmGroup.h"
 
 #include <QAbstractListModel>
-#include <QSet>
 #include <qqmlregistration.h>
 
 namespace kova {
@@ -11,8 +10,7 @@ namespace kova {
 class AlarmViewModel;
 class HomeSelection;
 
-/// The store's groups as rows of texts. A change of the list reaches the views as the smallest change of
-/// rows: rows that stay are never rebuilt, and only the roles that look different are announced. Main thread.
+/// The store's groups as rows of texts; rows that stay are never rebuilt. Main thread.
 class AlarmListModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -37,16 +35,8 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 private:
-    void synchronize();
-    void removeMissing(const QList<AlarmGroup> &groups);
-    void placeRow(qsizetype row, const QList<AlarmGroup> &groups);
-    void removeRange(qsizetype first, qsizetype count);
-    void updateRows(const QList<AlarmGroup> &groups);
-    void announceSelection(const QSet<QUuid> &changed);
-
-    const AlarmViewModel &m_store;
     const HomeSelection &m_selection;
-    QList<AlarmGroup> m_groups; // what the rows show
+    QList<AlarmGroup> m_groups; // what the rows show, at each step of a change
 };
 
 } // namespace kova

@@ -1,7 +1,5 @@
 #include "HomeScreen.h"
 
-#include <algorithm>
-
 namespace kova {
 
 HomeScreen::HomeScreen(AlarmViewModel &store, SoundPlayer &soundPlayer, AlarmScheduler &scheduler,
@@ -63,7 +61,7 @@ void HomeScreen::preview(const QString &groupId) {
 
 void HomeScreen::duplicate(const QString &groupId) {
     if (const AlarmGroup *group = find(groupId); group && !m_selection.editMode()) {
-        m_store.duplicateGroup(AlarmGroup(*group));
+        m_store.duplicateGroup(*group);
     }
 }
 
@@ -85,11 +83,7 @@ void HomeScreen::remove(const QString &groupId) {
 }
 
 const AlarmGroup *HomeScreen::find(const QString &groupId) const {
-    const QList<AlarmGroup> &groups = m_store.groups();
-    const QUuid id = QUuid::fromString(groupId);
-    const auto found = std::find_if(groups.cbegin(), groups.cend(),
-                                    [&id](const AlarmGroup &group) { return group.id == id; });
-    return found == groups.cend() ? nullptr : &*found;
+    return m_store.find(QUuid::fromString(groupId));
 }
 
 } // namespace kova

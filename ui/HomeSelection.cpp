@@ -8,7 +8,7 @@ namespace kova {
 HomeSelection::HomeSelection(AlarmViewModel &store, SoundPlayer &soundPlayer)
     : m_store(store),
       m_soundPlayer(soundPlayer) {
-    connect(&store, &AlarmViewModel::groupsChanged, this, &HomeSelection::textsChanged);
+    connect(&store, &AlarmViewModel::groupsChanged, this, &HomeSelection::selectionChanged);
 }
 
 QString HomeSelection::editModeText() const {
@@ -80,12 +80,8 @@ void HomeSelection::setEditMode(bool editMode) {
 }
 
 void HomeSelection::setSelected(const QSet<QUuid> &selected) {
-    const QSet<QUuid> before = std::exchange(m_selected, selected);
-    const QSet<QUuid> changed = (before - selected) + (selected - before);
-    if (!changed.isEmpty()) {
-        Q_EMIT selectionChanged(changed);
-        Q_EMIT textsChanged();
-    }
+    m_selected = selected;
+    Q_EMIT selectionChanged();
 }
 
 void HomeSelection::setShowDeleteConfirm(bool show) {

@@ -17,12 +17,12 @@ class HomeSelection : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the home screen")
     Q_PROPERTY(bool editMode READ editMode NOTIFY editModeChanged)
-    Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY textsChanged)
+    Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY selectionChanged)
     Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm NOTIFY showDeleteConfirmChanged)
     Q_PROPERTY(QString editModeText READ editModeText NOTIFY editModeChanged)
-    Q_PROPERTY(QString selectAllText READ selectAllText NOTIFY textsChanged)
-    Q_PROPERTY(QString deleteText READ deleteText NOTIFY textsChanged)
-    Q_PROPERTY(QString deleteConfirmText READ deleteConfirmText NOTIFY textsChanged)
+    Q_PROPERTY(QString selectAllText READ selectAllText NOTIFY selectionChanged)
+    Q_PROPERTY(QString deleteText READ deleteText NOTIFY selectionChanged)
+    Q_PROPERTY(QString deleteConfirmText READ deleteConfirmText NOTIFY selectionChanged)
 
 public:
     /// Both must outlive the selection.
@@ -50,8 +50,7 @@ public:
 
 Q_SIGNALS:
     void editModeChanged();
-    void selectionChanged(const QSet<QUuid> &changed); ///< those that joined or left
-    void textsChanged();
+    void selectionChanged(); ///< or the list of which it is a part
     void showDeleteConfirmChanged();
 
 private:

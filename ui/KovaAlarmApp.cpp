@@ -24,7 +24,7 @@ KovaAlarmApp::KovaAlarmApp(const Platform &platform)
 
 void KovaAlarmApp::showMenuBarExtra(bool isOnBus) {
     if (!m_menuBarExtra) {
-        m_menuBarExtra = std::make_unique<MenuBarExtra>(m_viewModel, m_scheduler, PowerManager::shared());
+        m_menuBarExtra = std::make_unique<MenuBarExtra>(m_viewModel, PowerManager::shared());
         connect(m_menuBarExtra.get(), &MenuBarExtra::showWindow, this, &KovaAlarmApp::showWindow);
         connect(m_menuBarExtra.get(), &MenuBarExtra::quit, this, &KovaAlarmApp::quit);
         m_menuBarExtra->show(isOnBus ? MenuBarMenu::Exported : MenuBarMenu::Drawn);

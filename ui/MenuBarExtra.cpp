@@ -1,6 +1,5 @@
 #include "MenuBarExtra.h"
 
-#include "AlarmScheduler.h"
 #include "AlarmViewModel.h"
 #include "PowerManager.h"
 #include "symbolImage.h"
@@ -24,13 +23,10 @@ QIcon bell() {
 
 } // namespace
 
-MenuBarExtra::MenuBarExtra(const AlarmViewModel &store, const AlarmScheduler &scheduler,
-                           const PowerManager &powerManager)
+MenuBarExtra::MenuBarExtra(const AlarmViewModel &store, const PowerManager &powerManager)
     : m_store(store),
       m_powerManager(powerManager) {
     connect(&store, &AlarmViewModel::groupsChanged, this, &MenuBarExtra::scheduleRebuild);
-    connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &MenuBarExtra::scheduleRebuild);
-    connect(&scheduler, &AlarmScheduler::firedTodayChanged, this, &MenuBarExtra::scheduleRebuild);
     for (const MenuBarMenu *menu : {&m_menu, &m_exportedMenu}) {
         connect(menu, &MenuBarMenu::showWindow, this, &MenuBarExtra::showWindow);
         connect(menu, &MenuBarMenu::quit, this, &MenuBarExtra::quit);

@@ -6,19 +6,17 @@
 
 namespace kova {
 
-class AlarmScheduler;
 class AlarmViewModel;
 class PowerManager;
 
-/// The item in the desktop's menu bar with its menu. Its lines follow the store and the scheduler; whatever
-/// is published in one turn of the event loop makes one update, and an equal content none. Main thread.
+/// The item in the desktop's menu bar with its menu. Its lines follow the store; whatever changes in one
+/// turn of the event loop makes one update, and an equal content none. Main thread.
 class MenuBarExtra : public QObject {
     Q_OBJECT
 
 public:
     /// All must outlive the item.
-    MenuBarExtra(const AlarmViewModel &store, const AlarmScheduler &scheduler,
-                 const PowerManager &powerManager);
+    MenuBarExtra(const AlarmViewModel &store, const PowerManager &powerManager);
 
     /// Puts the item into the menu bar; the desktop must have a place for it, where it takes the menu from
     /// the message bus or leaves it to the program to draw.

@@ -28,7 +28,9 @@ void AlarmViewModel::load() {
         return;
     }
     if (Result<QList<AlarmGroup>> groups = decodeGroups(*json)) {
-        setGroups(std::move(groups).value());
+        m_groups = std::move(groups).value();
+        Q_EMIT groupsLoaded();
+        Q_EMIT groupsChanged();
     } else {
         m_preferences.keepUnreadable(m_key);
     }
@@ -41,25 +43,19 @@ void AlarmViewModel::save() {
 }
 
 void AlarmViewModel::updateGroup(const AlarmGroup &group) {
-    const qsizetype index = indexOf(group.id);
-    if (index < 0) {
-        return;
+    if (const qsizetype index = indexOf(group.id); index >= 0) {
+        m_groups[index] = group;
+        Q_EMIT groupReplaced(int(index));
+        finishChange();
     }
-    QList<AlarmGroup> groups = m_groups;
-    groups[index] = group;
-    setGroups(std::move(groups));
-    save();
 }
 
 void AlarmViewModel::toggleGroup(const QUuid &id) {
-    const qsizetype index = indexOf(id);
-    if (index < 0) {
-        return;
+    if (const AlarmGroup *found = find(id)) {
+        AlarmGroup group = *found;
+        group.isEnabled = !group.isEnabled;
+        updateGroup(group);
     }
-    QList<AlarmGroup> groups = m_groups;
-    groups[index].isEnabled = !groups[index].isEnabled;
-    setGroups(std::move(groups));
-    save();
 }
 
 void AlarmViewModel::duplicateGroup(const AlarmGroup &group) {
@@ -67,10 +63,7 @@ void AlarmViewModel::duplicateGroup(const AlarmGroup &group) {
     copy.id = QUuid::createUuid();
     copy.createdAt = m_clock.now();
     const qsizetype index = indexOf(group.id);
-    QList<AlarmGroup> groups = m_groups;
-    groups.insert(index < 0 ? groups.size() : index + 1, copy);
-    setGroups(std::move(groups));
-    save();
+    insert(index < 0 ? m_groups.size() : index + 1, copy);
 }
 
 void AlarmViewModel::deleteGroup(const QUuid &id) {
@@ -78,10 +71,13 @@ void AlarmViewModel::deleteGroup(const QUuid &id) {
 }
 
 void AlarmViewModel::deleteSelectedGroups(const QSet<QUuid> &ids) {
-    QList<AlarmGroup> groups = m_groups;
-    groups.removeIf([&ids](const AlarmGroup &group) { return ids.contains(group.id); });
-    setGroups(std::move(groups));
-    save();
+    for (qsizetype index = m_groups.size() - 1; index >= 0; --index) {
+        if (ids.contains(m_groups.at(index).id)) {
+            m_groups.removeAt(index);
+            Q_EMIT groupRemoved(int(index));
+        }
+    }
+    finishChange();
 }
 
 void AlarmViewModel::startAdding() {
@@ -99,11 +95,10 @@ void AlarmViewModel::cancelEditing() {
 }
 
 void AlarmViewModel::saveEditedGroup(const AlarmGroup &group) {
-    if (indexOf(group.id) >= 0) {
+    if (find(group.id)) {
         updateGroup(group);
     } else {
-        setGroups(m_groups + QList{group});
-        save();
+        insert(m_groups.size(), group);
     }
     cancelEditing();
 }
@@ -113,15 +108,26 @@ void AlarmViewModel::setEditingGroup(std::optional<AlarmGroup> group) {
     Q_EMIT editingGroupChanged();
 }
 
+const AlarmGroup *AlarmViewModel::find(const QUuid &id) const {
+    const qsizetype index = indexOf(id);
+    return index < 0 ? nullptr : &m_groups.at(index);
+}
+
 qsizetype AlarmViewModel::indexOf(const QUuid &id) const {
     const auto found = std::find_if(m_groups.cbegin(), m_groups.cend(),
                                     [&id](const AlarmGroup &group) { return group.id == id; });
     return found == m_groups.cend() ? -1 : std::distance(m_groups.cbegin(), found);
 }
 
-void AlarmViewModel::setGroups(QList<AlarmGroup> groups) {
-    m_groups = std::move(groups);
+void AlarmViewModel::insert(qsizetype index, const AlarmGroup &group) {
+    m_groups.insert(index, group);
+    Q_EMIT groupInserted(int(index));
+    finishChange();
+}
+
+void AlarmViewModel::finishChange() {
     Q_EMIT groupsChanged();
+    save();
 }
 
 void AlarmViewModel::setIsEditing(bool isEditing) {

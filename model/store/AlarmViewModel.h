@@ -16,7 +16,6 @@ class Preferences;
 /// every change, and the state of the editor. Main thread.
 class AlarmViewModel : public QObject {
     Q_OBJECT
-    Q_PROPERTY(bool isEditing READ isEditing NOTIFY isEditingChanged)
 
 public:
     /// Loads the saved list and starts the scheduler.
@@ -26,6 +25,9 @@ public:
     const QList<AlarmGroup> &groups() const { return m_groups; }
     const std::optional<AlarmGroup> &editingGroup() const { return m_editingGroup; }
     bool isEditing() const { return m_isEditing; }
+
+    /// The first group with this id, or none; good until the list changes.
+    const AlarmGroup *find(const QUuid &id) const;
 
     /// The editor's changes; they reach neither the list nor the preferences.
     void setEditingGroup(std::optional<AlarmGroup> group);
@@ -47,13 +49,18 @@ public:
     void saveEditedGroup(const AlarmGroup &group);
 
 Q_SIGNALS:
-    void groupsChanged();
+    void groupsChanged(); ///< once for each change, when it is complete
+    void groupsLoaded();  ///< before it, as the steps that follow: the whole list is another one
+    void groupInserted(int index);
+    void groupReplaced(int index);
+    void groupRemoved(int index);
     void editingGroupChanged();
     void isEditingChanged();
 
 private:
     qsizetype indexOf(const QUuid &id) const;
-    void setGroups(QList<AlarmGroup> groups);
+    void insert(qsizetype index, const AlarmGroup &group);
+    void finishChange();
     void setIsEditing(bool isEditing);
     void handOn();
 

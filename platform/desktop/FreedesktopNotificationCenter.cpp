@@ -28,16 +28,13 @@ QString escaped(QString text) {
 
 QVariantMap hints(const NotificationRequest &request) {
     constexpr uchar normal = 1; // services keep a critical one on the screen whatever its time-out
-    QVariantMap hints{
+    return {
         {QStringLiteral("desktop-entry"), QStringLiteral("jp.kova.Alarm")},
         {QStringLiteral("category"), QStringLiteral("x-kova.alarm")},
         {QStringLiteral("urgency"), QVariant::fromValue(normal)},
         {QStringLiteral("x-kova-identifier"), request.identifier},
+        {QStringLiteral("sound-name"), QStringLiteral("message-new-instant")},
     };
-    if (request.defaultSound) {
-        hints.insert(QStringLiteral("sound-name"), QStringLiteral("message-new-instant"));
-    }
-    return hints;
 }
 
 // The default action. Services that don't take a click on the notification itself make a button of it.

@@ -79,7 +79,7 @@ private Q_SLOTS:
         QFETCH(QString, label);
         HomeFixture fixture;
         fixture.add(groupAt(7, label));
-        const MenuBarExtra extra(fixture.store, fixture.services.scheduler, fixture.services.powerManager);
+        const MenuBarExtra extra(fixture.store, fixture.services.powerManager);
         QTEST(extra.menu().actions().at(4)->text(), "drawn");
         QTEST(extra.exportedMenu().actions().at(4)->text(), "exported");
     }
@@ -88,7 +88,7 @@ private Q_SLOTS:
         HomeFixture fixture;
         const AlarmGroup group = fixture.add(groupAt(7));
         fixture.add(groupAt(8)); // stays on, and with it every line
-        const MenuBarExtra extra(fixture.store, fixture.services.scheduler, fixture.services.powerManager);
+        const MenuBarExtra extra(fixture.store, fixture.services.powerManager);
         const QAction *const row = extra.menu().actions().at(4);
         const auto picture = [row](QIcon::Mode mode) { return row->icon().pixmap(16, mode).toImage(); };
         const auto isFilled = [&] {
@@ -105,7 +105,7 @@ private Q_SLOTS:
     void theMenuFollowsTheStoreInPlace() {
         HomeFixture fixture;
         const AlarmGroup group = fixture.add(groupAt(7, QStringLiteral("A")));
-        const MenuBarExtra extra(fixture.store, fixture.services.scheduler, fixture.services.powerManager);
+        const MenuBarExtra extra(fixture.store, fixture.services.powerManager);
         QAction *const row = extra.menu().actions().at(4);
         QCOMPARE(row->text(), QStringLiteral("7:00  A"));
         QSignalSpy changed(row, &QAction::changed);
@@ -131,7 +131,7 @@ private Q_SLOTS:
     void onlyTheCommandsCanBeChosen() {
         HomeFixture fixture;
         fixture.add(2);
-        MenuBarExtra extra(fixture.store, fixture.services.scheduler, fixture.services.powerManager);
+        MenuBarExtra extra(fixture.store, fixture.services.powerManager);
         QSignalSpy showWindow(&extra, &MenuBarExtra::showWindow);
         QSignalSpy quit(&extra, &MenuBarExtra::quit);
         QList<QAction *> enabled;
