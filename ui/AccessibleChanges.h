@@ -14,15 +14,13 @@ public:
     /// Until the item goes.
     static void tellOf(QQuickItem &item);
 
-private Q_SLOTS:
-    void tellValue();
-    void tellEnabled();
-    void tellHighlight();
-    void tellText();
-
 private:
     explicit AccessibleChanges(QQuickItem &item);
 
+    Q_SLOT void tellValue();
+    Q_SLOT void tellEnabled();
+    Q_SLOT void tellHighlight();
+    Q_SLOT void tellText();
     void follow(const char *property, const char *slot);
 
     QQuickItem &m_item;
