@@ -27,7 +27,7 @@ ROOT = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(ROOT / "tests/desktop"))
 
 import sound  # noqa: E402
-from display import Display  # noqa: E402
+from display import Display, close_windows  # noqa: E402
 from groups import bookmark, group  # noqa: E402
 from process import Process  # noqa: E402
 from session import PROGRAM, Program, Session, until  # noqa: E402
