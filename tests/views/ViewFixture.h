@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ViewWindow.h"
+#include "application/ViewWindow.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -13,12 +13,12 @@ namespace kova {
 /// A view of the module in a window of its own, and ways to find what it shows and to use it as a user does.
 class ViewFixture {
 public:
-    ViewFixture(const QString &folder, const QString &name, const QVariantMap &inputs, QSize size) {
+    /// By its file's place in the module, as "home/HomeView".
+    ViewFixture(const QString &view, const QVariantMap &inputs, QSize size) {
         m_view.setResizeMode(QQuickView::SizeRootObjectToView);
         m_view.setInitialProperties(inputs);
         m_view.resize(size);
-        m_view.setSource(
-            QUrl(QStringLiteral("qrc:/qt-project.org/imports/Kova/%1/%2.qml").arg(folder, name)));
+        m_view.setSource(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Kova/%1.qml").arg(view)));
         m_view.show();
         m_view.requestActivate();
         m_isShown = QTest::qWaitForWindowActive(&m_view);

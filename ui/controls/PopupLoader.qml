@@ -1,7 +1,7 @@
 import QtQuick 2.15
 
-// Reads and makes a popup when it is wanted: the window opens without it. When it has disappeared it is gone, and the
-// keyboard is where it was.
+// Reads and makes a popup when it is wanted, by its file's place in this module: the window opens without it. When it
+// has disappeared it is gone, and the keyboard is where it was.
 Loader {
     id: loader
 
@@ -14,7 +14,7 @@ Loader {
             focusBefore = Window.activeFocusItem;
             reasonBefore = focusBefore?.focusReason ?? Qt.OtherFocusReason;
         }
-        setSource(popup, inputs);
+        setSource("/qt-project.org/imports/Kova/" + popup, inputs);
         const shown = item as QtObject;
         shown.open();
         const focused = Window.activeFocusItem;

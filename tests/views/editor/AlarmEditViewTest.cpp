@@ -14,7 +14,7 @@ constexpr QSize tall{460, 1500};
 struct Shown : EditorFixture, ViewFixture {
     explicit Shown(const AlarmGroup &group = {}, QSize size = tall)
         : EditorFixture(group),
-          ViewFixture(QStringLiteral("views"), QStringLiteral("AlarmEditView"),
+          ViewFixture(QStringLiteral("editor/AlarmEditView"),
                       {{QStringLiteral("editor"), QVariant::fromValue(&editor)}}, size) {}
 
     QList<QQuickItem *> ofTypes(const QByteArray &type) { return all(root(), isA(type)); }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "AlarmEditor.h"
 #include "AlarmViewModel.h"
 #include "FakeFileChooser.h"
 #include "FakeServices.h"
+#include "editor/AlarmEditor.h"
 
 namespace kova {
 

@@ -1,4 +1,4 @@
-#include "TimelineModel.h"
+#include "editor/TimelineModel.h"
 
 #include "groups.h"
 

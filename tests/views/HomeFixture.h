@@ -2,7 +2,7 @@
 
 #include "AlarmViewModel.h"
 #include "FakeServices.h"
-#include "HomeScreen.h"
+#include "home/HomeScreen.h"
 
 namespace kova {
 

@@ -20,6 +20,6 @@ Item {
                 "editor": contentView.editor
             })
         isShown: contentView.home.isEditing
-        popup: "../views/EditorPanel.qml"
+        popup: "editor/EditorPanel.qml"
     }
 }

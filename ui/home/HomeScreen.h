@@ -1,11 +1,11 @@
 #pragma once
 
-#include "AlarmAlertItem.h"
 #include "AlarmListModel.h"
 #include "AlarmViewModel.h"
 #include "HomeSelection.h"
 #include "PowerManager.h"
 #include "SoundPlayer.h"
+#include "alert/AlarmAlertItem.h"
 
 namespace kova {
 

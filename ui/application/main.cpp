@@ -3,9 +3,9 @@
 #include "FilePreferences.h"
 #include "KovaAlarmApp.h"
 #include "MenuBarHost.h"
-#include "Palette.h"
 #include "SingleInstance.h"
 #include "TerminationSignals.h"
+#include "drawing/Palette.h"
 #include "prepareProcess.h"
 #include "secondStart.h"
 

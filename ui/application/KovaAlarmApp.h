@@ -1,12 +1,12 @@
 #pragma once
 
-#include "AlarmEditor.h"
 #include "AlarmViewModel.h"
-#include "HomeScreen.h"
 #include "MainWindow.h"
-#include "MenuBarExtra.h"
 #include "ProcessActivity.h"
 #include "RingingRules.h"
+#include "editor/AlarmEditor.h"
+#include "home/HomeScreen.h"
+#include "menubar/MenuBarExtra.h"
 
 #include <QQmlEngine>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "MenuBarExtra.h"
+#include "menubar/MenuBarExtra.h"
 #include "HomeFixture.h"
 
 #include <QSignalSpy>

@@ -119,7 +119,7 @@ FocusScope {
         objectName: "list"
         visible: count > 0
 
-        onMenuAsked: (groupId, place, byKeyboard) => menu.show("../views/CardMenu.qml", {
+        onMenuAsked: (groupId, place, byKeyboard) => menu.show("home/CardMenu.qml", {
                     "groupId": groupId,
                     "home": homeView.home,
                     "x": place.x + list.x,
@@ -148,7 +148,7 @@ FocusScope {
                 "selection": homeView.selection
             })
         isShown: homeView.selection.showDeleteConfirm
-        popup: "../views/DeleteConfirmation.qml"
+        popup: "home/DeleteConfirmation.qml"
     }
 
     // A new alarm clears the one before, so that it always gets a sheet of its own.
@@ -158,6 +158,6 @@ FocusScope {
                 "home": homeView.home
             })
         isShown: homeView.home.isRinging
-        popup: "../views/AlarmSheet.qml"
+        popup: "alert/AlarmSheet.qml"
     }
 }

@@ -1,7 +1,7 @@
 #include "ViewWindow.h"
 
-#include "AccessibleItem.h"
-#include "press.h"
+#include "controls/AccessibleItem.h"
+#include "controls/press.h"
 
 #include <QKeyEvent>
 #include <QQmlEngine>

@@ -1,7 +1,7 @@
 #include "WholeWindow.h"
 
-#include "Palette.h"
-#include "Symbol.h"
+#include "drawing/Palette.h"
+#include "drawing/Symbol.h"
 
 #include <QApplication>
 

@@ -1,7 +1,7 @@
 #include "MenuBarMenu.h"
 
+#include "drawing/symbolImage.h"
 #include "plainLine.h"
-#include "symbolImage.h"
 
 #include <QStyleOptionMenuItem>
 

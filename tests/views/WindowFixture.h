@@ -1,9 +1,9 @@
 #pragma once
 
-#include "AlarmEditor.h"
 #include "FakeFileChooser.h"
 #include "HomeFixture.h"
-#include "MainWindow.h"
+#include "application/MainWindow.h"
+#include "editor/AlarmEditor.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>

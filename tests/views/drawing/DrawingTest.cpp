@@ -1,5 +1,5 @@
-#include "continuousCorner.h"
-#include "symbolImage.h"
+#include "drawing/continuousCorner.h"
+#include "drawing/symbolImage.h"
 
 #include <QDir>
 #include <QTest>

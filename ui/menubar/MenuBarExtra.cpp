@@ -2,7 +2,7 @@
 
 #include "AlarmViewModel.h"
 #include "PowerManager.h"
-#include "symbolImage.h"
+#include "drawing/symbolImage.h"
 
 #include <QGuiApplication>
 #include <QTimer>
