@@ -18,10 +18,7 @@ def silent(recording):
     return len(recording.samples()) > quiet and not sound.sounding(recording.samples()[-quiet:])
 
 
-def test_a_group_is_made_edited_rung_and_stopped_without_eyes(session):
-    session.start_all()
-    session.start("display", "accessibility")
-    program = session.run("06:40:00", ASSISTED)
+def add_group(session):
     session.assist("press", "アラーム追加")
     for verb, name, *value in [
         ("set", "時", "6"), ("press", "分"), ("press", "45"), ("press", "開始"), ("write", "ラベル", "walk"),
@@ -44,6 +41,8 @@ def test_a_group_is_made_edited_rung_and_stopped_without_eyes(session):
             "ttsLastEnabled": True, "ttsLastMessage": "get up", "ttsVolume": 0.25}.items() <= added.items()
     session["logind"].wait_for_call("Inhibit", why="KOVA Alarm active — preventing sleep")
 
+
+def change_group(session):
     session.assist("press", "6:45 walk")
     session.assist("write", "ラベル", "run")
     session.assist("press", "保存")
@@ -61,6 +60,13 @@ def test_a_group_is_made_edited_rung_and_stopped_without_eyes(session):
     session.assist("press", "キャンセル")
     session.assist("press", "完了")
 
+
+def test_a_group_is_made_edited_rung_and_stopped_without_eyes(session):
+    session.start_all()
+    session.start("display", "accessibility")
+    program = session.run("06:40:00", ASSISTED)
+    add_group(session)
+    change_group(session)
     session.clock.set("06:47:58.5")
     with session.record() as recording:
         program.wait_for("[Scheduler] FIRE: run alarm #2")

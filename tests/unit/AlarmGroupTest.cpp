@@ -20,6 +20,46 @@ QByteArray listWith(const QByteArray &part, const QByteArray &replacement) {
     return "[" + group.replace(part, replacement) + "]";
 }
 
+/// What replaces a part of a good list, and whether that still is one.
+struct Change {
+    const char *name;
+    bool isGood;
+    const char *part;
+    const char *replacement;
+};
+
+constexpr Change replacements[] = {
+    {"unchanged", true, "", ""},
+    {"a key twice", true, "\"targetHour\":6", "\"targetHour\":5,\"targetHour\":6"},
+    {"unknown keys", true, "{", R"({"future":{"a":[1,null]},)"},
+    {"7.0 is whole", true, "\"targetHour\":6", "\"targetHour\":7.0"},
+    {"1e2 is whole", true, "\"alarmCount\":4", "\"alarmCount\":1e2"},
+    {"largest integer", true, "\"targetHour\":6", "\"targetHour\":9223372036854775807"},
+    {"smallest integer", true, "\"targetHour\":6", "\"targetHour\":-9223372036854775808"},
+    {"integer too large", false, "\"targetHour\":6", "\"targetHour\":9223372036854775808"},
+    {"integer too small", false, "\"targetHour\":6", "\"targetHour\":-9223372036854775809"},
+    {"a fraction", false, "\"targetHour\":6", "\"targetHour\":7.5"},
+    {"a weekday with a fraction", false, "[3,1]", "[3,1.5]"},
+    {"a weekday as text", false, "[3,1]", "[3,\"1\"]"},
+    {"weekdays null", false, "[3,1]", "null"},
+    {"true is no number", false, "\"targetHour\":6", "\"targetHour\":true"},
+    {"text is no number", false, "\"volume\":0.35", "\"volume\":\"0.35\""},
+    {"1 is not true", false, "\"isEnabled\":true", "\"isEnabled\":1"},
+    {"volume fits a float", true, "0.35", "3.4028234663852886e38"},
+    {"volume beyond a float", false, "0.35", "3.5e38"},
+    {"volume beyond a double", false, "0.35", "1e400"},
+    {"moment as an integer", true, "790000000.123456", "790000000"},
+    {"moment null", false, "790000000.123456", "null"},
+    {"label null", false, "\"朝\"", "null"},
+    {"path is a number", false, "\"YWJj\"", "7"},
+    {"upper-case id", true, "3f2504e0", "3F2504E0"},
+    {"id too short", false, "3f2504e0", "3f2504e"},
+    {"id in braces", false, "3f2504e0-4f89-41d3-9a0c-0305e82c3301", "{3f2504e0-4f89-41d3-9a0c-0305e82c3301}"},
+    {"id with a wrong digit", false, "3f2504e0", "3g2504e0"},
+    {"invalid UTF-8", false, "朝", "\xff\xfe"},
+    {"truncated", false, "790000000.123456}", ""},
+};
+
 } // namespace
 
 class AlarmGroupTest : public QObject {
@@ -107,40 +147,9 @@ private Q_SLOTS:
     void decoding_data() {
         QTest::addColumn<QByteArray>("json");
         QTest::addColumn<bool>("isGood");
-        const auto row = [](const char *name, bool isGood, const QByteArray &part,
-                            const QByteArray &replacement) {
-            QTest::newRow(name) << listWith(part, replacement) << isGood;
-        };
-        row("unchanged", true, "", "");
-        row("a key twice", true, "\"targetHour\":6", "\"targetHour\":5,\"targetHour\":6");
-        row("unknown keys", true, "{", R"({"future":{"a":[1,null]},)");
-        row("7.0 is whole", true, "\"targetHour\":6", "\"targetHour\":7.0");
-        row("1e2 is whole", true, "\"alarmCount\":4", "\"alarmCount\":1e2");
-        row("largest integer", true, "\"targetHour\":6", "\"targetHour\":9223372036854775807");
-        row("smallest integer", true, "\"targetHour\":6", "\"targetHour\":-9223372036854775808");
-        row("integer too large", false, "\"targetHour\":6", "\"targetHour\":9223372036854775808");
-        row("integer too small", false, "\"targetHour\":6", "\"targetHour\":-9223372036854775809");
-        row("a fraction", false, "\"targetHour\":6", "\"targetHour\":7.5");
-        row("a weekday with a fraction", false, "[3,1]", "[3,1.5]");
-        row("a weekday as text", false, "[3,1]", "[3,\"1\"]");
-        row("weekdays null", false, "[3,1]", "null");
-        row("true is no number", false, "\"targetHour\":6", "\"targetHour\":true");
-        row("text is no number", false, "\"volume\":0.35", "\"volume\":\"0.35\"");
-        row("1 is not true", false, "\"isEnabled\":true", "\"isEnabled\":1");
-        row("volume fits a float", true, "0.35", "3.4028234663852886e38");
-        row("volume beyond a float", false, "0.35", "3.5e38");
-        row("volume beyond a double", false, "0.35", "1e400");
-        row("moment as an integer", true, "790000000.123456", "790000000");
-        row("moment null", false, "790000000.123456", "null");
-        row("label null", false, "\"朝\"", "null");
-        row("path is a number", false, "\"YWJj\"", "7");
-        row("upper-case id", true, "3f2504e0", "3F2504E0");
-        row("id too short", false, "3f2504e0", "3f2504e");
-        row("id in braces", false, "3f2504e0-4f89-41d3-9a0c-0305e82c3301",
-            "{3f2504e0-4f89-41d3-9a0c-0305e82c3301}");
-        row("id with a wrong digit", false, "3f2504e0", "3g2504e0");
-        row("invalid UTF-8", false, "朝", "\xff\xfe");
-        row("truncated", false, "790000000.123456}", "");
+        for (const Change &change : replacements) {
+            QTest::newRow(change.name) << listWith(change.part, change.replacement) << change.isGood;
+        }
         for (const QByteArray key :
              {"id", "label", "targetHour", "targetMinute", "alarmCount", "intervalMinutes", "startBefore",
               "isEnabled", "repeatDays", "soundName", "volume", "ttsEnabled", "ttsMessage", "ttsLastEnabled",

@@ -34,7 +34,12 @@ struct Window : HomeFixture {
                       {{QStringLiteral("home"), QVariant::fromValue(&home)},
                        {QStringLiteral("editor"), QVariant::fromValue(&editor)}}};
 
-    Window() { window.show(); }
+    /// Shown and active, with so many groups.
+    explicit Window(int groups = 0) {
+        add(groups);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+    }
 
     QList<QQuickItem *> all(const char *name) {
         return itemsBelow(window.contentItem(), QString::fromLatin1(name));
@@ -72,7 +77,6 @@ struct Window : HomeFixture {
         }
         item(inEditMode ? "selectionMark" : "cardSurface")->forceActiveFocus(Qt::TabFocusReason);
     }
-    void settle() { QVERIFY(QTest::qWaitForWindowActive(&window)); }
 };
 
 } // namespace kova

@@ -3,7 +3,8 @@ import numpy as np
 
 from synth import effects
 from synth.score import Score, notes
-from synth.voices import band, bowed_glass, soft_pluck, warm_pad, whistle
+from synth.voices import band, bowed_glass, soft_pluck, warm_pad
+from synth.winds import whistle
 
 TITLE = "Dawn Bird Drift"
 BEATS = 40

@@ -2,7 +2,8 @@
 from synth import effects
 from synth.drums import brush, hat, kick, ride, snare, woodblock
 from synth.score import Score, midi, notes
-from synth.voices import muted_brass, piano, reed, upright_bass, xylophone
+from synth.voices import piano, upright_bass, xylophone
+from synth.winds import muted_brass, reed
 
 TITLE = "Mouse Chase Jive"
 

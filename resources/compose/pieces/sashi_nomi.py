@@ -2,7 +2,8 @@
 from synth import effects
 from synth.drums import brush, clink, kick, ride, snare
 from synth.score import Score, midi, notes
-from synth.voices import guitar, piano, reed, upright_bass, warm_pad
+from synth.voices import guitar, piano, upright_bass, warm_pad
+from synth.winds import reed
 
 TITLE = "差し飲み"
 

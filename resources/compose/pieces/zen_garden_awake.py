@@ -2,7 +2,8 @@
 from synth import effects
 from synth.drums import woodblock
 from synth.score import Score, notes
-from synth.voices import bowl, koto, shakuhachi
+from synth.voices import bowl, koto
+from synth.winds import shakuhachi
 
 TITLE = "Zen Garden Awake"
 BEATS = 44

@@ -1,1 +1,1 @@
-"""The shared sound workshop: score, voices, drums, effects, master."""
+"""The shared sound workshop: score, voices, winds, drums, effects, master."""

@@ -121,7 +121,6 @@ private Q_SLOTS:
     void leavesNothingBehind() {
         QFETCH(quint32, seed);
         Window w;
-        w.settle();
         Player player(w, seed);
         messages.clear();
         const QtMessageHandler before = qInstallMessageHandler(&keepMessage);

@@ -21,7 +21,7 @@ struct WholeWindow : Window {
         second.alarmCount = 1;
         second.isEnabled = false;
         add(second);
-        settle();
+        QTRY_COMPARE(all("cardSurface").size(), 2);
     }
 
     /// The n-th visible item of a QML type.

@@ -13,16 +13,14 @@ private Q_SLOTS:
     void aCardStandsBelowTheHeaderWithItsLabelAsTyped() {
         Window w;
         w.add(groupAt(7, QStringLiteral("<b>&朝</b>")));
-        w.settle();
+        QTRY_VERIFY(w.shows("cardLabel"));
         QCOMPARE(w.frame("cardSurface").topLeft(), QPointF(12, 52));
         QCOMPARE(w.text("cardLabel"), QStringLiteral("<b>&朝</b>"));
         QCOMPARE(w.item("cardLabel")->property("textFormat").toInt(), 0);
     }
 
     void aSwitchShowsTheStoresStateOnly() {
-        Window w;
-        w.add(1);
-        w.settle();
+        Window w(1);
         w.click("enabledSwitch");
         QCOMPARE(w.item("enabledSwitch")->property("checked").toBool(), false);
         w.store.toggleGroup(w.store.groups().constFirst().id);
@@ -34,9 +32,7 @@ private Q_SLOTS:
     }
 
     void theEditorLiesOverTheList() {
-        Window w;
-        w.add(1);
-        w.settle();
+        Window w(1);
         w.click("cardTime");
         QTRY_VERIFY(w.shows("editorPanel"));
         QTRY_COMPARE(w.frame("editorPanel"), QRectF(20, 20, 400, 580));
@@ -51,7 +47,6 @@ private Q_SLOTS:
 
     void anAlertTakesTheKeyboardAndGivesWayToANewerOne() {
         Window w;
-        w.settle();
         w.home.add();
         QTRY_VERIFY(w.shows("editorPanel"));
         AlarmGroup group = groupAt(7, QStringLiteral("朝"));
@@ -75,7 +70,6 @@ private Q_SLOTS:
 
     void anAlertGrowsWithItsLabel() {
         Window w;
-        w.settle();
         for (const bool grows : {false, true}) {
             w.ring(groupAt(7, grows ? QStringLiteral("一\n二\n三") : QStringLiteral("朝")), 1);
             QTRY_VERIFY(w.shows("alertBell"));
@@ -108,7 +102,7 @@ private Q_SLOTS:
             return '[' + all.join(',') + ']';
         }();
         w.store.load();
-        w.settle();
+        QTRY_VERIFY(w.shows("cardSurface"));
         QCOMPARE(w.store.groups().size(), 10'000);
         QQuickItem *const first = w.item("cardSurface");
         w.click("enabledSwitch");
@@ -118,9 +112,7 @@ private Q_SLOTS:
     }
 
     void aHiddenWindowComesBackWithItsAlert() {
-        Window w;
-        w.add(1);
-        w.settle();
+        Window w(1);
         QSignalSpy closed(&w.window, &MainWindow::closed);
         w.window.close(); // nothing could bring it back
         QVERIFY(w.window.isVisible() && w.window.windowStates() == Qt::WindowMinimized);
@@ -148,9 +140,7 @@ private Q_SLOTS:
         QFETCH(int, key);
         QFETCH(int, stopsOfACard);
         QFETCH(bool, inEditMode);
-        Window w;
-        w.add(200);
-        w.settle();
+        Window w(200);
         w.focusFirstCard(inEditMode);
         const int back = key == Qt::Key_Tab ? int(Qt::Key_Backtab) : int(Qt::Key_Up);
         for (const int direction : {key, back}) {
@@ -171,9 +161,7 @@ private Q_SLOTS:
     }
 
     void theKeyboardScrollsTheList() {
-        Window w;
-        w.add(200);
-        w.settle();
+        Window w(200);
         const QString top = w.cardInSight();
         w.key(Qt::Key_End);
         QTRY_COMPARE(Window::rect(w.all("cardSurface").constLast()).bottom(), 620.0 - 12);
@@ -190,9 +178,7 @@ private Q_SLOTS:
     }
 
     void theListKeepsItsPlaceWhileHidden() {
-        Window w;
-        w.add(200);
-        w.settle();
+        Window w(200);
         w.key(Qt::Key_PageDown);
         w.key(Qt::Key_PageDown);
         QCoreApplication::processEvents();
@@ -217,9 +203,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, from);
         QFETCH(int, opens);
         QFETCH(QString, focused);
-        Window w;
-        w.add(2);
-        w.settle();
+        Window w(2);
         if (from == "deleteButton") {
             w.click("editButton");
             w.click("selectionMark");
@@ -239,9 +223,7 @@ private Q_SLOTS:
     }
 
     void onlyWhatIsInFrontTakesTheWheel() {
-        Window w;
-        w.add(200);
-        w.settle();
+        Window w(200);
         const auto wheel = [&w](QPointF at) {
             QWheelEvent event(at, w.window.mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
                               Qt::NoScrollPhase, false);
@@ -261,9 +243,7 @@ private Q_SLOTS:
     }
 
     void escapeLosesNoEdits() {
-        Window w;
-        w.add(1);
-        w.settle();
+        Window w(1);
         w.click("cardTime");
         QTRY_VERIFY(w.shows("editorPanel"));
         w.editor.setHourIndex(9);
@@ -275,9 +255,7 @@ private Q_SLOTS:
     }
 
     void aTipFollowsItsButtonUnlessItIsInert() {
-        Window w;
-        w.add(1);
-        w.settle();
+        Window w(1);
         const QPoint button = w.frame("previewButton").center().toPoint();
         QTest::mouseMove(&w.window, button);
         QTRY_COMPARE(w.text("toolTip"), QStringLiteral("プレビュー"));
@@ -289,9 +267,7 @@ private Q_SLOTS:
     }
 
     void theKeyboardReachesEverythingInReadingOrder() {
-        Window w;
-        w.add(1);
-        w.settle();
+        Window w(1);
         for (const char *name : {"editButton", "addButton", "cardSurface", "previewButton", "duplicateButton",
                                  "enabledSwitch"}) {
             w.key(Qt::Key_Tab);
