@@ -5,6 +5,7 @@
   click    from a click to the frame that answers it, with 10,000 groups
   ring     from the minute's boundary to the line, the notification, the sound server's stream and the sound
   gaps     what is missing of 55 s of sound while both cores are busy
+  faults   the longest turn of the main thread's event loop while what surrounds the program fails
   kills    1,000 kills while the list is saved again and again, and what each next start found
   idle     memory, wake-ups and processor time with a window, and after it was closed
   soak     three days of 500 groups on the fake clock: rings missing or too many, memory after each (kova-soak)
@@ -26,6 +27,7 @@ import numpy
 ROOT = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(ROOT / "tests/desktop"))
 
+import faults  # noqa: E402
 import sound  # noqa: E402
 from display import Display, close_windows  # noqa: E402
 from groups import bookmark, group  # noqa: E402
@@ -232,6 +234,11 @@ def gaps():
         session.close()
 
 
+def main_thread():
+    for fault, longest in faults.longest_turns():
+        row(f"the main thread's longest turn, {fault}", [longest])
+
+
 def kills():
     done = subprocess.run([PROGRAM.parent / "tests/KillsTest"], env=os.environ | {"KOVA_KILLS": "1000"},
                           stdout=subprocess.PIPE, text=True)
@@ -292,7 +299,7 @@ def soak():
 
 if __name__ == "__main__":
     figures = {"units": units, "start": start, "click": click, "ring": lambda: ring("--real" in sys.argv), "gaps": gaps,
-               "kills": kills, "idle": idle, "soak": soak}
+               "faults": main_thread, "kills": kills, "idle": idle, "soak": soak}
     print("| what | median | worst | of |\n|---|---|---|---|")
     for figure in [word for word in sys.argv[1:] if not word.startswith("--")] or figures:
         figures[figure]()
