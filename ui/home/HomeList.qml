@@ -95,6 +95,7 @@ Item {
         anchors.fill: parent
         bottomMargin: homeList.home.selection.editMode ? 60 : 12
         boundsBehavior: Flickable.StopAtBounds
+        cacheBuffer: 0
         clip: true
         highlightFollowsCurrentItem: false
         keyNavigationEnabled: false
