@@ -25,6 +25,7 @@
 #include <QTimer>
 #include <QtDebug>
 
+#include <malloc.h>
 #include <unistd.h>
 
 namespace kova {
@@ -32,12 +33,23 @@ namespace kova {
 namespace {
 
 constexpr std::chrono::milliseconds untilTheWindowStands{200};
+constexpr std::chrono::seconds untilTheStartIsOver{2};
 
 std::unique_ptr<NotificationCenter> makeNotificationCenter(MessageBuses &buses, Application &application) {
     if (isSandboxed()) {
         return std::make_unique<PortalNotificationCenter>(buses, application);
     }
     return std::make_unique<FreedesktopNotificationCenter>(buses, application);
+}
+
+// The theme's own icon would keep each of its sizes in memory, up to 512.
+QIcon windowIcon() {
+    const QIcon ofTheme = QIcon::fromTheme(QStringLiteral("jp.kova.Alarm"));
+    QIcon icon;
+    for (const int size : {16, 32, 48, 64}) {
+        icon.addPixmap(ofTheme.pixmap(size));
+    }
+    return icon;
 }
 
 } // namespace
@@ -91,9 +103,11 @@ void DesktopPlatform::show(QWindow &window, const QPalette &palette) {
     m_services->fileChooser.setParentWindow(&window, palette);
     window.show();
     QTimer::singleShot(untilTheWindowStands, &m_services->menuBarHost, [host = &m_services->menuBarHost] {
-        QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("jp.kova.Alarm")));
+        QApplication::setWindowIcon(windowIcon());
         host->watch();
     });
+    // The start needed more than the rest.
+    QTimer::singleShot(untilTheStartIsOver, qApp, [] { malloc_trim(0); });
 }
 
 void DesktopPlatform::listenTo(SingleInstance &instance) {
