@@ -16,12 +16,20 @@ namespace kova {
 
 namespace {
 
-// What the child is given: one descriptor of ours, and nowhere to read or write.
+// What the child is given: some descriptors of ours, and nowhere to read or write.
 class FileActions {
 public:
-    FileActions(int descriptor, int number) {
+    explicit FileActions(std::span<const int> descriptors) {
         posix_spawn_file_actions_init(&m_actions);
-        posix_spawn_file_actions_adddup2(&m_actions, descriptor, number);
+        int number = STDERR_FILENO;
+        for (const int descriptor : descriptors) {
+            number += 1;
+            if (descriptor >= 0) {
+                posix_spawn_file_actions_adddup2(&m_actions, descriptor, number);
+            } else {
+                posix_spawn_file_actions_addclose(&m_actions, number);
+            }
+        }
         for (int standard = STDIN_FILENO; standard <= STDERR_FILENO; ++standard) {
             posix_spawn_file_actions_addopen(&m_actions, standard, "/dev/null", O_RDWR, 0);
         }
@@ -54,12 +62,12 @@ private:
 
 } // namespace
 
-Result<std::unique_ptr<ChildProcess>> ChildProcess::start(const QByteArray &program, int descriptor,
-                                                          int number, Ended ended) {
+Result<std::unique_ptr<ChildProcess>> ChildProcess::start(const QByteArray &program,
+                                                          std::span<const int> descriptors, Ended ended) {
     QByteArray name = program;
     const std::array<char *, 2> arguments{name.data(), nullptr};
     pid_t id = 0;
-    const int error = posix_spawn(&id, program.constData(), FileActions(descriptor, number).get(),
+    const int error = posix_spawn(&id, program.constData(), FileActions(descriptors).get(),
                                   Attributes().get(), arguments.data(), environ);
     if (error != 0) {
         return Failure{QString::fromLocal8Bit(std::strerror(error))};

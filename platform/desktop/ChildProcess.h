@@ -8,22 +8,24 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <sys/types.h>
 
 namespace kova {
 
-/// A program that runs for us in the background, with one descriptor of ours and no others, in a process
-/// group of its own. Nobody waits for its end: it is told and the process is cleared away from the event
-/// loop. Main thread.
+/// A program that runs for us in the background, with those descriptors of ours that it is given and no
+/// others, in a process group of its own. Nobody waits for its end: it is told and the process is cleared
+/// away from the event loop. Main thread.
 class ChildProcess : public QObject {
 public:
     /// How it ended: the number of the signal, or 0 when it ended by itself.
     using Ended = std::function<void(int signal)>;
 
-    /// The child finds the descriptor, which stays the caller's, under that number. Nothing else of it is
-    /// told once the object is gone.
-    static Result<std::unique_ptr<ChildProcess>> start(const QByteArray &program, int descriptor, int number,
-                                                       Ended ended);
+    /// The child finds the descriptors, which stay the caller's, under the numbers from 3 on, in place of -1
+    /// nothing. All but the first lie above those numbers. Nothing else of it is told once the object is
+    /// gone.
+    static Result<std::unique_ptr<ChildProcess>> start(const QByteArray &program,
+                                                       std::span<const int> descriptors, Ended ended);
     ~ChildProcess() override;
 
     void kill();

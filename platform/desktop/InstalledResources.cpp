@@ -16,17 +16,24 @@ QString resourceFolder() {
 
 } // namespace
 
-InstalledResources::InstalledResources() : m_folder(resourceFolder()) {}
+InstalledResources::InstalledResources() : m_folder(resourceFolder()) {
+    const QDir sounds(m_folder + QStringLiteral("/Sounds"));
+    m_sounds.hold(sounds.path());
+    const QStringList names = sounds.entryList({QStringLiteral("*.mp3")}, QDir::Files);
+    for (const QString &name : names) {
+        m_sounds.hold(sounds.filePath(name));
+    }
+}
 
 std::optional<QString> InstalledResources::path(const QString &name, const QString &extension) const {
     const QString path = m_folder + u'/' + name + (extension.isEmpty() ? QString() : u'.' + extension);
     const QFileInfo resource(path);
     const bool exists = extension.isEmpty() ? resource.isDir() : resource.isFile();
-    return exists ? std::optional(path) : std::nullopt;
+    return exists || m_sounds.contains(path) ? std::optional(path) : std::nullopt;
 }
 
 bool InstalledResources::fileExists(const QString &path) const {
-    return QFileInfo::exists(path);
+    return QFileInfo::exists(path) || m_sounds.contains(path);
 }
 
 } // namespace kova

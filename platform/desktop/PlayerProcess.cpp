@@ -25,13 +25,14 @@ qint64 mostAnswers(qint64 age) {
 
 } // namespace
 
-PlayerProcess::PlayerProcess(const QByteArray &program, const message::Play &request, Failed failed)
+PlayerProcess::PlayerProcess(const QByteArray &program, const message::Play &request, Failed failed,
+                             const std::vector<int> &held)
     : m_failed(std::move(failed)) {
     m_age.start();
     m_silence.setSingleShot(true);
     connect(&m_silence, &QTimer::timeout, this, &PlayerProcess::fallenSilent);
     m_silence.start(longestSilence);
-    if (const std::optional<QString> reason = start(program, request)) {
+    if (const std::optional<QString> reason = start(program, request, held)) {
         fail(QStringLiteral("The player can't be started: ") + *reason);
     }
 }
@@ -45,7 +46,8 @@ PlayerProcess::~PlayerProcess() {
 }
 
 // Why it can't be.
-std::optional<QString> PlayerProcess::start(const QByteArray &program, const message::Play &request) {
+std::optional<QString> PlayerProcess::start(const QByteArray &program, const message::Play &request,
+                                            const std::vector<int> &held) {
     std::array<int, 2> ends{-1, -1};
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) {
         return QString::fromLocal8Bit(std::strerror(errno));
@@ -54,8 +56,9 @@ std::optional<QString> PlayerProcess::start(const QByteArray &program, const mes
     m_notifier = std::make_unique<QSocketNotifier>(m_socket, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &PlayerProcess::receive);
     tell(request);
-    auto child = ChildProcess::start(program, ends[1], message::playersSocket,
-                                     [this](int signal) { childEnded(signal); });
+    std::vector<int> descriptors{ends[1]};
+    descriptors.insert(descriptors.end(), held.begin(), held.end());
+    auto child = ChildProcess::start(program, descriptors, [this](int signal) { childEnded(signal); });
     close(ends[1]);
     if (!child) {
         return child.error();

@@ -8,6 +8,7 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <optional>
+#include <vector>
 
 namespace kova {
 
@@ -18,15 +19,17 @@ public:
     /// Why the sound is not to be heard. Runs from the event loop, at most once; it may destroy the object.
     using Failed = std::function<void(const QString &reason)>;
 
-    /// Starts the program at once.
-    PlayerProcess(const QByteArray &program, const message::Play &request, Failed failed);
+    /// Starts the program at once. It finds the held files after its end of the socket pair.
+    PlayerProcess(const QByteArray &program, const message::Play &request, Failed failed,
+                  const std::vector<int> &held = {});
     /// Ends the sound.
     ~PlayerProcess() override;
 
     void setVolume(float volume);
 
 private:
-    std::optional<QString> start(const QByteArray &program, const message::Play &request);
+    std::optional<QString> start(const QByteArray &program, const message::Play &request,
+                                 const std::vector<int> &held);
     void tell(const message::Request &request);
     void receive();
     bool receiveOne();

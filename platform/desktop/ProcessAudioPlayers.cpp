@@ -1,29 +1,39 @@
 #include "ProcessAudioPlayers.h"
 
+#include "InstalledResources.h"
 #include "PlayerProcess.h"
 #include "SoundForms.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <unistd.h>
 
 namespace kova {
 
 namespace {
 
-QByteArray playersProgram() {
+const auto playersProgram = QStringLiteral("/kova-alarm-player");
+const auto ffmpegModule = QStringLiteral("/kova-alarm-ffmpeg.so");
+
+QString helpersFolder() {
     const QDir program(QCoreApplication::applicationDirPath());
-    const QString name = QStringLiteral("/kova-alarm-player");
-    const QString installed = QDir::cleanPath(program.filePath(QStringLiteral(KOVA_LIBEXEC_FROM_BIN)) + name);
-    return QFile::encodeName(QFile::exists(installed) ? installed : program.path() + name);
+    const QString installed = QDir::cleanPath(program.filePath(QStringLiteral(KOVA_LIBEXEC_FROM_BIN)));
+    return QFile::exists(installed + playersProgram) ? installed : program.path();
+}
+
+// As a process of ours that is not confined yet opens it.
+QByteArray nameOf(int descriptor) {
+    return QStringLiteral("/proc/%1/fd/%2").arg(getpid()).arg(descriptor).toLatin1();
 }
 
 class Player : public AudioPlayer {
 public:
-    Player(const QByteArray &program, const QByteArray &path, AudioPlayers::Refusal refused)
-        : m_program(program),
+    Player(QByteArray program, std::vector<int> held, std::string path, AudioPlayers::Refusal refused)
+        : m_program(std::move(program)),
+          m_held(std::move(held)),
           m_refused(std::move(refused)) {
-        m_request.path = path.toStdString();
+        m_request.path = std::move(path);
         m_request.longest = std::chrono::hours(1);
     }
 
@@ -35,11 +45,14 @@ public:
     }
     void setNumberOfLoops(int loops) override { m_request.loops = loops; }
     void setLongestTime(std::chrono::milliseconds time) override { m_request.longest = time; }
-    void play() override { m_process = std::make_unique<PlayerProcess>(m_program, m_request, m_refused); }
+    void play() override {
+        m_process = std::make_unique<PlayerProcess>(m_program, m_request, m_refused, m_held);
+    }
     void stop() override { m_process.reset(); }
 
 private:
     const QByteArray m_program;
+    const std::vector<int> m_held;
     const AudioPlayers::Refusal m_refused;
     message::Play m_request;
     std::unique_ptr<PlayerProcess> m_process;
@@ -47,14 +60,23 @@ private:
 
 } // namespace
 
-ProcessAudioPlayers::ProcessAudioPlayers() : m_program(playersProgram()) {}
+ProcessAudioPlayers::ProcessAudioPlayers(const InstalledResources &resources)
+    : m_resources(resources),
+      m_folder(helpersFolder()) {
+    m_files.hold(m_folder + playersProgram);
+    m_files.hold(m_folder + ffmpegModule);
+}
 
 Result<std::unique_ptr<AudioPlayer>> ProcessAudioPlayers::open(const QString &path, Refusal refused) {
-    const QByteArray name = QFile::encodeName(path);
-    if (soundFormOf(name.toStdString()) == nullptr) {
+    const std::string name = QFile::encodeName(path).toStdString();
+    if (soundFormOf(name) == nullptr) {
         return Failure{QStringLiteral("Not a kind of sound that is played: ") + path};
     }
-    return std::unique_ptr<AudioPlayer>(std::make_unique<Player>(m_program, name, std::move(refused)));
+    const int sound = m_resources.descriptor(path);
+    const std::vector held{m_files.descriptor(m_folder + ffmpegModule), sound};
+    return std::unique_ptr<AudioPlayer>(
+        std::make_unique<Player>(nameOf(m_files.descriptor(m_folder + playersProgram)), held,
+                                 sound < 0 ? name : message::ownSound, std::move(refused)));
 }
 
 } // namespace kova

@@ -1,6 +1,7 @@
 """A file of the user's own as the alarm's sound."""
 
 import re
+import shutil
 import struct
 import subprocess
 import time
@@ -11,7 +12,7 @@ import pytest
 
 import sound
 from groups import bookmark, group
-from session import until
+from session import PROGRAM, until
 
 
 def chirp():
@@ -96,7 +97,7 @@ def lost_file(folder):
 
 
 REFUSED = "[SoundPlayer] play error: …"
-NOT_FOUND = "[SoundPlayer] Sound not found: morning_glass"
+NOT_FOUND = "[SoundPlayer] Sound not found: no such sound"
 
 
 @pytest.mark.parametrize("make, lines", [
@@ -112,10 +113,12 @@ NOT_FOUND = "[SoundPlayer] Sound not found: morning_glass"
     (lost_file, ["[SoundPlayer] resolve bookmark error: …", NOT_FOUND]),
     (lambda folder: "bm90IGEgYm9va21hcms=", ["[SoundPlayer] resolve bookmark error: …", NOT_FOUND]),
     (lambda folder: "#not base64#", [NOT_FOUND]),
+    (lambda folder: "", [NOT_FOUND]),
 ])
 def test_a_file_that_cannot_be_played_gives_its_line(session, make, lines):
     session.start("sound")
-    session.save(group("7:00", customSoundPath=make(session.folder), customSoundName="x", alarmCount=2))
+    session.save(group(customSoundPath=make(session.folder), customSoundName="x", soundName="no such sound",
+                       alarmCount=2))
     program = session.run()
     for minute in (0, 1):
         fired = program.wait_for(f"[Scheduler] FIRE:  alarm #{minute + 1}")
@@ -135,20 +138,33 @@ def test_a_file_that_cannot_be_played_gives_its_line(session, make, lines):
 def test_what_there_is_of_a_broken_file_is_heard(session, make):
     session.start("sound")
     session.save(group(customSoundPath=make(session.folder), customSoundName="x", alarmCount=2))
-    program = session.run()
-    for minute in (0, 1):
-        program.wait_for(f"[Scheduler] FIRE:  alarm #{minute + 1}")
+    is_heard_twice(session, session.run())
+
+
+def is_heard_twice(session, program):
+    for _ in range(2):
+        program.wait_for("[Scheduler] FIRE…")
         with session.record() as recording:
             until(lambda: sound.sounding(recording.samples()))
         session.clock.set("07:00:59.2")
     assert len(program.told()) == 4
 
 
-def test_a_sound_that_does_not_exist_gives_its_line(session):
-    session.save(group(soundName="no such sound"))
+def test_a_program_whose_package_is_removed_rings_on(session, monkeypatch):
+    there, here = PROGRAM.parents[1], session.folder / "installed"
+    here.mkdir()
+    beside = PROGRAM.parent.name
+    parts = (f"{beside}/kova-alarm*", f"{beside}/resources/Sounds", "libexec/kova-alarm", "share/kova-alarm")
+    found = [part.relative_to(there) for name in parts for part in there.glob(name)]
+    subprocess.run(["cp", "-rL", "--parents", *found, here], cwd=there, check=True)
+    monkeypatch.setattr("session.PROGRAM", here / PROGRAM.relative_to(there))
+    file = session.folder / "own.m4a"
+    encode(file, chirp())
+    session.start("sound")
+    session.save(group(), custom(file, time="7:01"))
     program = session.run()
-    program.wait_for("[Scheduler] FIRE…")
-    program.wait_for("[SoundPlayer] Sound not found: no such sound")
+    shutil.rmtree(here)
+    is_heard_twice(session, program)
 
 
 @pytest.mark.parametrize("call", ["statx", "open"])

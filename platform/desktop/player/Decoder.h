@@ -22,7 +22,8 @@ public:
     virtual bool rewind() = 0;
 };
 
-/// Opens a file whose name tells one of the forms that are played; null and a reason when it can't be.
+/// Opens a file as its name tells, one without a name of its own as libsndfile does; null and a reason when
+/// it can't be.
 std::unique_ptr<Decoder> openDecoder(const std::string &path, std::string &reason);
 
 } // namespace kova

@@ -15,6 +15,11 @@ namespace message {
 /// The descriptor at which the player finds its end of the socket pair.
 constexpr int playersSocket = 3;
 
+/// The next descriptors, as the player opens them: the module that holds FFmpeg, and a sound that comes with
+/// the program. What a package brings may be gone from its folder.
+constexpr const char *ffmpegModule = "/proc/self/fd/4";
+constexpr const char *ownSound = "/proc/self/fd/5";
+
 /// Longer packets are none of ours. Bytes.
 constexpr size_t longest = 4500;
 

@@ -5,6 +5,7 @@
 #include "Player.h"
 
 #include <csignal>
+#include <sys/prctl.h>
 #include <thread>
 #include <unistd.h>
 
@@ -27,6 +28,7 @@ void obey(const ProgramLink &program, Player &player, ProgramLink::Deadline dead
 
 int main() {
     std::signal(SIGPIPE, SIG_IGN);
+    prctl(PR_SET_NAME, "kova-alarm-play"); // not the number of the descriptor that it was started from
     confine();
     const ProgramLink program;
     const auto request = program.receive();

@@ -68,7 +68,7 @@ struct DesktopPlatform::Services {
     InhibitorPowerAssertions powerAssertions{buses};
     std::unique_ptr<NotificationCenter> notificationCenter = makeNotificationCenter(buses, application);
     MenuBarHost menuBarHost{buses};
-    ProcessAudioPlayers audioPlayers;
+    ProcessAudioPlayers audioPlayers{resources};
     SpeechDispatcherSynthesizers speechSynthesizers;
 };
 
