@@ -84,6 +84,15 @@ class Portal(dbus.service.Object):
         watch_client(bus, sender, request.end)
         return request.path
 
+    @dbus.service.method("org.freedesktop.portal.Background", in_signature="sa{sv}", out_signature="o",
+                         connection_keyword="bus")
+    def RequestBackground(self, window, options, bus):
+        tell("RequestBackground", autostart=options["autostart"])
+        request = Request(bus, "/org/freedesktop/portal/desktop/request/background", {})
+        granted = dbus.Dictionary({"autostart": "deny" not in sys.argv}, signature="sv")
+        GLib.idle_add(request.Response, dbus.UInt32(0), granted)
+        return request.path
+
     @dbus.service.method("org.freedesktop.portal.Notification", in_signature="sa{sv}")
     def AddNotification(self, identifier, notification):
         tell("AddNotification", id=identifier, **notification)
@@ -108,6 +117,10 @@ class Request(dbus.service.Object):
     def __init__(self, bus, path, lock):
         super().__init__(bus, path)
         self.path, self.lock = path, lock
+
+    @dbus.service.signal("org.freedesktop.portal.Request", signature="ua{sv}")
+    def Response(self, status, results):
+        pass
 
     @dbus.service.method("org.freedesktop.portal.Request")
     def Close(self):

@@ -11,9 +11,9 @@ VERSION = re.search(r"VERSION ([\d.]+) LANGUAGES", (ROOT / "CMakeLists.txt").rea
 REFUSED = "kova-alarm: there is no option '{}'; see kova-alarm --help\n"
 
 
-def answer(tmp_path, *arguments):
+def answer(tmp_path, *arguments, env=None):
     # Should it start after all, it ends for want of a display.
-    env = {"HOME": str(tmp_path), "XDG_CONFIG_HOME": str(tmp_path / "config"), "XDG_RUNTIME_DIR": str(tmp_path)}
+    env = env or {"HOME": str(tmp_path), "XDG_CONFIG_HOME": str(tmp_path / "config"), "XDG_RUNTIME_DIR": str(tmp_path)}
     done = subprocess.run([PROGRAM, *arguments], env=env, capture_output=True, text=True, timeout=20)
     return done.returncode, done.stdout, done.stderr
 
@@ -38,6 +38,14 @@ def test_refuses_what_nobody_knows(tmp_path, arguments):
 def test_passes_on_what_the_toolkit_knows(tmp_path, arguments):
     status, _, err = answer(tmp_path, *arguments)
     assert status != 2 and 'Could not find the Qt platform plugin "nowhere"' in err
+
+
+@pytest.mark.parametrize("portal, told", [
+    ("portal", (0, "", "")), ("portal+deny", (1, "", "kova-alarm: no start at login: it was not allowed\n"))])
+def test_in_a_sandbox_the_portal_is_asked_for_the_start_at_login(session, portal, told):
+    session.start("session-bus", portal)
+    assert answer(session.folder, "--start-at-login", env=session.env | {"container": "flatpak"}) == told
+    session[portal].wait_for_call("RequestBackground", autostart=True)
 
 
 def test_starts_with_options_of_the_toolkit(session):

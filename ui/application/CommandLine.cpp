@@ -13,11 +13,13 @@ namespace {
 
 constexpr int refused = 2;
 
-constexpr const char *help = R"(Usage: kova-alarm [--help | --version] [OPTION OF THE TOOLKIT]...
+constexpr const char *help =
+    R"(Usage: kova-alarm [--help | --start-at-login | --version] [OPTION OF THE TOOLKIT]...
 A desktop alarm clock. One runs for each user: starting it again brings its window to the front.
 
-  --help     tell this and end
-  --version  tell the version and end
+  --help            tell this and end
+  --start-at-login  have the desktop start it at each login from now on, and end
+  --version         tell the version and end
 
 Options of the toolkit, Qt, are passed on, for example -platform xcb or -display :1.)";
 

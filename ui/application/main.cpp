@@ -8,8 +8,10 @@
 #include "drawing/Palette.h"
 #include "prepareProcess.h"
 #include "secondStart.h"
+#include "startAtLogin.h"
 
 #include <QApplication>
+#include <string_view>
 
 namespace {
 
@@ -23,6 +25,9 @@ void describeApplication() {
 } // namespace
 
 int main(int argc, char *argv[]) {
+    if (argc == 2 && argv[1] == std::string_view("--start-at-login")) {
+        return kova::startAtLogin(argc, argv);
+    }
     if (const std::optional<int> status = kova::answerArguments(argc, argv)) {
         return *status;
     }
