@@ -56,7 +56,8 @@ void forbidWriting() {
     if (version < 1) {
         return;
     }
-    const landlock_ruleset_attr attributes{.handled_access_fs = rightsToTakeAway(version)};
+    landlock_ruleset_attr attributes{}; // newer headers have more in it
+    attributes.handled_access_fs = rightsToTakeAway(version);
     const auto rules = static_cast<int>(
         syscall(SYS_landlock_create_ruleset, &attributes, sizeof attributes.handled_access_fs, 0));
     if (rules < 0) {
