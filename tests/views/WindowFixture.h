@@ -38,7 +38,7 @@ struct Window : HomeFixture {
     explicit Window(int groups = 0) {
         add(groups);
         window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        activate();
     }
 
     QList<QQuickItem *> all(const char *name) {
@@ -76,6 +76,10 @@ struct Window : HomeFixture {
             click("editButton");
         }
         item(inEditMode ? "selectionMark" : "cardSurface")->forceActiveFocus(Qt::TabFocusReason);
+    }
+    void activate() {
+        window.requestActivate(); // a display without a window manager does not do it by itself
+        QVERIFY(QTest::qWaitForWindowActive(&window));
     }
 };
 

@@ -3,7 +3,10 @@
 #include "WindowFixture.h"
 
 #include <QAnimationDriver>
+#include <QClipboard>
+#include <QQmlIncubationController>
 #include <QRandomGenerator>
+#include <QScreen>
 #include <QWheelEvent>
 
 namespace kova {
@@ -25,12 +28,23 @@ private:
     qint64 m_now = 0;
 };
 
+/// Lays out and paints what has changed.
+inline void paint(QWindow &window) {
+    for (int i = 0; i < 3; ++i) { // a layout may ask for another
+        QEvent update(QEvent::UpdateRequest);
+        QCoreApplication::sendEvent(&window, &update);
+    }
+}
+
 /// Plays with a window at random, the same for the same seed, and says what it did.
 class Player {
 public:
     Player(Window &w, quint32 seed) : m_w(w), m_random(seed) {
+        QGuiApplication::clipboard()->clear();
+        QCursor::setPos(w.window.screen()->geometry().bottomRight()); // the display's own pointer stays out
         addGroups();
         QTest::mouseMove(&w.window, {0, 0});
+        settle();
     }
 
     void step() {
@@ -43,8 +57,7 @@ public:
             &Player::cease, &Player::openCard, &Player::wheel,  &Player::clickText};
         (this->*oneOf(steps))();
         m_time.pass(m_random.bounded(150));
-        QCoreApplication::processEvents();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        settle();
     }
 
     const QStringList &played() const { return m_played; }
@@ -52,6 +65,29 @@ public:
     bool movedFocus() const { return m_movedFocus; }
 
 private:
+    // Whatever takes the toolkit or the display real time is over, lest the next step finds it by chance.
+    void settle() {
+        QVERIFY(QTest::qWaitFor([this] {
+            return m_w.window.isExposed() && m_w.window.contentItem()->size() == m_w.window.size();
+        }));
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        paint(m_w.window);
+        QQmlIncubationController *const making = m_w.window.incubationController();
+        while (making->incubatingObjectCount() > 0) {
+            making->incubateFor(100);
+        }
+        for (QObject *tip : tips()) { // none comes of itself
+            if (!tip->property("opened").toBool()) {
+                tip->setProperty("visible", false);
+            }
+        }
+    }
+    QList<QObject *> tips() {
+        QList<QObject *> found = m_w.window.findChildren<QObject *>();
+        found.removeIf([](const QObject *object) { return !object->inherits("QQuickToolTip"); });
+        return found;
+    }
     void note(const QString &what) {
         m_played << what;
         m_movedFocus = false;
@@ -92,6 +128,8 @@ private:
                 places << center;
             }
         }
+        std::sort(places.begin(), places.end(),
+                  [](QPoint a, QPoint b) { return a.y() != b.y() ? a.y() < b.y() : a.x() < b.x(); });
         return places;
     }
     QPoint place(bool onText = false) {
@@ -149,11 +187,10 @@ private:
     // The pointer rests long enough for a tooltip.
     void rest() {
         note(QStringLiteral("rest"));
-        for (QObject *tip : m_w.window.findChildren<QObject *>()) {
-            if (tip->inherits("QQuickToolTip")) {
-                tip->setProperty("delay", 0);
-                QMetaObject::invokeMethod(tip, "open");
-            }
+        for (QObject *tip : tips()) {
+            tip->setProperty("delay", 0);
+            tip->setProperty("timeout", -1);
+            QMetaObject::invokeMethod(tip, "open");
         }
     }
     void ring() {
@@ -177,6 +214,7 @@ private:
             m_w.window.hide();
             QCoreApplication::processEvents();
             m_w.window.show();
+            m_w.activate();
         }
     }
     void compose() {

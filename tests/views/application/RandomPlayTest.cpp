@@ -37,20 +37,13 @@ QRect difference(const QImage &a, const QImage &b) {
     return differing;
 }
 
-void paint(Window &w) {
-    for (int i = 0; i < 3; ++i) { // a layout may ask for another
-        QEvent update(QEvent::UpdateRequest);
-        QCoreApplication::sendEvent(&w.window, &update);
-    }
-}
-
 // What the repaints of what had changed have left, against the same state painted anew.
 QString paintingFault(Window &w) {
-    paint(w);
+    paint(w.window);
     const QImage left = onScreen(w.window);
     for (const qreal x : {1e-4, 0.0}) { // all that moves is painted
         w.window.contentItem()->setX(x);
-        paint(w);
+        paint(w.window);
     }
     const QImage anew = onScreen(w.window);
     if (left.size() != anew.size() || left.isNull()) {
