@@ -1,8 +1,12 @@
 #include "DesktopFileChooser.h"
 #include "SoundForms.h"
 
+#include <QApplication>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+#include <QTreeView>
 
 using namespace kova;
 
@@ -27,7 +31,38 @@ private Q_SLOTS:
             QVERIFY(soundFormOf(other) == nullptr);
         }
     }
+
+    void qtsDialogSpeaksJapaneseAndStartsAtHome() {
+        const QTemporaryDir home; // without a folder for music
+        qputenv("HOME", home.path().toUtf8());
+        QVERIFY(QDir(home.path()).mkdir(QStringLiteral("b")));
+        QFile sound(home.filePath(QStringLiteral("a.mp3")));
+        QVERIFY(sound.open(QFile::WriteOnly) && sound.write("abc") == 3 && sound.flush());
+        sound.setFileTime(QDate(2026, 3, 2).startOfDay(), QFile::FileModificationTime);
+        sound.close();
+        QStringList texts;
+        DesktopFileChooser chooser;
+        QTimer::singleShot(0, this, [&] {
+            auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+            const auto *const list = dialog->findChild<QTreeView *>();
+            QTRY_COMPARE(list->model()->rowCount(list->rootIndex()), 2);
+            texts << dialog->directory().path() << dialog->labelText(QFileDialog::Reject);
+            for (const auto &[row, column] : {std::pair(0, 0), {0, 2}, {1, 0}, {1, 1}, {1, 2}, {1, 3}}) {
+                texts << list->model()->index(row, column, list->rootIndex()).data().toString();
+            }
+            chooser.cancel();
+        });
+        QCOMPARE(chooser.chooseFile({QStringLiteral("選択"), {QStringLiteral("audio/*")}}), std::nullopt);
+        QCOMPARE(texts.join(u'|'), home.path() + QStringLiteral("|キャンセル|b|フォルダ|a.mp3|3 バイト|"
+                                                                "MP3 オーディオ|2026/03/02 0:00"));
+    }
 };
 
-QTEST_GUILESS_MAIN(FileChooserTest)
+int main(int argc, char *argv[]) {
+    const QApplication application(argc, argv);
+    QLocale::setDefault(QLocale(QLocale::Japanese));
+    FileChooserTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "FileChooserTest.moc"

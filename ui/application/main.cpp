@@ -19,6 +19,7 @@ void describeApplication() {
     QApplication::setApplicationName(QStringLiteral("KOVA"));
     QApplication::setApplicationDisplayName(QStringLiteral("KOVA Alarm"));
     QApplication::setDesktopFileName(QStringLiteral("jp.kova.Alarm"));
+    QLocale::setDefault(QLocale(QLocale::Japanese)); // in which kinds of files are named
     QApplication::setQuitOnLastWindowClosed(false);
 }
 

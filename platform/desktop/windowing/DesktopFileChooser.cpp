@@ -3,6 +3,8 @@
 #include "SoundForms.h"
 
 #include <QCoreApplication>
+#include <QFileSystemModel>
+#include <QIdentityProxyModel>
 #include <QLibraryInfo>
 #include <QMimeDatabase>
 #include <QStandardPaths>
@@ -11,6 +13,32 @@
 namespace kova {
 
 namespace {
+
+// What Qt's own dialog tells of a file beside its name; Qt has it in the desktop's language, and in parts in
+// English.
+class JapaneseFiles : public QIdentityProxyModel {
+public:
+    using QIdentityProxyModel::QIdentityProxyModel;
+
+    QVariant data(const QModelIndex &index, int role) const override {
+        const auto &files = static_cast<const QFileSystemModel &>(*sourceModel());
+        const QModelIndex file = mapToSource(index);
+        const bool isFolder = files.isDir(file);
+        if (role == Qt::DisplayRole && index.column() == 1 && !isFolder) {
+            return m_japanese.formattedDataSize(files.size(file));
+        }
+        if (role == Qt::DisplayRole && index.column() == 2) {
+            return isFolder ? QStringLiteral("フォルダ") : files.type(file);
+        }
+        if (role == Qt::DisplayRole && index.column() == 3) {
+            return m_japanese.toString(files.lastModified(file), QLocale::ShortFormat);
+        }
+        return QIdentityProxyModel::data(index, role);
+    }
+
+private:
+    QLocale m_japanese{QLocale::Japanese};
+};
 
 // Of the type's files those that are played.
 QStringList patterns(const QString &contentType) {
@@ -65,6 +93,7 @@ std::optional<QString> DesktopFileChooser::chooseFile(const FileChooserRequest &
     }
     QFileDialog dialog(nullptr, request.message, startFolder());
     m_dialog = &dialog;
+    dialog.setProxyModel(new JapaneseFiles(&dialog));
     dialog.setPalette(m_palette);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
