@@ -16,7 +16,10 @@ int AccessibleText::characterCount() const {
 
 QRect AccessibleText::characterRect(int offset) const {
     QRectF rect = m_item.boundingRect();
-    QMetaObject::invokeMethod(&m_item, "positionToRectangle", Q_RETURN_ARG(QRectF, rect), Q_ARG(int, offset));
+    if (QMetaObject::invokeMethod(&m_item, "positionToRectangle", Q_RETURN_ARG(QRectF, rect),
+                                  Q_ARG(int, offset))) {
+        rect.translate(m_item.property("leftPadding").toReal(), 0);
+    }
     return QRectF(m_item.mapToGlobal(rect.topLeft()), rect.size()).toRect();
 }
 

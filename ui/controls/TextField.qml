@@ -26,10 +26,13 @@ T.TextField {
 
     Accessible.name: placeholderText
     color: Palette.textPrimary
-    implicitHeight: Math.ceil(contentHeight + topPadding + bottomPadding)
+    // The template cuts the text off at its padding. Some scripts reach below the line of the font that it is laid out
+    // for, so the room above and below is none.
+    implicitHeight: Math.ceil(contentHeight) + 16
     implicitWidth: 160
-    padding: 8
+    leftPadding: 8
     persistentSelection: menu.item !== null
+    rightPadding: 8
     selectByMouse: true
     selectedTextColor: "black"
     selectionColor: Palette.accent
@@ -66,14 +69,14 @@ T.TextField {
 
     // The text that is being composed. It has its place when the cursor has.
     Rectangle {
-        readonly property real start: field.cursorRectangle.x >= 0 ? field.positionToRectangle(field.cursorPosition).x : 0
+        readonly property real start: field.cursorRectangle.x >= 0 ? field.leftPadding + field.positionToRectangle(field.cursorPosition).x : 0
 
         color: field.color
         height: 1
         visible: field.preeditText !== ""
         width: Math.min(Math.ceil(composed.advanceWidth), field.width - field.rightPadding - x)
         x: Math.round(start)
-        y: Math.floor(field.topPadding + field.contentHeight) - 1
+        y: Math.floor((field.height + field.contentHeight) / 2) - 1
     }
     TextMetrics {
         id: composed
