@@ -23,6 +23,9 @@ void ViewWindow::keyPressEvent(QKeyEvent *event) {
     } else {
         QQuickView::keyPressEvent(event);
     }
+    if (event->isAccepted()) {
+        Q_EMIT keyUsed();
+    }
 }
 
 } // namespace kova

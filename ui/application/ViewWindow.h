@@ -13,6 +13,9 @@ public:
     /// The engine, if any, must outlive the window.
     explicit ViewWindow(QQmlEngine *engine = nullptr);
 
+Q_SIGNALS:
+    void keyUsed(); ///< by what has the focus
+
 protected:
     void keyPressEvent(QKeyEvent *event) override;
 };

@@ -12,6 +12,7 @@ Item {
     property alias contentHeight: flickable.contentHeight
     property alias contentY: flickable.contentY
     readonly property Item focusItem: Window.activeFocusItem
+    property bool isScrolledByKey: false
 
     function isInside(item) {
         let ancestor = item;
@@ -37,6 +38,13 @@ Item {
             reveal(focusItem);
     }
 
+    // What the keyboard works on comes back into sight.
+    function followUse() {
+        if (!isScrolledByKey && focusItem && isInside(focusItem))
+            reveal(focusItem);
+        isScrolledByKey = false;
+    }
+
     onFocusItemChanged: Qt.callLater(follow) // qmllint disable
     Keys.onPressed: event => {
         const end = Math.max(0, flickable.contentHeight - flickable.height);
@@ -48,12 +56,28 @@ Item {
             [Qt.Key_PageDown]: Math.min(end, flickable.contentY + page)
         };
         event.accepted = event.key in targets;
+        isScrolledByKey = event.accepted;
         if (event.accepted) {
             flickable.cancelFlick();
             flickable.contentY = targets[event.key];
         }
     }
 
+    Connections {
+        function onKeyUsed() {
+            area.followUse();
+        }
+
+        target: area.Window.window
+    }
+    Connections {
+        function onPreeditTextChanged() {
+            area.followUse();
+        }
+
+        ignoreUnknownSignals: true
+        target: area.focusItem
+    }
     Flickable {
         id: flickable
 

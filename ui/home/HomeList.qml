@@ -81,6 +81,12 @@ Item {
                 Qt.callLater(homeList.follow); // qmllint disable
             }
         }
+        // What the keyboard works on comes back into sight.
+        function onKeyUsed() {
+            const row = homeList.rowOf(homeList.Window.activeFocusItem);
+            if (row)
+                homeList.reveal(row);
+        }
 
         target: homeList.Window.window
     }

@@ -113,6 +113,9 @@ void edited(WholeWindow &w) {
     w.editor.preview(QStringLiteral("wakeup_pulse"));
     w.editor.trySpeech();
 }
+void silent(WholeWindow &w) {
+    w.openEditor([](AlarmGroup &group) { group.ttsMessage.clear(); });
+}
 const Act asked = &WholeWindow::askToDelete;
 const Act ringing = &WholeWindow::ringFirst;
 
@@ -139,6 +142,11 @@ Act keysAt(const char *type, int n, const QList<Qt::Key> &pressed) {
         w.ofType(type, n)->forceActiveFocus(Qt::TabFocusReason);
         keys(pressed)(w);
     };
+}
+
+void typed(WholeWindow &w) {
+    silent(w);
+    keysAt("TextField", 1, {Qt::Key_Space})(w);
 }
 
 struct Row {
@@ -203,6 +211,7 @@ const QList<Row> editorRows{
     {"minute", editor, keysAt("PopUpPicker", 1, {Qt::Key_9}), u"targetMinute: 9"},
     {"direction", editor, clickType("Segment", 1), u"startBefore: false"},
     {"same direction", editor, clickType("Segment", 0), u""},
+    {"direction by a key", editor, keysAt("Segment", 0, {Qt::Key_Right}), u"startBefore: false"},
     {"label", editor, keysAt("TextField", 0, {Qt::Key_End, Qt::Key_A}), u"label: 朝a"},
     {"count", editor, clickType("Stepper", 0, up), u"alarmCount: 4"},
     {"lower count", editor, clickType("Stepper", 0, down), u"alarmCount: 2"},
@@ -222,6 +231,9 @@ const QList<Row> editorRows{
      u"reads: [TTSPlayer] speaking: \"一\" vol=0.6 loop=false"},
     {"try the last message", editor, clickButtonOf("MessageRow", 1),
      u"reads: [TTSPlayer] speaking: \"二\" vol=0.6 loop=false"},
+    {"try no message", silent, clickButtonOf("MessageRow", 0), u""},
+    {"try a space", typed, clickButtonOf("MessageRow", 0),
+     u"reads: [TTSPlayer] speaking: \" \" vol=0.6 loop=false"},
     {"speech volume", editor, clickType("Slider", 1, lowest), u"ttsVolume: 0"},
     {"quietest", editor, keysAt("Slider", 0, {Qt::Key_Home}), u"volume: 0"},
     {"loudest", editor, keysAt("Slider", 0, {Qt::Key_End}), u"volume: 1"},
