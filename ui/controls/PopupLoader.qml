@@ -32,6 +32,8 @@ Loader {
             const isNowhere = !focus || focus === loader.Window.contentItem;
             if (isNowhere && loader.focusBefore?.visible) {
                 loader.focusBefore.forceActiveFocus(loader.reasonBefore);
+            } else if (focus && focus === loader.focusBefore && "focusReason" in focus) {
+                focus.focusReason = loader.reasonBefore; // a panel behind has given it back
             }
         }
 

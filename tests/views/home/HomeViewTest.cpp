@@ -1,4 +1,5 @@
-#include "WindowFixture.h"
+#include "application/Player.h"
+#include "application/WholeWindow.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -24,10 +25,8 @@ private Q_SLOTS:
         w.click("enabledSwitch");
         QCOMPARE(w.item("enabledSwitch")->property("checked").toBool(), false);
         w.store.toggleGroup(w.store.groups().constFirst().id);
-        QCOMPARE(w.item("enabledSwitch")->property("checked").toBool(), true);
         w.click("editButton");
-        w.click("enabledSwitch");
-        QCOMPARE(w.store.groups().constFirst().isEnabled, true);
+        w.click("enabledSwitch"); // inert
         QCOMPARE(w.item("enabledSwitch")->property("checked").toBool(), true);
     }
 
@@ -53,8 +52,6 @@ private Q_SLOTS:
         group.intervalMinutes = 5;
         w.ring(group, 0);
         QTRY_COMPARE(w.text("alertTime"), QStringLiteral("6:50"));
-        QCOMPARE(w.text("alertLabel"), QStringLiteral("朝"));
-        QCOMPARE(w.text("alertPosition"), QStringLiteral("アラーム 1 / 3"));
         w.click(QPointF(5, 5)); // would close the editor
         QVERIFY(w.store.isEditing());
 
@@ -198,28 +195,43 @@ private Q_SLOTS:
         QTest::newRow("menu") << QByteArray("duplicateButton") << int(Qt::Key_Menu) << QStringLiteral("編集");
         QTest::newRow("confirmation")
             << QByteArray("deleteButton") << int(Qt::Key_Return) << QStringLiteral("キャンセル");
+        QTest::newRow("alert") << QByteArray("cardSurface") << 0 << QStringLiteral("停止");
+        QTest::newRow("alert over a text") << QByteArray("TextField") << 0 << QStringLiteral("停止");
     }
     void anOverlayTakesTheFocusAndGivesItBack() {
         QFETCH(QByteArray, from);
         QFETCH(int, opens);
         QFETCH(QString, focused);
-        Window w(2);
+        WholeWindow w;
         if (from == "deleteButton") {
-            w.click("editButton");
-            w.click("selectionMark");
+            w.selectFirst();
+        } else if (from == "TextField") {
+            w.openEditor();
         }
-        QQuickItem *const before = w.item(from.constData());
+        QQuickItem *const before = from == "TextField" ? w.ofType(from) : w.item(from.constData());
         before->forceActiveFocus(Qt::TabFocusReason);
-        w.key(Qt::Key(opens));
+        PlayTime time;
+        if (opens == 0) {
+            w.ring(w.store.groups().constFirst(), 0);
+            QTRY_VERIFY(w.shows("stopButton"));
+        } else {
+            w.key(Qt::Key(opens));
+        }
         QTRY_VERIFY(w.window.activeFocusItem() != before);
-        const QAccessibleInterface *const control =
-            QAccessible::queryAccessibleInterface(w.window.activeFocusItem());
-        QVERIFY(control);
-        QCOMPARE(control->text(QAccessible::Name), focused);
-        w.key(Qt::Key_Escape);
-        QVERIFY(!w.store.isEditing());
+        const auto focusAfter = [&](qint64 milliseconds) {
+            QCoreApplication::processEvents();
+            time.pass(milliseconds);
+            QCoreApplication::processEvents();
+            return QAccessible::queryAccessibleInterface(w.window.activeFocusItem())->text(QAccessible::Name);
+        };
+        if (opens == 0) {
+            QCOMPARE(focusAfter(900), QStringLiteral("6:50")); // keys may be meant for something else
+        }
+        QTRY_COMPARE(focusAfter(200), focused);
+        w.key(opens == 0 ? Qt::Key_Return : Qt::Key_Escape);
+        time.pass(300); // a panel fades
         QTRY_VERIFY(before->hasActiveFocus());
-        QVERIFY(before->property("visualFocus").toBool());
+        QCOMPARE(before->property("focusReason").toInt(), int(Qt::TabFocusReason));
     }
 
     void onlyWhatIsInFrontTakesTheWheel() {
