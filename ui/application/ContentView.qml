@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import QtQuick.Templates as T
 import Kova
 
 // The root of the main window: the home list, and over it the editor while a group is edited.
@@ -7,6 +8,8 @@ Item {
 
     required property AlarmEditor editor
     required property HomeScreen home
+    // There from the start, so that assistive tools hear of what opens in it.
+    readonly property Item overlay: T.Overlay.overlay
 
     Accessible.role: Accessible.Pane
 

@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QMetaMethod>
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <algorithm>
 #include <utility>
 
@@ -15,7 +16,8 @@ void AccessibleChanges::tellOf(QQuickItem &item) {
 }
 
 AccessibleChanges::AccessibleChanges(QQuickItem &item) : QObject(&item), m_item(item) {
-    follow("enabled", "tellEnabled()");
+    follow("enabled", "tellUse()");
+    followPanels();
     follow("highlighted", "tellHighlight()");
     follow(item.inherits("QQuickComboBox") ? "currentIndex" : "value", "tellValue()");
     if (item.inherits("QQuickTextInput")) {
@@ -41,7 +43,24 @@ void AccessibleChanges::tellValue() {
     }
 }
 
-void AccessibleChanges::tellEnabled() {
+// What lies behind a panel can't be used while that is open.
+void AccessibleChanges::followPanels() {
+    const QQuickWindow *window = m_item.window();
+    const QList<QQuickItem *> layers = window ? window->contentItem()->childItems() : QList<QQuickItem *>();
+    for (const QQuickItem *layer : layers) {
+        if (layer->inherits("QQuickOverlay")) {
+            connect(layer, &QQuickItem::visibleChildrenChanged, this, &AccessibleChanges::tellUse);
+        }
+    }
+    QMetaObject::invokeMethod(this, &AccessibleChanges::tellUse, Qt::QueuedConnection);
+}
+
+void AccessibleChanges::tellUse() {
+    const QAccessibleInterface *told = QAccessible::queryAccessibleInterface(&m_item);
+    if (!told || told->state().disabled == m_isDisabled) {
+        return;
+    }
+    m_isDisabled = !m_isDisabled;
     QAccessible::State changed;
     changed.disabled = true;
     QAccessibleStateChangeEvent event(&m_item, changed);

@@ -18,13 +18,15 @@ private:
     explicit AccessibleChanges(QQuickItem &item);
 
     Q_SLOT void tellValue();
-    Q_SLOT void tellEnabled();
+    Q_SLOT void tellUse();
     Q_SLOT void tellHighlight();
     Q_SLOT void tellText();
+    void followPanels();
     void follow(const char *property, const char *slot);
 
     QQuickItem &m_item;
-    QString m_text; // of a text field, as told
+    bool m_isDisabled = false; // as told
+    QString m_text;            // of a text field, as told
 };
 
 } // namespace kova

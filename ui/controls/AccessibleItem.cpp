@@ -245,7 +245,9 @@ void AccessibleItem::doAction(const QString &name) {
     } else if (name == decreaseAction()) {
         setCurrentValue(currentValue().toDouble() - minimumStepSize().toDouble());
     } else {
-        press(m_item);
+        // The tool waits for the answer, and what is pressed may open a dialog that lasts.
+        QMetaObject::invokeMethod(
+            &m_item, [item = &m_item] { press(*item); }, Qt::QueuedConnection);
     }
 }
 
@@ -253,8 +255,7 @@ QStringList AccessibleItem::keyBindingsForAction(const QString & /*name*/) const
     return {};
 }
 
-// A slider or a stepper.
-// By the control's kind: it tells of its value before it knows its role.
+// A slider or a stepper, by the control's kind: it tells of its value before it knows its role.
 bool AccessibleItem::isRange() const {
     return m_item.property("stepSize").isValid();
 }

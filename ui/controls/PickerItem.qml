@@ -11,6 +11,7 @@ T.ItemDelegate {
     readonly property PickerList list: ListView.view as PickerList
     required property string modelData
 
+    Accessible.name: text
     Accessible.selectable: true
     Accessible.selected: isChosen
     font.pixelSize: 13

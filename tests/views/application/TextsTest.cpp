@@ -3,6 +3,7 @@
 #include "drawing/Palette.h"
 #include "drawing/Symbol.h"
 
+#include <QAccessible>
 #include <QApplication>
 
 using namespace kova;
@@ -65,6 +66,21 @@ void emptyInEditMode(WholeWindow &w) {
 }
 Act edited(const std::function<void(AlarmGroup &)> &change) {
     return [change](WholeWindow &w) { w.openEditor(change); };
+}
+
+QAccessible::Role expectedRole(const QQuickItem &control) {
+    static const QList<std::pair<const char *, QAccessible::Role>> roles{
+        {"QQuickComboBox", QAccessible::ComboBox},       {"QQuickSlider", QAccessible::Slider},
+        {"QQuickSpinBox", QAccessible::SpinBox},         {"QQuickTextInput", QAccessible::EditableText},
+        {"QQuickMenuItem", QAccessible::MenuItem},       {"QQuickItemDelegate", QAccessible::ListItem},
+        {"QQuickRadioButton", QAccessible::RadioButton},
+    };
+    for (const auto &[type, role] : roles) {
+        if (control.inherits(type)) {
+            return role;
+        }
+    }
+    return control.property("checkable").toBool() ? QAccessible::CheckBox : QAccessible::Button;
 }
 
 struct Row {
@@ -166,6 +182,49 @@ private Q_SLOTS:
         }
         QVERIFY(root);
         QTRY_COMPARE(shown(root), texts);
+    }
+
+    void everyControlIsToldByItsRoleAndAName_data() {
+        QTest::addColumn<Act>("prepare");
+        QTest::newRow("home") << Act([](WholeWindow &) {});
+        QTest::newRow("confirmation") << Act(&WholeWindow::askToDelete);
+        QTest::newRow("menu") << Act(&WholeWindow::openMenu);
+        QTest::newRow("editor") << edited([](AlarmGroup &group) { group.customSoundPath = QString(u'a'); });
+        QTest::newRow("picker") << Act([](WholeWindow &w) {
+            w.openEditor();
+            w.clickIn(w.ofType("PopUpPicker"));
+            QTRY_VERIFY(w.ofType("PickerItem"));
+        });
+        QTest::newRow("menu of a text") << Act([](WholeWindow &w) {
+            w.openEditor();
+            w.click(Window::rect(w.ofType("TextField")).center(), Qt::RightButton);
+            QTRY_VERIFY(w.shows("menuItem"));
+        });
+        QTest::newRow("alert") << Act(&WholeWindow::ringFirst);
+    }
+    // In one place no two have the same.
+    void everyControlIsToldByItsRoleAndAName() {
+        QFETCH(Act, prepare);
+        WholeWindow w;
+        prepare(w);
+        QAccessible::setActive(true); // the toolkit gives its controls their roles
+        QStringList told;
+        for (QQuickItem *item : ViewFixture::all(w.window.contentItem(), [](QQuickItem &control) {
+                 return control.activeFocusOnTab() || control.inherits("QQuickAbstractButton");
+             })) {
+            QAccessibleInterface *const control = QAccessible::queryAccessibleInterface(item);
+            QVERIFY2(control, item->metaObject()->className());
+            if (!item->activeFocusOnTab() && control->parent()->indexOfChild(control) < 0) {
+                continue; // inert
+            }
+            QVERIFY2(control->parent()->indexOfChild(control) >= 0, item->metaObject()->className());
+            QCOMPARE(control->role(), expectedRole(*item));
+            const QString name = control->text(QAccessible::Name);
+            QVERIFY2(!name.isEmpty(), item->metaObject()->className());
+            told << QString::number(control->role()) + name;
+        }
+        QVERIFY(!told.isEmpty());
+        QCOMPARE(told.removeDuplicates(), 0);
     }
 };
 
