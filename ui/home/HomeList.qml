@@ -120,8 +120,8 @@ Item {
             width: ListView.view.width - 24
             x: 12
 
-            onMenuAsked: (x, y, byKeyboard) => homeList.menuAsked(row.groupId, row.mapToItem(homeList, x, y), byKeyboard)
-            onMove: (step, stop) => homeList.go(row.index + step, stop)
+            onMenuAsked: (x, y, byKeyboard) => homeList.menuAsked(row.groupId, row.mapToItem(homeList, x, y), byKeyboard) // qmllint disable unqualified
+            onMove: (step, stop) => homeList.go(row.index + step, stop) // qmllint disable unqualified
         }
     }
     MouseDragGuard {
