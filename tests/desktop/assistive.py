@@ -64,6 +64,11 @@ def find(name, is_right, usable=True):
     return until(lambda: next(filter(is_wanted, everything()), None), f"nothing of use is called {name}")
 
 
+def role(node):
+    """Newer assistive services call a button by another name."""
+    return {"button": "push button"}.get(node.get_role_name(), node.get_role_name())
+
+
 def main(verb, name="", text=""):
     if verb in ("press", "toggle", "try"):
         action = "Toggle" if verb == "toggle" else "Press"
@@ -79,7 +84,7 @@ def main(verb, name="", text=""):
         until(lambda: Atspi.Text.get_text(node, 0, -1) == text, f"{name} does not take the text")
     else:
         for node in everything():
-            print(node.get_role_name(), node.get_name(), node.get_description(), content(node), *states(node), sep="\t")
+            print(role(node), node.get_name(), node.get_description(), content(node), *states(node), sep="\t")
 
 
 main(*sys.argv[1:])
