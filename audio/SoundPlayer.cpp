@@ -12,6 +12,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
+const auto tryOut = QStringLiteral("__preview__");
 const auto playError = QStringLiteral("[SoundPlayer] play error: ");
 
 } // namespace
@@ -75,9 +76,11 @@ void SoundPlayer::playFile(const std::optional<QString> &path, const AlarmGroup 
 
 // A sound of our own that fails while its alarm rings is tried again each second: what broke it may pass.
 void SoundPlayer::playSound(const Sound &sound) {
-    auto player = m_audioPlayers.open(sound.path, [this, sound](const QString &reason) {
+    const QString error =
+        sound.previewId == tryOut ? QStringLiteral("[SoundPlayer] preview error: ") : playError;
+    auto player = m_audioPlayers.open(sound.path, [this, sound, error](const QString &reason) {
         if (sound.elapsed == 0s) {
-            m_log.print(playError + reason);
+            m_log.print(error + reason);
         }
         stop();
         if (sound.isLooped && sound.isOurs && sound.elapsed + 1s < longestRinging) {
@@ -88,7 +91,7 @@ void SoundPlayer::playSound(const Sound &sound) {
         }
     });
     if (!player) {
-        m_log.print(playError + player.error());
+        m_log.print(error + player.error());
         return;
     }
     player.value()->setVolume(sound.volume);
@@ -96,26 +99,16 @@ void SoundPlayer::playSound(const Sound &sound) {
     if (sound.isLooped) {
         player.value()->setLongestTime(longestRinging - sound.elapsed);
     }
-    start(std::move(player).value(), sound.previewId);
+    m_player = std::move(player).value();
+    m_player->play();
+    setCurrentPreviewId(sound.previewId);
 }
 
 void SoundPlayer::preview(const QString &soundName, float volume) {
     stop();
-    const std::optional<QString> path = builtInSoundURL(soundName);
-    if (!path) {
-        return;
+    if (const std::optional<QString> path = builtInSoundURL(soundName)) {
+        playSound({*path, volume, false, true, tryOut});
     }
-    const auto failed = [this](const QString &reason) {
-        m_log.print(QStringLiteral("[SoundPlayer] preview error: ") + reason);
-        stop();
-    };
-    auto player = m_audioPlayers.open(*path, failed);
-    if (!player) {
-        failed(player.error());
-        return;
-    }
-    player.value()->setVolume(volume);
-    start(std::move(player).value(), QStringLiteral("__preview__"));
 }
 
 void SoundPlayer::togglePreview(const AlarmGroup &group) {
@@ -145,12 +138,6 @@ std::optional<QString> SoundPlayer::builtInSoundURL(const QString &soundName) co
         }
     }
     return m_resources.path(soundName, extension);
-}
-
-void SoundPlayer::start(std::unique_ptr<AudioPlayer> player, const QString &previewId) {
-    m_player = std::move(player);
-    m_player->play();
-    setCurrentPreviewId(previewId);
 }
 
 void SoundPlayer::setCurrentPreviewId(const QString &previewId) {

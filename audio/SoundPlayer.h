@@ -21,9 +21,6 @@ class SoundPlayer : public QObject {
     Q_OBJECT
 
 public:
-    /// An alarm's sound ends by itself then.
-    static constexpr std::chrono::seconds longestRinging{55};
-
     SoundPlayer(AudioPlayers &audioPlayers, Bookmarks &bookmarks, Resources &resources, RunLoop &runLoop,
                 Log &log);
 
@@ -67,7 +64,6 @@ private:
     void playFile(const std::optional<QString> &path, const AlarmGroup &group, bool loop,
                   const QString &previewId);
     void playSound(const Sound &sound);
-    void start(std::unique_ptr<AudioPlayer> player, const QString &previewId);
     void setCurrentPreviewId(const QString &previewId);
 
     AudioPlayers &m_audioPlayers;

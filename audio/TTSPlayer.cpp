@@ -1,5 +1,6 @@
 #include "TTSPlayer.h"
 
+#include "AlarmGroup.h"
 #include "Log.h"
 #include "Platform.h"
 #include "RunLoop.h"
@@ -45,7 +46,7 @@ void TTSPlayer::speak(const QString &text, float volume, bool loop) {
     m_reading += 1;
     m_synth = m_synthesizers.make([this](bool finished) { didFinishSpeaking(finished); });
     m_synth->setVolume(volume);
-    if (loop) {
+    if (loop) { // it belongs to an alarm
         m_synth->setLongestTime(longestRinging);
     }
     m_synth->startSpeaking(text);

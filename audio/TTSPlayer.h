@@ -16,7 +16,6 @@ class TTSPlayer : public QObject {
 
 public:
     static constexpr std::chrono::milliseconds pauseBetweenRepeats{1500};
-    static constexpr std::chrono::seconds longestRinging{55}; ///< what is looped belongs to an alarm
 
     TTSPlayer(SpeechSynthesizers &synthesizers, RunLoop &runLoop, Log &log);
 

@@ -1,15 +1,17 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <functional>
 #include <optional>
 
 namespace kova {
 
 struct NotificationRequest {
-    QString identifier; ///< never used twice, so that no notification replaces another
-    QString title;      ///< plain text, shown as typed
-    QString body;       ///< plain text, shown as typed on one line
+    QString identifier;                 ///< never used twice, so that no notification replaces another
+    QString title;                      ///< plain text, shown as typed
+    QString body;                       ///< plain text, shown as typed on one line
+    std::chrono::milliseconds lifetime; ///< on the screen, where the service can
 };
 
 /// The desktop's notifications. Neither call waits for the service. Main thread.

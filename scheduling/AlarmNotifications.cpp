@@ -23,6 +23,7 @@ void sendNotification(NotificationCenter &center, const AlarmGroup &group, qint6
         .identifier = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper(),
         .title = QStringLiteral("KOVA"),
         .body = prefix + timeText(alarmTime(group, index)),
+        .lifetime = longestRinging,
     });
 }
 

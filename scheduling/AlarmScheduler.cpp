@@ -121,7 +121,7 @@ void AlarmScheduler::fire(const AlarmGroup &group, qint64 index) {
         m_ports.ttsPlayer.speak(message, group.ttsVolume, true);
     }
     sendNotification(m_ports.notificationCenter, group, index);
-    m_ports.runLoop.after(automaticStop, this,
+    m_ports.runLoop.after(longestRinging, this,
                           [this, groupId = group.id, index] { stopAutomatically(groupId, index); });
     m_ports.application.activate();
 }

@@ -5,7 +5,6 @@
 
 #include <QObject>
 #include <QSet>
-#include <chrono>
 #include <memory>
 
 namespace kova {
@@ -36,8 +35,6 @@ class AlarmScheduler : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr std::chrono::seconds automaticStop{55};
-
     /// What rings an alarm.
     struct Ports {
         Clock &clock;

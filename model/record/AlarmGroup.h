@@ -5,11 +5,15 @@
 #include <QList>
 #include <QString>
 #include <QUuid>
+#include <chrono>
 #include <optional>
 
 namespace kova {
 
 class Clock;
+
+/// An alarm that nobody ends rings so long.
+inline constexpr std::chrono::seconds longestRinging{55};
 
 /// A target time of day and a run of alarms that ends or starts there. A plain value with the defaults of a
 /// new group, but for the id and the moment that makeGroup gives. Stored values may have any size: nothing

@@ -7,7 +7,6 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <span>
 #include <sys/types.h>
 

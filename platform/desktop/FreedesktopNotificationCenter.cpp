@@ -44,7 +44,7 @@ QStringList click() {
 
 QDBusMessage notify(const NotificationRequest &request, bool takesMarkup) {
     constexpr quint32 replacesNone = 0;
-    constexpr qint32 timeout = 55'000; // ms, as long as the alarm rings
+    const auto timeout = static_cast<qint32>(request.lifetime.count());
     const QString body = plainLine(request.body);
     return serviceCall(QStringLiteral("Notify"))
            << QStringLiteral("KOVA Alarm") << replacesNone << QStringLiteral("jp.kova.Alarm") << request.title

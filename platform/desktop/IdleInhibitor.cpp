@@ -6,7 +6,6 @@
 #include <QDBusError>
 #include <QDBusObjectPath>
 #include <QDBusUnixFileDescriptor>
-#include <array>
 #include <cerrno>
 #include <optional>
 
@@ -35,40 +34,40 @@ QDBusMessage portalRelease(const QDBusMessage &reply) {
                                           QStringLiteral("Close"));
 }
 
-QDBusMessage gnomeCall(const QString &method) {
-    auto call = QDBusMessage::createMethodCall(QStringLiteral("org.gnome.SessionManager"),
-                                               QStringLiteral("/org/gnome/SessionManager"),
-                                               QStringLiteral("org.gnome.SessionManager"), method);
+// The service is not started for it.
+QDBusMessage sessionCall(const char *service, const char *path, const char *interface, const char *method) {
+    auto call = QDBusMessage::createMethodCall(QString::fromLatin1(service), QString::fromLatin1(path),
+                                               QString::fromLatin1(interface), QString::fromLatin1(method));
     call.setAutoStartService(false);
     return call;
+}
+
+QDBusMessage gnomeCall(const char *method) {
+    constexpr const char *service = "org.gnome.SessionManager";
+    return sessionCall(service, "/org/gnome/SessionManager", service, method);
 }
 
 QDBusMessage gnomeInhibit(const QString &reason) {
     constexpr quint32 noWindow = 0;
     constexpr quint32 suspend = 4; // 8, the idle session, would keep the screen on as well
-    return gnomeCall(QStringLiteral("Inhibit"))
-           << QStringLiteral("jp.kova.Alarm") << noWindow << reason << suspend;
+    return gnomeCall("Inhibit") << QStringLiteral("jp.kova.Alarm") << noWindow << reason << suspend;
 }
 
 QDBusMessage gnomeRelease(const QDBusMessage &reply) {
-    return gnomeCall(QStringLiteral("Uninhibit")) << reply.arguments().value(0);
+    return gnomeCall("Uninhibit") << reply.arguments().value(0);
 }
 
-QDBusMessage powerManagementCall(const QString &method) {
-    auto call =
-        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.PowerManagement"),
-                                       QStringLiteral("/org/freedesktop/PowerManagement/Inhibit"),
-                                       QStringLiteral("org.freedesktop.PowerManagement.Inhibit"), method);
-    call.setAutoStartService(false);
-    return call;
+QDBusMessage powerManagementCall(const char *method) {
+    return sessionCall("org.freedesktop.PowerManagement", "/org/freedesktop/PowerManagement/Inhibit",
+                       "org.freedesktop.PowerManagement.Inhibit", method);
 }
 
 QDBusMessage powerManagementInhibit(const QString &reason) {
-    return powerManagementCall(QStringLiteral("Inhibit")) << QStringLiteral("KOVA Alarm") << reason;
+    return powerManagementCall("Inhibit") << QStringLiteral("KOVA Alarm") << reason;
 }
 
 QDBusMessage powerManagementRelease(const QDBusMessage &reply) {
-    return powerManagementCall(QStringLiteral("UnInhibit")) << reply.arguments().value(0);
+    return powerManagementCall("UnInhibit") << reply.arguments().value(0);
 }
 
 // In the order of trying: the portal knows its desktop best.

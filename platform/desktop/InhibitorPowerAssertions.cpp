@@ -1,42 +1,18 @@
 #include "InhibitorPowerAssertions.h"
 
 #include <cerrno>
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <optional>
+#include <future>
 
 namespace kova {
 
-namespace {
-
-// The answer of another thread, for which this one waits a bounded time.
-class Answer {
-public:
-    void give(qint32 code) {
-        const std::lock_guard lock(m_mutex);
-        m_code = code;
-        m_given.notify_one();
-    }
-
-    qint32 wait() {
-        constexpr std::chrono::milliseconds longest{450};
-        std::unique_lock lock(m_mutex);
-        return m_given.wait_for(lock, longest, [this] { return m_code.has_value(); }) ? *m_code : -ETIMEDOUT;
-    }
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_given;
-    std::optional<qint32> m_code;
-};
-
-} // namespace
+using namespace std::chrono_literals;
 
 Result<AssertionID, qint32> InhibitorPowerAssertions::createPreventUserIdleSystemSleep(const QString &name) {
-    const auto answer = std::make_shared<Answer>();
-    m_inhibitor.hold(name, [answer](qint32 code) { answer->give(code); });
-    if (const qint32 code = answer->wait(); code != 0) {
+    const auto answer = std::make_shared<std::promise<qint32>>();
+    std::future<qint32> answered = answer->get_future();
+    m_inhibitor.hold(name, [answer](qint32 code) { answer->set_value(code); });
+    const bool isInTime = answered.wait_for(450ms) == std::future_status::ready;
+    if (const qint32 code = isInTime ? answered.get() : -ETIMEDOUT; code != 0) {
         m_inhibitor.letGo();
         return Failure{code};
     }

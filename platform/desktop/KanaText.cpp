@@ -5,7 +5,6 @@
 #include <QList>
 #include <QStringList>
 #include <algorithm>
-#include <array>
 
 namespace kova {
 

@@ -25,29 +25,41 @@ qint64 mostAnswers(qint64 age) {
 
 } // namespace
 
-PlayerProcess::PlayerProcess(const QByteArray &program, const message::Play &request, Failed failed,
-                             const std::vector<int> &held)
-    : m_failed(std::move(failed)) {
-    m_age.start();
+PlayerProcess::PlayerProcess(QByteArray program, std::string path, AudioPlayers::Refusal refused,
+                             std::vector<int> held)
+    : m_program(std::move(program)),
+      m_held(std::move(held)),
+      m_refused(std::move(refused)) {
+    m_request.path = std::move(path);
+    m_request.longest = 1h;
     m_silence.setSingleShot(true);
     connect(&m_silence, &QTimer::timeout, this, &PlayerProcess::fallenSilent);
+}
+
+PlayerProcess::~PlayerProcess() {
+    stop();
+    close(m_socket);
+}
+
+void PlayerProcess::play() {
+    m_age.start();
     m_silence.start(longestSilence);
-    if (const std::optional<QString> reason = start(program, request, held)) {
+    if (const std::optional<QString> reason = start()) {
         fail(QStringLiteral("The player can't be started: ") + *reason);
     }
 }
 
-PlayerProcess::~PlayerProcess() {
+void PlayerProcess::stop() {
+    m_refused = {};
+    m_silence.stop();
     if (m_child) {
         tell(message::Stop());
         ChildProcess::endSoon(std::move(m_child), patience);
     }
-    close(m_socket);
 }
 
 // Why it can't be.
-std::optional<QString> PlayerProcess::start(const QByteArray &program, const message::Play &request,
-                                            const std::vector<int> &held) {
+std::optional<QString> PlayerProcess::start() {
     std::array<int, 2> ends{-1, -1};
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) {
         return QString::fromLocal8Bit(std::strerror(errno));
@@ -55,10 +67,10 @@ std::optional<QString> PlayerProcess::start(const QByteArray &program, const mes
     m_socket = ends[0];
     m_notifier = std::make_unique<QSocketNotifier>(m_socket, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &PlayerProcess::receive);
-    tell(request);
+    tell(m_request);
     std::vector<int> descriptors{ends[1]};
-    descriptors.insert(descriptors.end(), held.begin(), held.end());
-    auto child = ChildProcess::start(program, descriptors, [this](int signal) { childEnded(signal); });
+    descriptors.insert(descriptors.end(), m_held.begin(), m_held.end());
+    auto child = ChildProcess::start(m_program, descriptors, [this](int signal) { childEnded(signal); });
     close(ends[1]);
     if (!child) {
         return child.error();
@@ -68,7 +80,10 @@ std::optional<QString> PlayerProcess::start(const QByteArray &program, const mes
 }
 
 void PlayerProcess::setVolume(float volume) {
-    tell(message::Volume{message::clampedVolume(volume)});
+    m_request.volume = message::clampedVolume(volume);
+    if (m_child) {
+        tell(message::Volume{m_request.volume});
+    }
 }
 
 // A player that does not take it will be found to be silent.
@@ -106,7 +121,7 @@ bool PlayerProcess::receiveOne() {
     } else {
         heed(*answer);
     }
-    return m_failed != nullptr;
+    return m_refused != nullptr;
 }
 
 void PlayerProcess::heed(const message::Answer &answer) {
@@ -124,7 +139,7 @@ void PlayerProcess::heed(const message::Answer &answer) {
         fail(QString::fromStdString(answer.reason));
         break;
     case Kind::Ended:
-        m_failed = {};
+        m_refused = {};
         m_silence.stop();
         break;
     }
@@ -153,9 +168,9 @@ void PlayerProcess::fail(const QString &reason) {
     if (m_child) {
         ChildProcess::endSoon(std::move(m_child), 0ms);
     }
-    if (const Failed failed = std::exchange(m_failed, {})) {
+    if (const AudioPlayers::Refusal refused = std::exchange(m_refused, {})) {
         QMetaObject::invokeMethod(
-            this, [failed, reason] { failed(reason); }, Qt::QueuedConnection);
+            this, [refused, reason] { refused(reason); }, Qt::QueuedConnection);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AudioPlayer.h"
 #include "ChildProcess.h"
 #include "Messages.h"
 
@@ -14,22 +15,21 @@ namespace kova {
 
 /// The player of one sound in a process of its own, watched over: one that crashes, falls silent or talks
 /// without end is killed. No call waits for it. Main thread.
-class PlayerProcess : public QObject {
+class PlayerProcess : public QObject, public AudioPlayer {
 public:
-    /// Why the sound is not to be heard. Runs from the event loop, at most once; it may destroy the object.
-    using Failed = std::function<void(const QString &reason)>;
-
-    /// Starts the program at once. It finds the held files after its end of the socket pair.
-    PlayerProcess(const QByteArray &program, const message::Play &request, Failed failed,
-                  const std::vector<int> &held = {});
-    /// Ends the sound.
+    /// The program finds the held files after its end of the socket pair.
+    PlayerProcess(QByteArray program, std::string path, AudioPlayers::Refusal refused,
+                  std::vector<int> held = {});
     ~PlayerProcess() override;
 
-    void setVolume(float volume);
+    void setVolume(float volume) override;
+    void setNumberOfLoops(int loops) override { m_request.loops = loops; }
+    void setLongestTime(std::chrono::milliseconds time) override { m_request.longest = time; }
+    void play() override;
+    void stop() override;
 
 private:
-    std::optional<QString> start(const QByteArray &program, const message::Play &request,
-                                 const std::vector<int> &held);
+    std::optional<QString> start();
     void tell(const message::Request &request);
     void receive();
     bool receiveOne();
@@ -38,7 +38,10 @@ private:
     void childEnded(int signal);
     void fail(const QString &reason);
 
-    Failed m_failed; ///< empty once there is nothing to fail any more
+    const QByteArray m_program;
+    const std::vector<int> m_held;
+    message::Play m_request;
+    AudioPlayers::Refusal m_refused; ///< empty once there is nothing to refuse any more
     int m_socket = -1;
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::unique_ptr<ChildProcess> m_child;

@@ -27,37 +27,6 @@ QByteArray nameOf(int descriptor) {
     return QStringLiteral("/proc/%1/fd/%2").arg(getpid()).arg(descriptor).toLatin1();
 }
 
-class Player : public AudioPlayer {
-public:
-    Player(QByteArray program, std::vector<int> held, std::string path, AudioPlayers::Refusal refused)
-        : m_program(std::move(program)),
-          m_held(std::move(held)),
-          m_refused(std::move(refused)) {
-        m_request.path = std::move(path);
-        m_request.longest = std::chrono::hours(1);
-    }
-
-    void setVolume(float volume) override {
-        m_request.volume = message::clampedVolume(volume);
-        if (m_process) {
-            m_process->setVolume(volume);
-        }
-    }
-    void setNumberOfLoops(int loops) override { m_request.loops = loops; }
-    void setLongestTime(std::chrono::milliseconds time) override { m_request.longest = time; }
-    void play() override {
-        m_process = std::make_unique<PlayerProcess>(m_program, m_request, m_refused, m_held);
-    }
-    void stop() override { m_process.reset(); }
-
-private:
-    const QByteArray m_program;
-    const std::vector<int> m_held;
-    const AudioPlayers::Refusal m_refused;
-    message::Play m_request;
-    std::unique_ptr<PlayerProcess> m_process;
-};
-
 } // namespace
 
 ProcessAudioPlayers::ProcessAudioPlayers(const InstalledResources &resources)
@@ -75,8 +44,8 @@ Result<std::unique_ptr<AudioPlayer>> ProcessAudioPlayers::open(const QString &pa
     const int sound = m_resources.descriptor(path);
     const std::vector held{m_files.descriptor(m_folder + ffmpegModule), sound};
     return std::unique_ptr<AudioPlayer>(
-        std::make_unique<Player>(nameOf(m_files.descriptor(m_folder + playersProgram)), held,
-                                 sound < 0 ? name : message::ownSound, std::move(refused)));
+        std::make_unique<PlayerProcess>(nameOf(m_files.descriptor(m_folder + playersProgram)),
+                                        sound < 0 ? name : message::ownSound, std::move(refused), held));
 }
 
 } // namespace kova

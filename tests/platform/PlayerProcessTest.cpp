@@ -39,15 +39,14 @@ class PlayerProcessTest : public QObject {
     QTemporaryDir m_folder;
     QStringList m_reasons;
 
-    message::Play request() const {
-        return {.path = "/dev/null/none.wav", .loops = -1, .volume = 1, .longest = 10s};
-    }
-    message::Play realRequest(std::chrono::milliseconds longest) const {
-        return {.path = KOVA_SOUNDS "/wakeup_pulse.mp3", .loops = -1, .volume = 1, .longest = longest};
-    }
-    std::unique_ptr<PlayerProcess> start(const QByteArray &program, const message::Play &play) {
-        return std::make_unique<PlayerProcess>(program, play,
-                                               [this](const QString &reason) { m_reasons.append(reason); });
+    std::unique_ptr<PlayerProcess> start(const QByteArray &program, std::chrono::milliseconds longest = 10s) {
+        auto process =
+            std::make_unique<PlayerProcess>(program, KOVA_SOUNDS "/wakeup_pulse.mp3",
+                                            [this](const QString &reason) { m_reasons.append(reason); });
+        process->setNumberOfLoops(-1);
+        process->setLongestTime(longest);
+        process->play();
+        return process;
     }
 
 private Q_SLOTS:
@@ -80,7 +79,7 @@ private Q_SLOTS:
         program.close();
 
         const qsizetype before = openDescriptors();
-        auto process = start(QFile::encodeName(program.fileName()), request());
+        auto process = start(QFile::encodeName(program.fileName()));
         QTRY_COMPARE(m_reasons.join(u'|'), reason);
         QTRY_VERIFY(childIds().isEmpty());
         process.reset();
@@ -91,7 +90,7 @@ private Q_SLOTS:
     }
 
     void aPlayerThatIsMissingIsTold() {
-        const auto process = start("/nonexistent/player", request());
+        const auto process = start("/nonexistent/player");
         QVERIFY(m_reasons.isEmpty());
         QTRY_COMPARE(m_reasons,
                      QStringList{QStringLiteral("The player can't be started: No such file or directory")});
@@ -100,10 +99,9 @@ private Q_SLOTS:
     // The real player, without a sound server.
     void aPlayerMayBeKilledAtAnyMoment() {
         constexpr int kills = 200;
-        const message::Play play = realRequest(10s);
         const qsizetype before = openDescriptors();
         for (int number = 1; number <= kills; ++number) {
-            const auto process = start(m_player, play);
+            const auto process = start(m_player);
             QTest::qWait(QRandomGenerator::global()->bounded(60));
             QCOMPARE(m_reasons.size(), number - 1);
             for (const pid_t child : childIds()) {
@@ -115,7 +113,7 @@ private Q_SLOTS:
         QTRY_VERIFY(childIds().isEmpty());
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCOMPARE(openDescriptors(), before);
-        auto last = start(m_player, play);
+        auto last = start(m_player);
         QTest::qWait(700); // it lives on, and beats
         QCOMPARE(m_reasons.size(), kills);
         QCOMPARE(childIds().size(), 1);
@@ -125,7 +123,7 @@ private Q_SLOTS:
     }
 
     void aPlayerEndsByItselfInTime() {
-        const auto process = start(m_player, realRequest(300ms));
+        const auto process = start(m_player, 300ms);
         QTRY_COMPARE(childIds().size(), 1);
         QTRY_VERIFY(childIds().isEmpty());
         QVERIFY(m_reasons.isEmpty());

@@ -2,7 +2,6 @@
 
 #include <QLocalServer>
 #include <QRegularExpression>
-#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>

@@ -1,7 +1,6 @@
 #include "FakeServices.h"
 #include "groups.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 using namespace kova;
@@ -104,38 +103,31 @@ private Q_SLOTS:
         QCOMPARE(identifiers.size(), 4);
     }
 
-    void spokenMessages_data() {
-        QTest::addColumn<qint64>("count");
-        QTest::addColumn<bool>("ttsEnabled");
-        QTest::addColumn<bool>("ttsLastEnabled");
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<QStringList>("spoken");
-        const QString message = QStringLiteral("m");
-        QTest::newRow("both") << qint64(3) << true << true << message
-                              << QStringList{message, message, QStringLiteral("last")};
-        QTest::newRow("ordinary") << qint64(3) << true << false << message << QStringList{message, message};
-        QTest::newRow("last") << qint64(3) << false << true << message << QStringList{QStringLiteral("last")};
-        QTest::newRow("neither") << qint64(3) << false << false << message << QStringList{};
-        QTest::newRow("empty") << qint64(3) << true << true << QString()
-                               << QStringList{QStringLiteral("last")};
-        QTest::newRow("single is last") << qint64(1) << true << false << message << QStringList{};
-        QTest::newRow("single") << qint64(1) << false << true << message
-                                << QStringList{QStringLiteral("last")};
-    }
-    void spokenMessages() {
-        QFETCH(qint64, count);
-        QFETCH(bool, ttsEnabled);
-        QFETCH(bool, ttsLastEnabled);
-        QFETCH(QString, message);
-        QFETCH(QStringList, spoken);
-        AlarmGroup group = makeGroup(QString(), 7, 0, count, 1);
-        group.ttsEnabled = ttsEnabled;
-        group.ttsMessage = message;
-        group.ttsLastEnabled = ttsLastEnabled;
-        group.ttsLastMessage = QStringLiteral("last");
-        startAt({6, 50}, {group});
-        m_services->runLoop.advance(20min);
-        QCOMPARE(m_services->synthesizers.readings, spoken);
+    void speaksTheMessageOfEachAlarm() {
+        const QString m = QStringLiteral("m");
+        const QString last = QStringLiteral("last");
+        const struct {
+            qint64 count;
+            bool ttsEnabled;
+            bool ttsLastEnabled;
+            QString message;
+            QStringList spoken;
+        } rows[] = {
+            {3, true, true, m, {m, m, last}}, {3, true, false, m, {m, m}}, {3, false, true, m, {last}},
+            {3, false, false, m, {}},         {3, true, true, {}, {last}}, {1, true, false, m, {}},
+            {1, false, true, m, {last}},
+        };
+        for (const auto &row : rows) {
+            init();
+            AlarmGroup group = makeGroup(QString(), 7, 0, row.count, 1);
+            group.ttsEnabled = row.ttsEnabled;
+            group.ttsMessage = row.message;
+            group.ttsLastEnabled = row.ttsLastEnabled;
+            group.ttsLastMessage = last;
+            startAt({6, 50}, {group});
+            m_services->runLoop.advance(20min);
+            QCOMPARE(m_services->synthesizers.readings, row.spoken);
+        }
     }
 
     void ringsUntilItEndsByItself() {
@@ -207,10 +199,9 @@ private Q_SLOTS:
         // A second tick in the same second goes on where the first one ended.
         m_services->clock.set({2026, 1, 6}, {7, 0, 0});
         m_services->log.lines.clear();
-        m_services->scheduler.tick();
-        m_services->scheduler.tick();
-        m_services->scheduler.tick();
-        m_services->scheduler.tick();
+        for (int tick = 0; tick < 4; ++tick) {
+            m_services->scheduler.tick();
+        }
         QCOMPARE(fires(), (QStringList{QStringLiteral("[Scheduler] FIRE: a alarm #1"),
                                        QStringLiteral("[Scheduler] FIRE: a alarm #2"),
                                        QStringLiteral("[Scheduler] FIRE: b alarm #1")}));
@@ -247,25 +238,22 @@ private Q_SLOTS:
         QCOMPARE(fires().size(), 1);
     }
 
-    void ringsOnItsDays_data() {
-        QTest::addColumn<bool>("isEnabled");
-        QTest::addColumn<QList<qint64>>("days");
-        QTest::addColumn<int>("rings");
-        QTest::newRow("enabled") << true << QList<qint64>{} << 7;
-        QTest::newRow("off") << false << QList<qint64>{} << 0;
-        QTest::newRow("weekdays") << true << QList<qint64>{5, 1, 2, 3, 4} << 5;
-        QTest::newRow("Sunday") << true << QList<qint64>{0} << 1;
-        QTest::newRow("no such day") << true << QList<qint64>{7, -1} << 0;
-    }
     void ringsOnItsDays() {
-        QFETCH(bool, isEnabled);
-        QFETCH(QList<qint64>, days);
-        AlarmGroup group = makeGroup(QString(), 7, 0, 1, 1);
-        group.isEnabled = isEnabled;
-        group.repeatDays = days;
-        startAt({0, 0, 1}, {group});
-        m_services->runLoop.advance(7 * 24h);
-        QTEST(int(fires().size()), "rings");
+        const struct {
+            bool isEnabled;
+            QList<qint64> days;
+            int rings;
+        } rows[] = {
+            {true, {}, 7}, {false, {}, 0}, {true, {5, 1, 2, 3, 4}, 5}, {true, {0}, 1}, {true, {7, -1}, 0}};
+        for (const auto &row : rows) {
+            init();
+            AlarmGroup group = makeGroup(QString(), 7, 0, 1, 1);
+            group.isEnabled = row.isEnabled;
+            group.repeatDays = row.days;
+            startAt({0, 0, 1}, {group});
+            m_services->runLoop.advance(7 * 24h);
+            QCOMPARE(fires().size(), row.rings);
+        }
     }
 
     void aFailingServiceChangesNothing() {

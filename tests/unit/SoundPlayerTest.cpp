@@ -1,5 +1,4 @@
 #include "SoundPlayer.h"
-#include "groups.h"
 
 #include "FakeAudioPlayers.h"
 #include "FakeBookmarks.h"
@@ -115,35 +114,29 @@ private Q_SLOTS:
         QCOMPARE(m_log.lines.size(), 2);
     }
 
-    void failures_data() {
-        QTest::addColumn<QString>("customSoundPath");
-        QTest::addColumn<QString>("soundName");
-        QTest::addColumn<QStringList>("lines");
-        const QString notFound = QStringLiteral("[SoundPlayer] Sound not found: ");
-        const QString lost = QStringLiteral("[SoundPlayer] resolve bookmark error: no such file");
-        QTest::newRow("no such sound")
-            << QString() << QStringLiteral("nope") << QStringList{notFound + QStringLiteral("nope")};
-        QTest::newRow("not Base64") << QStringLiteral("%%%") << QStringLiteral("morning_glass")
-                                    << QStringList{notFound + QStringLiteral("morning_glass")};
-        QTest::newRow("lost file") << base64(QStringLiteral("bookmark:/lost.mp3"))
-                                   << QStringLiteral("morning_glass")
-                                   << QStringList{lost, notFound + QStringLiteral("morning_glass")};
-        QTest::newRow("unreadable") << base64(QStringLiteral("bookmark:/locked.mp3")) << QString()
-                                    << QStringList{
-                                           QStringLiteral("[SoundPlayer] play error: permission denied")};
-    }
     void failures() {
-        QFETCH(QString, customSoundPath);
-        QFETCH(QString, soundName);
-        QFETCH(QStringList, lines);
         m_bookmarks.lost.append(QStringLiteral("/lost.mp3"));
         m_bookmarks.unreadable.insert(QStringLiteral("/locked.mp3"), QStringLiteral("permission denied"));
-        AlarmGroup group;
-        group.customSoundPath = customSoundPath;
-        group.soundName = soundName;
-        m_player->play(group, true, alarmId);
-        QCOMPARE(m_log.lines, lines);
-        QVERIFY(isIdle());
+        const struct {
+            QString customSoundPath;
+            const char *soundName;
+            const char *lines;
+        } rows[] = {
+            {QString(), "nope", "Sound not found: nope"},
+            {QStringLiteral("%%%"), "morning_glass", "Sound not found: morning_glass"},
+            {base64(QStringLiteral("bookmark:/lost.mp3")), "morning_glass",
+             "resolve bookmark error: no such file|[SoundPlayer] Sound not found: morning_glass"},
+            {base64(QStringLiteral("bookmark:/locked.mp3")), "", "play error: permission denied"},
+        };
+        for (const auto &row : rows) {
+            AlarmGroup group;
+            group.customSoundPath = row.customSoundPath;
+            group.soundName = QString::fromLatin1(row.soundName);
+            m_player->play(group, true, alarmId);
+            QCOMPARE(m_log.take().join(u'|'),
+                     QStringLiteral("[SoundPlayer] ") + QString::fromLatin1(row.lines));
+            QVERIFY(isIdle());
+        }
     }
 
     void aRefusedContentEndsIdle() {

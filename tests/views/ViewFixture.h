@@ -2,7 +2,6 @@
 
 #include "application/ViewWindow.h"
 
-#include <QQmlEngine>
 #include <QQuickItem>
 #include <QTest>
 #include <QWheelEvent>

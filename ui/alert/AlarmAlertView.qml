@@ -141,7 +141,7 @@ FocusScope {
             id: stopButton
 
             bottomPadding: 12
-            color: "black"
+            color: Palette.textOnAccent
             cornerRadius: 10
             fill: Palette.accent
             font.pixelSize: 15

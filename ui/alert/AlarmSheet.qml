@@ -21,7 +21,7 @@ T.Popup {
     y: parent ? Math.round((parent.height - height) / 2) : 0
 
     T.Overlay.modal: Rectangle {
-        color: Qt.alpha("black", 0.4)
+        color: Palette.dimming
     }
     background: PanelBackground {
         color: Palette.background

@@ -10,7 +10,7 @@ T.CheckBox {
     font.pixelSize: 13
     implicitHeight: Math.ceil(Math.max(implicitContentHeight, 16))
     implicitWidth: Math.ceil(implicitContentWidth)
-    opacity: enabled ? 1 : 0.4
+    opacity: enabled ? 1 : Palette.disabled
 
     contentItem: Text {
         color: Palette.textPrimary
@@ -22,9 +22,9 @@ T.CheckBox {
     indicator: ContinuousRectangle {
         borderColor: Qt.alpha(Palette.textSecondary, 0.7)
         borderWidth: control.checked ? 0 : 1
-        color: control.checked ? Palette.accent : Qt.alpha(Palette.textPrimary, control.hovered ? 0.14 : 0.08)
+        color: control.checked ? Palette.accent : control.hovered ? Palette.hovered : Palette.control
         height: 16
-        opacity: control.down ? 0.7 : 1
+        opacity: control.down ? Palette.pressed : 1
         radius: 4.5
         width: 16
         y: Math.round((control.height - height) / 2)
@@ -35,7 +35,7 @@ T.CheckBox {
         }
         Symbol {
             anchors.centerIn: parent
-            color: "black"
+            color: Palette.textOnAccent
             name: "checkmark"
             size: 10
             visible: control.checked

@@ -17,7 +17,6 @@ T.Menu {
     T.Overlay.modal: Item {
     }
     background: PanelBackground {
-        borderColor: Qt.alpha(Palette.textPrimary, 0.14)
         color: Qt.lighter(Palette.surface, 1.12)
         radius: 8
         shadowRadius: 12

@@ -20,9 +20,9 @@ T.MenuItem {
         radius: 5
     }
     contentItem: Text {
-        color: item.highlighted ? (item.isDestructive ? "white" : "black") : item.isDestructive ? Qt.lighter(Palette.danger, 1.25) : Palette.textPrimary
+        color: item.highlighted ? (item.isDestructive ? Palette.textOnDanger : Palette.textOnAccent) : item.isDestructive ? Qt.lighter(Palette.danger, 1.25) : Palette.textPrimary
         elide: Text.ElideRight
-        opacity: item.enabled ? 1 : 0.4
+        opacity: item.enabled ? 1 : Palette.disabled
         font: item.font
         text: item.text
         verticalAlignment: Text.AlignVCenter

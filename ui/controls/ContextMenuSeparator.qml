@@ -11,7 +11,7 @@ T.MenuSeparator {
     topPadding: 5
 
     contentItem: Rectangle {
-        color: Qt.alpha(Palette.textPrimary, 0.12)
+        color: Palette.edge
         implicitHeight: 1
     }
 }

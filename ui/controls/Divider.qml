@@ -2,6 +2,6 @@ import QtQuick 2.15
 import Kova
 
 Rectangle {
-    color: Qt.alpha(Palette.textSecondary, 0.3)
+    color: Palette.line
     implicitHeight: 1
 }

@@ -29,7 +29,7 @@ T.ItemDelegate {
         radius: 5
     }
     contentItem: Text {
-        color: item.highlighted ? "black" : Palette.textPrimary
+        color: item.highlighted ? Palette.textOnAccent : Palette.textPrimary
         font: item.font
         text: item.text
         verticalAlignment: Text.AlignVCenter
@@ -37,7 +37,7 @@ T.ItemDelegate {
 
     Symbol {
         anchors.verticalCenter: parent.verticalCenter
-        color: item.highlighted ? "black" : Palette.textPrimary
+        color: item.highlighted ? Palette.textOnAccent : Palette.textPrimary
         name: "checkmark"
         size: 9
         visible: item.isChosen

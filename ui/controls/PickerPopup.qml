@@ -23,7 +23,6 @@ T.Popup {
     T.Overlay.modal: Item {
     }
     background: PanelBackground {
-        borderColor: Qt.alpha(Palette.textPrimary, 0.16)
         color: Palette.surface
         radius: 8
         shadowRadius: 12

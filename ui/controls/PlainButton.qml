@@ -18,7 +18,7 @@ T.Button {
     Accessible.name: text !== "" ? text : toolTip
     implicitHeight: Math.ceil(implicitContentHeight + topPadding + bottomPadding)
     implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
-    opacity: !enabled ? 0.4 : down ? 0.6 : 1
+    opacity: !enabled ? Palette.disabled : down ? Palette.pressed : 1
 
     background: ContinuousRectangle {
         color: button.marksHover && button.hovered ? Qt.alpha(Palette.textPrimary, 0.08) : "transparent"

@@ -29,11 +29,11 @@ T.ComboBox {
     implicitHeight: 26
     implicitWidth: 70
     leftPadding: 10
-    opacity: enabled ? 1 : 0.4
+    opacity: enabled ? 1 : Palette.disabled
     rightPadding: 20
 
     background: ContinuousRectangle {
-        color: Qt.alpha(Palette.textPrimary, picker.down ? 0.18 : picker.hovered ? 0.14 : 0.1)
+        color: picker.down ? Qt.alpha(Palette.textPrimary, 0.18) : picker.hovered ? Palette.hovered : Palette.control
         radius: 6
 
         FocusRing {

@@ -13,7 +13,7 @@ T.RadioButton {
     activeFocusOnTab: isChosen
     font.pixelSize: 12
     height: parent.height
-    opacity: down ? 0.7 : 1
+    opacity: down ? Palette.pressed : 1
 
     contentItem: Text {
         color: segment.isChosen ? Palette.textPrimary : Palette.textSecondary

@@ -22,7 +22,7 @@ Item {
 
     ContinuousRectangle {
         anchors.fill: parent
-        color: Qt.alpha(Palette.textPrimary, 0.1)
+        color: Palette.control
         radius: 6
     }
     ContinuousRectangle {

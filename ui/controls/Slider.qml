@@ -13,7 +13,7 @@ T.Slider {
 
     implicitHeight: 20
     implicitWidth: 100
-    opacity: enabled ? 1 : 0.4
+    opacity: enabled ? 1 : Palette.disabled
     snapMode: T.Slider.SnapAlways
 
     background: ContinuousRectangle {
@@ -34,7 +34,7 @@ T.Slider {
     handle: ContinuousRectangle {
         borderColor: Qt.alpha("black", 0.25)
         borderWidth: 1
-        color: slider.pressed ? "#e2e4e8" : "white"
+        color: slider.pressed ? Palette.pressedKnob : Palette.knob
         height: 16
         radius: 8
         width: 16

@@ -7,28 +7,27 @@ import Kova
 T.SpinBox {
     id: stepper
 
-    // The range that the user can reach.
+    // The user can reach 1 to this.
     required property int maximum
-    required property int minimum
     required property int number
     required property string text
 
     function moveTo(target: int) {
-        value = Math.min(Math.max(target, minimum), maximum);
+        value = Math.min(Math.max(target, 1), maximum);
         valueModified();
     }
 
     focusPolicy: Qt.StrongFocus
-    from: Math.min(minimum, number)
+    from: Math.min(1, number)
     implicitHeight: 26
     implicitWidth: 130
-    opacity: enabled ? 1 : 0.4
+    opacity: enabled ? 1 : Palette.disabled
     to: Math.max(maximum, number)
     // Again when the range has followed the number.
     value: Math.min(Math.max(number, from), to)
 
     background: ContinuousRectangle {
-        color: Qt.alpha(Palette.textPrimary, 0.1)
+        color: Palette.control
         height: stepper.height
         radius: 6
         width: 20
@@ -57,7 +56,7 @@ T.SpinBox {
 
     Keys.onPressed: event => {
         const targets = {
-            [Qt.Key_Home]: minimum,
+            [Qt.Key_Home]: 1,
             [Qt.Key_End]: maximum,
             [Qt.Key_PageUp]: value + 5,
             [Qt.Key_PageDown]: value - 5

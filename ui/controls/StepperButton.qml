@@ -16,7 +16,7 @@ Item {
     ContinuousRectangle {
         anchors.fill: parent
         anchors.margins: 1
-        color: Qt.alpha(Palette.textPrimary, !button.isUsable ? 0 : button.isPressed ? 0.25 : button.isHovered ? 0.1 : 0)
+        color: !button.isUsable ? "transparent" : button.isPressed ? Qt.alpha(Palette.textPrimary, 0.25) : button.isHovered ? Palette.control : "transparent"
         radius: 5
     }
     Symbol {

@@ -12,12 +12,12 @@ T.Switch {
     indicator: ContinuousRectangle {
         color: control.checked ? Palette.accent : Qt.alpha(Palette.textSecondary, 0.4)
         height: control.height
-        opacity: control.enabled ? 1 : 0.4
+        opacity: control.enabled ? 1 : Palette.disabled
         radius: height / 2
         width: control.width
 
         ContinuousRectangle {
-            color: control.down ? "#e6e6e6" : "white"
+            color: control.down ? Palette.pressedKnob : Palette.knob
             height: parent.height - 4
             radius: height / 2
             width: height

@@ -34,12 +34,12 @@ T.TextField {
     persistentSelection: menu.item !== null
     rightPadding: 8
     selectByMouse: true
-    selectedTextColor: "black"
+    selectedTextColor: Palette.textOnAccent
     selectionColor: Palette.accent
     verticalAlignment: TextInput.AlignVCenter
 
     background: ContinuousRectangle {
-        borderColor: field.activeFocus ? Qt.alpha(Palette.accent, 0.75) : "transparent"
+        borderColor: field.activeFocus ? Palette.focus : "transparent"
         borderWidth: 1.5
         color: Palette.background
         radius: 8

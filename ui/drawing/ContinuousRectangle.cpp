@@ -52,6 +52,7 @@ private:
 
 ContinuousRectangle::ContinuousRectangle(QQuickItem *parent) : QQuickItem(parent) {
     setFlag(ItemHasContents);
+    connect(this, &ContinuousRectangle::changed, this, &QQuickItem::update);
 }
 
 QPen ContinuousRectangle::pen() const {

@@ -14,10 +14,8 @@ FocusRing::FocusRing(QQuickItem *parent) : ContinuousRectangle(parent) {
 
 void FocusRing::setShown(bool shown) {
     if (shown) {
-        QColor color = Palette::accent();
-        color.setAlphaF(0.75F);
-        setBorderColor(color);
-        setBorderWidth(thickness);
+        m_borderColor = Palette::focus();
+        m_borderWidth = thickness;
         connect(parentItem(), &QQuickItem::widthChanged, this, &FocusRing::place, Qt::UniqueConnection);
         connect(parentItem(), &QQuickItem::heightChanged, this, &FocusRing::place, Qt::UniqueConnection);
         place();
@@ -29,7 +27,8 @@ void FocusRing::place() {
     const qreal outset = m_gap + thickness;
     setPosition({-outset, -outset});
     setSize(parentItem()->size() + QSizeF(2 * outset, 2 * outset));
-    setRadius(m_cornerRadius + outset);
+    m_radius = m_cornerRadius + outset;
+    update();
 }
 
 } // namespace kova

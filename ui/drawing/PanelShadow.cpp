@@ -7,7 +7,6 @@
 #include <QQuickWindow>
 #include <QSGNinePatchNode>
 
-#include <memory>
 #include <vector>
 
 namespace kova {
@@ -47,9 +46,7 @@ void blur(QImage &image, qreal deviation) {
 
 PanelShadow::PanelShadow(QQuickItem *parent) : QQuickItem(parent) {
     setFlag(ItemHasContents);
-    connect(this, &PanelShadow::colorChanged, this, &QQuickItem::update);
-    connect(this, &PanelShadow::radiusChanged, this, &QQuickItem::update);
-    connect(this, &PanelShadow::cornerRadiusChanged, this, &QQuickItem::update);
+    connect(this, &PanelShadow::changed, this, &QQuickItem::update);
 }
 
 QSGNode *PanelShadow::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *) {
@@ -83,11 +80,8 @@ void PanelShadow::itemChange(ItemChange change, const ItemChangeData &value) {
 
 // The smallest shadow whose middle can be stretched.
 QImage PanelShadow::patch(qreal devicePixelRatio) const {
-    const QString key = QStringLiteral("shadow %1 %2 %3 %4")
-                            .arg(m_radius)
-                            .arg(m_cornerRadius)
-                            .arg(m_color.rgba())
-                            .arg(devicePixelRatio);
+    const QString key =
+        QStringLiteral("shadow %1 %2 %3").arg(m_radius).arg(m_cornerRadius).arg(devicePixelRatio);
     if (QPixmap cached; QPixmapCache::find(key, &cached)) {
         return cached.toImage();
     }
@@ -105,7 +99,7 @@ QImage PanelShadow::patch(qreal devicePixelRatio) const {
     blur(coverage, m_radius / 2 * devicePixelRatio);
 
     QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(m_color);
+    image.fill(QColor(0, 0, 0, 128));
     painter.begin(&image);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
     painter.drawImage(0, 0, coverage);

@@ -4,40 +4,16 @@
 
 #include <QQuickWindow>
 #include <QSGImageNode>
-#include <memory>
 
 namespace kova {
 
 Symbol::Symbol(QQuickItem *parent) : QQuickItem(parent) {
     setFlag(ItemHasContents);
+    connect(this, &Symbol::changed, this, &Symbol::follow);
 }
 
-void Symbol::setName(const QString &name) {
-    if (m_name != name) {
-        m_name = name;
-        updateImplicitSize();
-        Q_EMIT nameChanged();
-    }
-}
-
-void Symbol::setSize(qreal size) {
-    if (m_size != size) {
-        m_size = size;
-        updateImplicitSize();
-        Q_EMIT sizeChanged();
-    }
-}
-
-void Symbol::setColor(const QColor &color) {
-    if (m_color != color) {
-        m_color = color;
-        update();
-        Q_EMIT colorChanged();
-    }
-}
-
-void Symbol::updateImplicitSize() {
-    if (!m_name.isEmpty() && m_size > 0) {
+void Symbol::follow() {
+    if (!m_name.isEmpty()) {
         const QSize size = symbolSize(m_name, m_size);
         setImplicitSize(size.width(), size.height());
         update();

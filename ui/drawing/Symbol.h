@@ -10,29 +10,23 @@ namespace kova {
 class Symbol : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QString name MEMBER m_name WRITE setName NOTIFY nameChanged REQUIRED)
+    Q_PROPERTY(QString name MEMBER m_name NOTIFY changed REQUIRED)
     /// The font size beside which the symbol looks right, in logical pixels.
-    Q_PROPERTY(qreal size MEMBER m_size WRITE setSize NOTIFY sizeChanged REQUIRED)
-    Q_PROPERTY(QColor color MEMBER m_color WRITE setColor NOTIFY colorChanged REQUIRED)
+    Q_PROPERTY(qreal size MEMBER m_size NOTIFY changed REQUIRED)
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed REQUIRED)
 
 public:
     explicit Symbol(QQuickItem *parent = nullptr);
 
-    void setName(const QString &name);
-    void setSize(qreal size);
-    void setColor(const QColor &color);
-
 Q_SIGNALS:
-    void nameChanged();
-    void sizeChanged();
-    void colorChanged();
+    void changed();
 
 protected:
     QSGNode *updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *data) override;
     void itemChange(ItemChange change, const ItemChangeData &value) override;
 
 private:
-    void updateImplicitSize();
+    void follow();
 
     QString m_name;
     qreal m_size = 0;

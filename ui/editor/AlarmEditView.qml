@@ -47,6 +47,7 @@ Item {
                 onSave: view.save()
             }
             SectionCard {
+                isStretched: false
                 title: "目標時刻"
 
                 TargetTimeSection {
@@ -54,21 +55,20 @@ Item {
                 }
             }
             SectionCard {
-                isStretched: true
                 title: "ラベル"
-                width: parent.width
 
                 TextField {
                     Accessible.name: "ラベル"
                     font.pixelSize: 13
                     placeholderText: "例: 朝のアラーム"
-                    text: view.editor.label
+                    text: view.editor.group.label
                     width: parent.width
 
-                    onTextEdited: view.editor.label = text
+                    onTextEdited: view.editor.group.label = text
                 }
             }
             SectionCard {
+                isStretched: false
                 title: "繰り返し"
 
                 RepeatSection {
@@ -76,9 +76,7 @@ Item {
                 }
             }
             SectionCard {
-                isStretched: true
                 title: "アラーム回数"
-                width: parent.width
 
                 CountSection {
                     editor: view.editor
@@ -86,19 +84,19 @@ Item {
                 }
             }
             SectionCard {
-                isStretched: true
                 title: "サウンド"
-                width: parent.width
 
-                SoundSection {
+                CustomFileRow {
+                    editor: view.editor
+                    width: parent.width
+                }
+                SoundList {
                     editor: view.editor
                     width: parent.width
                 }
             }
             SectionCard {
-                isStretched: true
                 title: "音量"
-                width: parent.width
 
                 VolumeSection {
                     editor: view.editor
@@ -106,9 +104,7 @@ Item {
                 }
             }
             SectionCard {
-                isStretched: true
                 title: "テキスト読み上げ (TTS)"
-                width: parent.width
 
                 SpeechSection {
                     editor: view.editor

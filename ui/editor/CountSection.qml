@@ -5,33 +5,32 @@ Column {
     id: section
 
     required property AlarmEditor editor
+    readonly property bool hasSequence: editor.group.alarmCount > 1
 
     spacing: 10
 
     LabeledStepper {
         label: "回数"
-        maximum: 20
-        minimum: 1
-        text: section.editor.alarmCountText
-        number: section.editor.alarmCount
+        maximum: section.editor.maximumAlarmCount
+        number: section.editor.group.alarmCount
+        text: section.editor.group.alarmCountText
         width: parent.width
 
-        onStep: value => section.editor.alarmCount = value
+        onStep: value => section.editor.group.alarmCount = value
     }
     LabeledStepper {
         label: "間隔"
-        maximum: 30
-        minimum: 1
-        text: section.editor.intervalText
-        number: section.editor.intervalMinutes
-        visible: section.editor.hasSequence
+        maximum: section.editor.maximumIntervalMinutes
+        number: section.editor.group.intervalMinutes
+        text: section.editor.group.intervalText
+        visible: section.hasSequence
         width: parent.width
 
-        onStep: value => section.editor.intervalMinutes = value
+        onStep: value => section.editor.group.intervalMinutes = value
     }
     TimelineStrip {
         timeline: section.editor.timeline
-        visible: section.editor.hasSequence
+        visible: section.hasSequence
         width: parent.width
     }
 }

@@ -48,7 +48,7 @@ Row {
     Row {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 4
-        visible: row.editor.hasCustomSound
+        visible: row.editor.group.hasCustomSound
 
         Symbol {
             id: note
@@ -65,7 +65,7 @@ Row {
             elide: Text.ElideRight
             font.pixelSize: 11
             maximumLineCount: 1
-            text: row.editor.customSoundName
+            text: row.editor.group.customSoundName
             textFormat: Text.PlainText
             width: Math.min(Math.ceil(implicitWidth), row.width - fileButton.width - note.width - clearButton.width - 16)
         }

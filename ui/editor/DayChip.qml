@@ -4,24 +4,25 @@ import Kova
 PlainButton {
     id: chip
 
-    required property int day
     required property AlarmEditor editor
-    readonly property bool isSelected: editor.selectedDays[day]
+    required property int index
+    readonly property bool isSelected: editor.group.repeatsOn(index)
+    required property string modelData
 
     checkable: true
     checked: isSelected
-    color: isSelected ? "black" : Palette.textSecondary
+    color: isSelected ? Palette.textOnAccent : Palette.textSecondary
     cornerRadius: 16
     font.pixelSize: 12
     font.weight: Font.Medium
     implicitHeight: 32
     implicitWidth: 32
-    text: editor.dayLabels[day]
+    text: modelData
 
     background: ContinuousRectangle {
         color: chip.isSelected ? Palette.accent : Palette.background
         radius: 16
     }
 
-    onClicked: editor.toggleDay(day)
+    onClicked: editor.toggleDay(index)
 }

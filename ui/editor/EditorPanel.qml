@@ -21,7 +21,7 @@ T.Popup {
     width: parent ? parent.width : 0
 
     background: Rectangle {
-        color: Qt.alpha("black", 0.4)
+        color: Palette.dimming
     }
 
     // While it fades it is one picture, lest what lies behind shows through between its pieces.

@@ -22,7 +22,6 @@ FocusScope {
     }
     PanelShadow {
         anchors.fill: editView
-        color: Qt.alpha("black", 0.5)
         cornerRadius: 16
         radius: 20
     }

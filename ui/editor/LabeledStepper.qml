@@ -7,7 +7,6 @@ Item {
 
     required property string label
     required property int maximum
-    required property int minimum
     required property string text
     required property int number
 
@@ -28,7 +27,6 @@ Item {
         anchors.right: parent.right
         font.pixelSize: 13
         maximum: row.maximum
-        minimum: row.minimum
         number: row.number
         text: row.text
         width: 130

@@ -8,32 +8,11 @@ Row {
 
     spacing: 6
 
-    DayChip {
-        day: 0
-        editor: section.editor
-    }
-    DayChip {
-        day: 1
-        editor: section.editor
-    }
-    DayChip {
-        day: 2
-        editor: section.editor
-    }
-    DayChip {
-        day: 3
-        editor: section.editor
-    }
-    DayChip {
-        day: 4
-        editor: section.editor
-    }
-    DayChip {
-        day: 5
-        editor: section.editor
-    }
-    DayChip {
-        day: 6
-        editor: section.editor
+    Repeater {
+        model: section.editor.dayLabels
+
+        delegate: DayChip {
+            editor: section.editor // qmllint disable unqualified
+        }
     }
 }

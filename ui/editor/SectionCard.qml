@@ -7,13 +7,14 @@ Column {
 
     default property alias content: column.data
 
-    // Fills the section's width instead of keeping the content's.
-    property bool isStretched: false
+    // Fills the width instead of keeping the content's.
+    property bool isStretched: true
     required property string title
 
     Accessible.name: title
     Accessible.role: Accessible.Grouping
     spacing: 10
+    width: isStretched ? parent.width : implicitWidth
 
     Text {
         Accessible.name: text

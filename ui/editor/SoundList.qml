@@ -17,7 +17,7 @@ SoundColumn {
     Repeater {
         id: repeater
 
-        model: list.editor.sounds
+        model: list.editor.soundIds
 
         delegate: SoundRow {
         }

@@ -7,15 +7,14 @@ T.RadioButton {
     id: row
 
     required property int index
-    required property bool isChosen
+    readonly property bool isChosen: list !== null && list.editor.group.chosenSound === modelData
     readonly property bool isCurrent: list !== null && list.currentRow === index
-    required property string label
     readonly property SoundColumn list: parent as SoundColumn
-    required property string soundId
+    required property string modelData
 
     function choose() {
         list.currentRow = index;
-        list.editor.selectBuiltInSound(soundId);
+        list.editor.selectBuiltInSound(modelData);
     }
     function followChoice() {
         if (list && isChosen)
@@ -33,7 +32,7 @@ T.RadioButton {
     Accessible.name: text
     activeFocusOnTab: isCurrent
     implicitHeight: Math.max(implicitContentHeight, playButton.implicitHeight) + 8
-    text: label
+    text: list ? list.editor.soundLabels[index] : ""
     width: list ? list.width : 0
 
     background: ContinuousRectangle {
@@ -54,7 +53,7 @@ T.RadioButton {
             anchors.verticalCenter: parent.verticalCenter
             color: Palette.textPrimary
             font.pixelSize: 13
-            text: row.label
+            text: row.text
         }
     }
 
@@ -67,7 +66,7 @@ T.RadioButton {
     PlainButton {
         id: playButton
 
-        Accessible.name: row.label + " 試聴"
+        Accessible.name: row.text + " 試聴"
         anchors.right: parent.right
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
@@ -82,7 +81,7 @@ T.RadioButton {
 
         Keys.onDownPressed: row.list.move(row.index + 1, true)
         Keys.onUpPressed: row.list.move(row.index - 1, true)
-        onClicked: row.list.editor.preview(row.soundId)
+        onClicked: row.list.editor.preview(row.modelData)
     }
     FocusRing {
         cornerRadius: 6

@@ -15,41 +15,41 @@ Column {
         text: "音楽と同時に再生されます"
     }
     CheckBox {
-        checked: section.editor.ttsEnabled
+        checked: section.editor.group.ttsEnabled
         text: "通常アラームで読み上げ"
 
-        onToggled: section.editor.ttsEnabled = checked
+        onToggled: section.editor.group.ttsEnabled = checked
     }
     MessageRow {
-        message: section.editor.ttsMessage
+        message: section.editor.group.ttsMessage
         placeholder: "読み上げメッセージ"
-        visible: section.editor.ttsEnabled
+        visible: section.editor.group.ttsEnabled
         width: parent.width
 
-        onEdit: text => section.editor.ttsMessage = text
-        onTryOut: section.editor.trySpeech()
+        onEdit: text => section.editor.group.ttsMessage = text
+        onTryOut: section.editor.trySpeech(message)
     }
     Divider {
         width: parent.width
     }
     CheckBox {
-        checked: section.editor.ttsLastEnabled
+        checked: section.editor.group.ttsLastEnabled
         text: "最終アラームで読み上げ"
 
-        onToggled: section.editor.ttsLastEnabled = checked
+        onToggled: section.editor.group.ttsLastEnabled = checked
     }
     MessageRow {
-        message: section.editor.ttsLastMessage
+        message: section.editor.group.ttsLastMessage
         placeholder: "最終アラーム メッセージ"
-        visible: section.editor.ttsLastEnabled
+        visible: section.editor.group.ttsLastEnabled
         width: parent.width
 
-        onEdit: text => section.editor.ttsLastMessage = text
-        onTryOut: section.editor.tryLastSpeech()
+        onEdit: text => section.editor.group.ttsLastMessage = text
+        onTryOut: section.editor.trySpeech(message)
     }
     SpeechVolumeRow {
         editor: section.editor
-        visible: section.editor.ttsEnabled || section.editor.ttsLastEnabled
+        visible: section.editor.group.ttsEnabled || section.editor.group.ttsLastEnabled
         width: parent.width
     }
 }

@@ -1,12 +1,12 @@
 import QtQuick 2.15
 import Kova
 
-Item {
+Row {
     id: row
 
     required property AlarmEditor editor
 
-    implicitHeight: slider.implicitHeight
+    spacing: 8
 
     Text {
         id: label
@@ -17,23 +17,16 @@ Item {
         text: "TTS音量"
     }
     Slider {
-        id: slider
-
         Accessible.name: label.text
-        anchors.left: label.right
-        anchors.leftMargin: 8
-        anchors.right: percent.left
-        anchors.rightMargin: 8
-        stepSize: 0.05
-        value: row.editor.ttsVolume
+        stepSize: row.editor.volumeStep
+        value: row.editor.group.ttsVolume
+        width: row.width - label.width - percent.width - 16
 
-        onMoved: row.editor.ttsVolume = value
+        onMoved: row.editor.group.ttsVolume = value
     }
     PercentText {
         id: percent
 
-        anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
-        text: row.editor.ttsVolumeText
+        text: row.editor.group.ttsVolumeText
     }
 }

@@ -14,13 +14,13 @@ Column {
         PopUpPicker {
             Accessible.name: "時"
             focus: true
-            currentIndex: section.editor.hourIndex
-            displayText: section.editor.hourText
+            currentIndex: section.editor.group.hourIndex
+            displayText: section.editor.group.hourText
             font.pixelSize: 13
             model: section.editor.hourTexts
             width: 70
 
-            onActivated: index => section.editor.hourIndex = index
+            onActivated: index => section.editor.group.hourIndex = index
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter
@@ -34,13 +34,13 @@ Column {
         }
         PopUpPicker {
             Accessible.name: "分"
-            currentIndex: section.editor.minuteIndex
-            displayText: section.editor.minuteText
+            currentIndex: section.editor.group.minuteIndex
+            displayText: section.editor.group.minuteText
             font.pixelSize: 13
             model: section.editor.minuteTexts
             width: 70
 
-            onActivated: index => section.editor.minuteIndex = index
+            onActivated: index => section.editor.group.minuteIndex = index
         }
     }
     Row {
@@ -54,12 +54,12 @@ Column {
         }
         SegmentedControl {
             Accessible.name: "目標時刻で"
-            currentIndex: section.editor.startBefore ? 0 : 1
+            currentIndex: section.editor.group.startBefore ? 0 : 1
             first: "終了"
             second: "開始"
             width: 140
 
-            onActivated: index => section.editor.startBefore = index === 0
+            onActivated: index => section.editor.group.startBefore = index === 0
         }
     }
 }

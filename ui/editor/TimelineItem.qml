@@ -18,7 +18,7 @@ Row {
 
     Rectangle {
         anchors.verticalCenter: parent.verticalCenter
-        color: Qt.alpha(Palette.textSecondary, 0.3)
+        color: Palette.line
         height: 1
         visible: item.index > 0
         width: 20

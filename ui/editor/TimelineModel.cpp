@@ -1,39 +1,21 @@
 #include "TimelineModel.h"
 
 #include "AlarmTimes.h"
+#include "AlarmViewModel.h"
 
 namespace kova {
 
-namespace {
-
-int rows(const AlarmGroup &group) {
-    return hasAlarms(group) ? static_cast<int>(group.alarmCount) : 0;
-}
-
-bool haveSameAlarms(const AlarmGroup &a, const AlarmGroup &b) {
-    return a.targetHour == b.targetHour && a.targetMinute == b.targetMinute && a.alarmCount == b.alarmCount &&
-           a.intervalMinutes == b.intervalMinutes && a.startBefore == b.startBefore;
-}
-
-} // namespace
-
-// Rows come and go at the end; the rest only change what they show.
-void TimelineModel::setGroup(const AlarmGroup &group) {
-    if (haveSameAlarms(m_group, group) && rows(group) == m_rowCount) {
-        return;
-    }
+void TimelineModel::update() {
+    const AlarmGroup &group = *m_store.editingGroup();
     const int oldCount = m_rowCount;
-    const int newCount = rows(group);
+    const int newCount = hasAlarms(group) ? static_cast<int>(group.alarmCount) : 0;
     if (newCount > oldCount) {
         beginInsertRows({}, oldCount, newCount - 1);
-    } else if (newCount < oldCount) {
-        beginRemoveRows({}, newCount, oldCount - 1);
-    }
-    m_group = group;
-    m_rowCount = newCount;
-    if (newCount > oldCount) {
+        m_rowCount = newCount;
         endInsertRows();
     } else if (newCount < oldCount) {
+        beginRemoveRows({}, newCount, oldCount - 1);
+        m_rowCount = newCount;
         endRemoveRows();
     }
     if (const int kept = std::min(oldCount, newCount); kept > 0) {
@@ -46,14 +28,15 @@ int TimelineModel::rowCount(const QModelIndex &parent) const {
 }
 
 QVariant TimelineModel::data(const QModelIndex &index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+    const std::optional<AlarmGroup> &group = m_store.editingGroup();
+    if (!group || !checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return {};
     }
     switch (role) {
     case TimeText:
-        return timeText(alarmTime(m_group, index.row()));
+        return timeText(alarmTime(*group, index.row()));
     case IsLast:
-        return isLastAlarm(m_group, index.row());
+        return isLastAlarm(*group, index.row());
     default:
         return {};
     }

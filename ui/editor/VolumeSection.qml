@@ -1,12 +1,12 @@
 import QtQuick 2.15
 import Kova
 
-Item {
+Row {
     id: section
 
     required property AlarmEditor editor
 
-    implicitHeight: slider.implicitHeight
+    spacing: 8
 
     Symbol {
         id: quiet
@@ -17,23 +17,16 @@ Item {
         size: 11
     }
     Slider {
-        id: slider
-
         Accessible.name: "音量"
-        anchors.left: quiet.right
-        anchors.leftMargin: 8
-        anchors.right: loud.left
-        anchors.rightMargin: 8
-        stepSize: 0.05
-        value: section.editor.volume
+        stepSize: section.editor.volumeStep
+        value: section.editor.group.volume
+        width: section.width - quiet.width - loud.width - percent.width - 24
 
-        onMoved: section.editor.volume = value
+        onMoved: section.editor.group.volume = value
     }
     Symbol {
         id: loud
 
-        anchors.right: percent.left
-        anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         color: Palette.textSecondary
         name: "speaker.wave.3.fill"
@@ -42,8 +35,6 @@ Item {
     PercentText {
         id: percent
 
-        anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
-        text: section.editor.volumeText
+        text: section.editor.group.volumeText
     }
 }

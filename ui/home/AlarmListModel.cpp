@@ -28,7 +28,7 @@ AlarmListModel::AlarmListModel(const AlarmViewModel &store, const HomeSelection 
         m_groups.removeAt(row);
         endRemoveRows();
     });
-    connect(&selection, &HomeSelection::selectionChanged, this, [this] {
+    connect(&selection, &HomeSelection::changed, this, [this] {
         if (!m_groups.isEmpty()) {
             Q_EMIT dataChanged(index(0), index(int(m_groups.size()) - 1), {IsSelected});
         }

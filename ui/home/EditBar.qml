@@ -34,14 +34,14 @@ ContinuousRectangle {
         anchors.rightMargin: 16
         anchors.verticalCenter: parent.verticalCenter
         bottomPadding: 6
-        color: "white"
+        color: Palette.textOnDanger
         cornerRadius: 8
         enabled: !editBar.selection.isEmpty
-        fill: Qt.alpha(Palette.danger, enabled ? 1 : 0.4)
+        fill: Qt.alpha(Palette.danger, enabled ? 1 : Palette.disabled)
         font.pixelSize: 13
         leftPadding: 14
         objectName: "deleteButton"
-        opacity: down ? 0.6 : 1
+        opacity: down ? Palette.pressed : 1
         rightPadding: 14
         text: editBar.selection.deleteText
         topPadding: 6

@@ -8,7 +8,7 @@ namespace kova {
 HomeSelection::HomeSelection(AlarmViewModel &store, SoundPlayer &soundPlayer)
     : m_store(store),
       m_soundPlayer(soundPlayer) {
-    connect(&store, &AlarmViewModel::groupsChanged, this, &HomeSelection::selectionChanged);
+    connect(&store, &AlarmViewModel::groupsChanged, this, &HomeSelection::changed);
 }
 
 QString HomeSelection::editModeText() const {
@@ -28,67 +28,52 @@ QString HomeSelection::deleteConfirmText() const {
 }
 
 void HomeSelection::toggleEditMode() {
-    setEditMode(!m_editMode);
+    m_editMode = !m_editMode;
     if (!m_editMode) {
-        setSelected({});
+        m_selected.clear();
         m_soundPlayer.stop();
     }
+    Q_EMIT changed();
 }
 
 void HomeSelection::toggle(const QString &groupId) {
-    QSet<QUuid> selected = m_selected;
-    if (const QUuid id = QUuid::fromString(groupId); !selected.remove(id)) {
-        selected.insert(id);
+    if (const QUuid id = QUuid::fromString(groupId); !m_selected.remove(id)) {
+        m_selected.insert(id);
     }
-    setSelected(selected);
+    Q_EMIT changed();
 }
 
 void HomeSelection::toggleAll() {
-    QSet<QUuid> selected;
-    if (!isAllSelected()) {
+    const bool isAll = isAllSelected();
+    m_selected.clear();
+    if (!isAll) {
         for (const AlarmGroup &group : m_store.groups()) {
-            selected.insert(group.id);
+            m_selected.insert(group.id);
         }
     }
-    setSelected(selected);
+    Q_EMIT changed();
 }
 
 void HomeSelection::askToDelete() {
-    setShowDeleteConfirm(true);
+    m_showDeleteConfirm = true;
+    Q_EMIT changed();
 }
 
 void HomeSelection::cancelDeletion() {
-    setShowDeleteConfirm(false);
+    m_showDeleteConfirm = false;
+    Q_EMIT changed();
 }
 
 void HomeSelection::confirmDeletion() {
-    setShowDeleteConfirm(false);
+    cancelDeletion();
     m_store.deleteSelectedGroups(m_selected);
-    setSelected({});
-    setEditMode(false);
+    m_selected.clear();
+    m_editMode = false;
+    Q_EMIT changed();
 }
 
 bool HomeSelection::isAllSelected() const {
     return !m_store.groups().isEmpty() && m_selected.size() == m_store.groups().size();
-}
-
-void HomeSelection::setEditMode(bool editMode) {
-    if (m_editMode != editMode) {
-        m_editMode = editMode;
-        Q_EMIT editModeChanged();
-    }
-}
-
-void HomeSelection::setSelected(const QSet<QUuid> &selected) {
-    m_selected = selected;
-    Q_EMIT selectionChanged();
-}
-
-void HomeSelection::setShowDeleteConfirm(bool show) {
-    if (m_showDeleteConfirm != show) {
-        m_showDeleteConfirm = show;
-        Q_EMIT showDeleteConfirmChanged();
-    }
 }
 
 } // namespace kova

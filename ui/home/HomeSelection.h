@@ -16,13 +16,13 @@ class HomeSelection : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the home screen")
-    Q_PROPERTY(bool editMode READ editMode NOTIFY editModeChanged)
-    Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY selectionChanged)
-    Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm NOTIFY showDeleteConfirmChanged)
-    Q_PROPERTY(QString editModeText READ editModeText NOTIFY editModeChanged)
-    Q_PROPERTY(QString selectAllText READ selectAllText NOTIFY selectionChanged)
-    Q_PROPERTY(QString deleteText READ deleteText NOTIFY selectionChanged)
-    Q_PROPERTY(QString deleteConfirmText READ deleteConfirmText NOTIFY selectionChanged)
+    Q_PROPERTY(bool editMode READ editMode NOTIFY changed)
+    Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY changed)
+    Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm NOTIFY changed)
+    Q_PROPERTY(QString editModeText READ editModeText NOTIFY changed)
+    Q_PROPERTY(QString selectAllText READ selectAllText NOTIFY changed)
+    Q_PROPERTY(QString deleteText READ deleteText NOTIFY changed)
+    Q_PROPERTY(QString deleteConfirmText READ deleteConfirmText NOTIFY changed)
 
 public:
     /// Both must outlive the selection.
@@ -49,15 +49,10 @@ public:
     Q_INVOKABLE void confirmDeletion();
 
 Q_SIGNALS:
-    void editModeChanged();
-    void selectionChanged(); ///< or the list of which it is a part
-    void showDeleteConfirmChanged();
+    void changed(); ///< or the list of which the selection is a part
 
 private:
     bool isAllSelected() const;
-    void setEditMode(bool editMode);
-    void setSelected(const QSet<QUuid> &selected);
-    void setShowDeleteConfirm(bool show);
 
     AlarmViewModel &m_store;
     SoundPlayer &m_soundPlayer;

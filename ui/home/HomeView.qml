@@ -70,7 +70,7 @@ FocusScope {
                     onClicked: homeView.selection.toggleEditMode()
                 }
                 SymbolButton {
-                    color: "black"
+                    color: Palette.textOnAccent
                     cornerRadius: 8
                     font.weight: Font.DemiBold
                     height: 28

@@ -24,7 +24,7 @@ PlainButton {
         }
         Symbol {
             anchors.centerIn: parent
-            color: "black"
+            color: Palette.textOnAccent
             name: "checkmark"
             size: 11
             visible: mark.isSelected

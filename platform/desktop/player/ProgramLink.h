@@ -3,7 +3,6 @@
 #include "Messages.h"
 
 #include <chrono>
-#include <functional>
 #include <optional>
 
 namespace kova {

@@ -61,7 +61,7 @@ State stateOf(WholeWindow &w) {
         state[QStringLiteral("reads")] = w.services.log.lines.filter(QStringLiteral("speaking")).last();
     }
     if (w.store.isEditing()) {
-        state[edits] = w.editor.isNew() ? QStringLiteral("new") : w.editor.label();
+        state[edits] = w.editor.isNew() ? QStringLiteral("new") : w.editor.group().label;
     }
     return state;
 }
@@ -111,7 +111,7 @@ void customSound(WholeWindow &w) {
 void edited(WholeWindow &w) {
     w.openEditor([](AlarmGroup &group) { group.label = QStringLiteral("夜"); });
     w.editor.preview(QStringLiteral("wakeup_pulse"));
-    w.editor.trySpeech();
+    w.editor.trySpeech(QStringLiteral("一"));
 }
 void silent(WholeWindow &w) {
     w.openEditor([](AlarmGroup &group) { group.ttsMessage.clear(); });
@@ -213,6 +213,8 @@ const QList<Row> editorRows{
     {"same direction", editor, clickType("Segment", 0), u""},
     {"direction by a key", editor, keysAt("Segment", 0, {Qt::Key_Right}), u"startBefore: false"},
     {"label", editor, keysAt("TextField", 0, {Qt::Key_End, Qt::Key_A}), u"label: 朝a"},
+    {"middle of the label", editor, keysAt("TextField", 0, {Qt::Key_Home, Qt::Key_A, Qt::Key_B}),
+     u"label: ab朝"},
     {"count", editor, clickType("Stepper", 0, up), u"alarmCount: 4"},
     {"lower count", editor, clickType("Stepper", 0, down), u"alarmCount: 2"},
     {"interval", editor, clickType("Stepper", 1, up), u"intervalMinutes: 6"},

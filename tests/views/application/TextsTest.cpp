@@ -64,6 +64,9 @@ void emptyInEditMode(WholeWindow &w) {
     w.click("editButton");
     w.store.deleteSelectedGroups({w.store.groups().at(0).id, w.store.groups().at(1).id});
 }
+void setFile(AlarmGroup &group) {
+    group.customSoundPath = group.customSoundName = QString(u'a');
+}
 Act edited(const std::function<void(AlarmGroup &)> &change) {
     return [change](WholeWindow &w) { w.openEditor(change); };
 }
@@ -126,12 +129,11 @@ const QList<Row> editorRows{
      u"[chevron.up.chevron.down] 23 : [chevron.up.chevron.down] 05 目標時刻で 終了 ✓ 開始"},
     {"single", "CountSection", edited([](AlarmGroup &group) { group.alarmCount = 1; }),
      u"回数 1回 [chevron.up] [chevron.down]"},
-    {"another sound", "SoundSection",
-     edited([](AlarmGroup &group) { group.soundName = QStringLiteral("wakeup_pulse"); }),
-     u"[folder] ファイルから選択 %4", 6},
-    {"file", "SoundSection",
-     edited([](AlarmGroup &group) { group.customSoundPath = group.customSoundName = QString(u'a'); }),
-     u"[folder] ファイルから選択 [music.note] a [xmark.circle.fill] %4", -1},
+    {"another sound", "SoundList",
+     edited([](AlarmGroup &group) { group.soundName = QStringLiteral("wakeup_pulse"); }), u"%4", 6},
+    {"file", "CustomFileRow", edited(&setFile),
+     u"[folder] ファイルから選択 [music.note] a [xmark.circle.fill]"},
+    {"no built-in sound", "SoundList", edited(&setFile), u"%4", -1},
     {"no speech", "SpeechSection",
      edited([](AlarmGroup &group) { group.ttsEnabled = group.ttsLastEnabled = false; }),
      u"音楽と同時に再生されます 通常アラームで読み上げ 最終アラームで読み上げ"},

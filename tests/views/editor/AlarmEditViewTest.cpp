@@ -194,7 +194,7 @@ private Q_SLOTS:
         Shown shown;
         shown.fileChooser.answer = QStringLiteral("/music/%1.mp3").arg(QString(200, u'長'));
         shown.click(shown.text(QStringLiteral("ファイルから選択")));
-        const QQuickItem *const name = shown.text(shown.editor.customSoundName());
+        const QQuickItem *const name = shown.text(*shown.edited().customSoundName);
         QVERIFY(name && name->property("truncated").toBool());
         QVERIFY(rect(name).right() < 428);
     }

@@ -1,7 +1,7 @@
 #include "EditorFixture.h"
 
+#include <QSignalSpy>
 #include <QTest>
-#include <cmath>
 
 using namespace kova;
 
@@ -9,29 +9,27 @@ class AlarmEditorTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void togglesDaysInTheOrderChosen_data() {
-        QTest::addColumn<QList<qint64>>("before");
-        QTest::addColumn<QList<int>>("presses");
-        QTest::addColumn<QList<qint64>>("after");
-        QTest::newRow("on, on, off") << QList<qint64>{} << QList{1, 3, 1} << QList<qint64>{3};
-        QTest::newRow("not sorted") << QList<qint64>{} << QList{5, 1} << QList<qint64>{5, 1};
-        QTest::newRow("stored twice") << QList<qint64>{2, 4, 2} << QList{2} << QList<qint64>{4};
-        QTest::newRow("all off") << QList<qint64>{0, 6} << QList{6, 0} << QList<qint64>{};
-        QTest::newRow("no weekday") << QList<qint64>{9} << QList{0} << QList<qint64>{9, 0};
-    }
     void togglesDaysInTheOrderChosen() {
-        QFETCH(QList<qint64>, before);
-        QFETCH(QList<int>, presses);
-        QFETCH(QList<qint64>, after);
-        AlarmGroup group;
-        group.repeatDays = before;
-        EditorFixture fixture(group);
-        for (const int day : presses) {
-            fixture.editor.toggleDay(day);
-        }
-        QCOMPARE(fixture.edited().repeatDays, after);
-        for (int day = 0; day < 7; ++day) {
-            QCOMPARE(fixture.editor.selectedDays().at(day), after.contains(day));
+        const struct {
+            QList<qint64> before;
+            QList<int> presses;
+            QList<qint64> after;
+        } rows[] = {{{}, {1, 3, 1}, {3}},
+                    {{}, {5, 1}, {5, 1}},
+                    {{2, 4, 2}, {2}, {4}},
+                    {{0, 6}, {6, 0}, {}},
+                    {{9}, {0}, {9, 0}}};
+        for (const auto &row : rows) {
+            AlarmGroup group;
+            group.repeatDays = row.before;
+            EditorFixture fixture(group);
+            for (const int day : row.presses) {
+                fixture.editor.toggleDay(day);
+            }
+            QCOMPARE(fixture.edited().repeatDays, row.after);
+            for (int day = 0; day < 7; ++day) {
+                QCOMPARE(fixture.editor.group().repeatsOn(day), row.after.contains(day));
+            }
         }
     }
 
@@ -40,12 +38,12 @@ private Q_SLOTS:
         EditorFixture fixture;
         double position = 0;
         for (int step = 0; step <= 20; ++step, position += 0.05) {
-            fixture.editor.setVolume(static_cast<float>(position));
-            fixture.editor.setTtsVolume(static_cast<float>(position));
+            fixture.set(&EditedGroup::setVolume, static_cast<float>(position));
+            fixture.set(&EditedGroup::setTtsVolume, static_cast<float>(position));
             QCOMPARE(fixture.edited().volume, QString::number(step * 0.05, 'f', 2).toFloat());
             QCOMPARE(fixture.edited().ttsVolume, fixture.edited().volume);
-            QCOMPARE(fixture.editor.volumeText(), QStringLiteral("%1%").arg(step * 5));
-            QCOMPARE(fixture.editor.ttsVolumeText(), fixture.editor.volumeText());
+            QCOMPARE(fixture.editor.group().volumeText(), QStringLiteral("%1%").arg(step * 5));
+            QCOMPARE(fixture.editor.group().ttsVolumeText(), fixture.editor.group().volumeText());
         }
     }
 
@@ -57,42 +55,38 @@ private Q_SLOTS:
         group.intervalMinutes = 99;
         group.volume = 1.509F;
         EditorFixture fixture(group);
-        const AlarmEditor &editor = fixture.editor;
-        QCOMPARE(editor.hourIndex(), -1);
-        QCOMPARE(editor.hourText(), QStringLiteral("30"));
-        QCOMPARE(editor.minuteIndex(), -1);
-        QCOMPARE(editor.minuteText(), QStringLiteral("-4"));
-        QCOMPARE(editor.alarmCountText(), QStringLiteral("5000000000回"));
-        QCOMPARE(editor.alarmCount(), std::numeric_limits<int>::max());
-        QCOMPARE(editor.intervalText(), QStringLiteral("99分"));
-        QCOMPARE(editor.volumeText(), QStringLiteral("150%"));
-        fixture.editor.setLabel(QStringLiteral("朝"));
-        group.label = QStringLiteral("朝");
+        EditedGroup edited = fixture.editor.group();
+        QCOMPARE(edited.hourIndex(), -1);
+        QCOMPARE(edited.hourText(), QStringLiteral("30"));
+        QCOMPARE(edited.minuteIndex(), -1);
+        QCOMPARE(edited.minuteText(), QStringLiteral("-4"));
+        QCOMPARE(edited.alarmCountText(), QStringLiteral("5000000000回"));
+        QCOMPARE(edited.nearestCount(), std::numeric_limits<int>::max());
+        QCOMPARE(edited.intervalText(), QStringLiteral("99分"));
+        QCOMPARE(edited.volumeText(), QStringLiteral("150%"));
+        group.label = edited.label = QStringLiteral("朝");
+        fixture.editor.setGroup(edited);
         fixture.editor.save();
         QVERIFY(fixture.store.groups() == QList{group});
     }
 
-    void bringsACountIntoItsRangeAtTheFirstStep_data() {
-        QTest::addColumn<qint64>("stored");
-        QTest::addColumn<int>("direction");
-        QTest::addColumn<qint64>("count");
-        QTest::addColumn<qint64>("interval");
-        QTest::newRow("far above, down") << qint64{500} << -1 << qint64{20} << qint64{30};
-        QTest::newRow("just above, down") << qint64{31} << -1 << qint64{20} << qint64{30};
-        QTest::newRow("below, up") << qint64{-7} << +1 << qint64{1} << qint64{1};
-        QTest::newRow("inside, down") << qint64{2} << -1 << qint64{1} << qint64{1};
-    }
     void bringsACountIntoItsRangeAtTheFirstStep() {
-        QFETCH(qint64, stored);
-        QFETCH(int, direction);
-        AlarmGroup group;
-        group.alarmCount = stored;
-        group.intervalMinutes = stored;
-        EditorFixture fixture(group);
-        fixture.editor.setAlarmCount(fixture.editor.alarmCount() + direction);
-        fixture.editor.setIntervalMinutes(fixture.editor.intervalMinutes() + direction);
-        QTEST(fixture.edited().alarmCount, "count");
-        QTEST(fixture.edited().intervalMinutes, "interval");
+        const struct {
+            qint64 stored;
+            int direction;
+            qint64 count;
+            qint64 interval;
+        } rows[] = {{500, -1, 20, 30}, {31, -1, 20, 30}, {-7, +1, 1, 1}, {2, -1, 1, 1}};
+        for (const auto &row : rows) {
+            AlarmGroup group;
+            group.alarmCount = group.intervalMinutes = row.stored;
+            EditorFixture fixture(group);
+            fixture.set(&EditedGroup::setAlarmCount, fixture.editor.group().nearestCount() + row.direction);
+            fixture.set(&EditedGroup::setIntervalMinutes,
+                        fixture.editor.group().nearestInterval() + row.direction);
+            QCOMPARE(fixture.edited().alarmCount, row.count);
+            QCOMPARE(fixture.edited().intervalMinutes, row.interval);
+        }
     }
 
     void choosesASoundFile() {
@@ -110,33 +104,27 @@ private Q_SLOTS:
                  QByteArrayLiteral("bookmark:/music/朝 の歌.mp3"));
         QCOMPARE(*fixture.edited().customSoundName, QStringLiteral("朝 の歌.mp3"));
         QCOMPARE(fixture.edited().soundName, QStringLiteral("morning_glass"));
-        QVERIFY(fixture.editor.hasCustomSound());
-        QVERIFY(!fixture.editor.sounds()->index(0).data(SoundListModel::IsChosen).toBool());
+        QVERIFY(fixture.editor.group().hasCustomSound());
+        QCOMPARE(fixture.editor.group().chosenSound(), QString());
         QCOMPARE(fixture.services.log.lines, QStringList());
         QCOMPARE(fixture.services.audioPlayers.opened, 0);
     }
 
-    void keepsTheSoundWhenNoFileIsGiven_data() {
-        QTest::addColumn<std::optional<QString>>("answer");
-        QTest::addColumn<QStringList>("lines");
-        QTest::newRow("cancelled") << std::optional<QString>() << QStringList();
-        QTest::newRow("no location") << std::optional(QString()) << QStringList();
-        QTest::newRow("no bookmark") << std::optional(QStringLiteral("/lost.mp3"))
-                                     << QStringList(
-                                            QStringLiteral("[SoundPlayer] bookmark error: no such file"));
-    }
     void keepsTheSoundWhenNoFileIsGiven() {
-        QFETCH(std::optional<QString>, answer);
         AlarmGroup group;
         group.customSoundPath = QStringLiteral("b2xk");
         group.customSoundName = QStringLiteral("old.wav");
         EditorFixture fixture(group);
         fixture.services.bookmarks.lost = {QStringLiteral("/lost.mp3")};
-        fixture.fileChooser.answer = answer;
         fixture.services.log.take();
-        fixture.editor.chooseSoundFile();
-        QVERIFY(fixture.edited() == group);
-        QTEST(fixture.services.log.lines, "lines");
+        for (const auto &answer : {std::optional<QString>(), std::optional(QString()),
+                                   std::optional(QStringLiteral("/lost.mp3"))}) {
+            fixture.fileChooser.answer = answer;
+            fixture.editor.chooseSoundFile();
+            QVERIFY(fixture.edited() == group);
+        }
+        QCOMPARE(fixture.services.log.lines,
+                 QStringList{QStringLiteral("[SoundPlayer] bookmark error: no such file")});
     }
 
     // The dialog or the disk may take its time.
@@ -179,11 +167,12 @@ private Q_SLOTS:
     // The view completes a text and fades while it closes.
     void staysClosedAtALateChange() {
         EditorFixture fixture;
-        fixture.editor.setLabel(QStringLiteral("朝"));
+        QSignalSpy changed(&fixture.editor, &AlarmEditor::groupChanged);
+        fixture.set(&EditedGroup::setHourIndex, 8);
         fixture.editor.cancel();
-        QCOMPARE(fixture.editor.label(), QStringLiteral("朝"));
-        fixture.editor.setLabel(QStringLiteral("昼"));
+        fixture.set(&EditedGroup::setHourIndex, 9);
         QVERIFY(!fixture.store.editingGroup());
+        QCOMPARE(changed.size(), 1);
     }
 };
 

@@ -18,6 +18,13 @@ struct EditorFixture {
         {store, services.soundPlayer, services.ttsPlayer, fileChooser, services.bookmarks, services.log}};
 
     const AlarmGroup &edited() const { return *store.editingGroup(); }
+
+    /// As a view does it.
+    template <typename Value> void set(void (EditedGroup::*setter)(Value), Value value) {
+        EditedGroup group = editor.group();
+        (group.*setter)(value);
+        editor.setGroup(group);
+    }
 };
 
 } // namespace kova

@@ -1,4 +1,4 @@
-#include "editor/TimelineModel.h"
+#include "EditorFixture.h"
 
 #include "groups.h"
 
@@ -26,35 +26,31 @@ class TimelineModelTest : public QObject {
 
 private Q_SLOTS:
     void changesNoMoreThanItMust() {
-        TimelineModel model;
-        model.setGroup(makeGroup(7, 0, 3, 5, true));
+        EditorFixture fixture(makeGroup(7, 0, 3, 5, true));
+        TimelineModel &model = *fixture.editor.timeline();
         QSignalSpy inserted(&model, &TimelineModel::rowsInserted);
         QSignalSpy removed(&model, &TimelineModel::rowsRemoved);
         QSignalSpy changed(&model, &TimelineModel::dataChanged);
         QSignalSpy reset(&model, &TimelineModel::modelReset);
 
-        AlarmGroup renamed = makeGroup(7, 0, 3, 5, true);
-        renamed.label = QStringLiteral("朝");
-        model.setGroup(renamed);
-        QCOMPARE(changed.size(), 0);
-        model.setGroup(makeGroup(7, 0, 3, 10, true));
+        fixture.store.setEditingGroup(makeGroup(7, 0, 3, 10, true));
         QCOMPARE(changed.size(), 1);
         QCOMPARE(inserted.size() + removed.size(), 0);
-        model.setGroup(makeGroup(7, 0, 5, 10, true));
+        fixture.store.setEditingGroup(makeGroup(7, 0, 5, 10, true));
         QCOMPARE(inserted.size(), 1);
         QCOMPARE(shown(model), QStringLiteral("6:20 6:30 6:40 6:50 7:00!"));
-        model.setGroup(makeGroup(7, 0, 2, 10, true));
+        fixture.store.setEditingGroup(makeGroup(7, 0, 2, 10, true));
         QCOMPARE(removed.size(), 1);
         QCOMPARE(shown(model), QStringLiteral("6:50 7:00!"));
         QCOMPARE(reset.size(), 0);
     }
 
     void holdsALongRun() {
-        TimelineModel model;
-        model.setGroup(makeGroup(7, 0, 100'000, 7, true));
+        EditorFixture fixture(makeGroup(7, 0, 100'000, 7, true));
+        TimelineModel &model = *fixture.editor.timeline();
         QCOMPARE(model.rowCount(), 100'000);
         QVERIFY(model.index(99'999).data(TimelineModel::IsLast).toBool());
-        model.setGroup(makeGroup(7, 0, 100'001, 7, true));
+        fixture.store.setEditingGroup(makeGroup(7, 0, 100'001, 7, true));
         QCOMPARE(model.rowCount(), 0);
     }
 };

@@ -259,10 +259,13 @@ private Q_SLOTS:
         Window w(1);
         w.click("cardTime");
         QTRY_VERIFY(w.shows("editorPanel"));
-        w.editor.setHourIndex(9);
+        const AlarmGroup before = *w.store.editingGroup();
+        AlarmGroup changed = before;
+        changed.targetHour = 9;
+        w.store.setEditingGroup(changed);
         w.key(Qt::Key_Escape);
         QVERIFY(w.store.isEditing());
-        w.editor.setHourIndex(0);
+        w.store.setEditingGroup(before);
         w.key(Qt::Key_Escape);
         QVERIFY(!w.store.isEditing());
     }

@@ -10,78 +10,54 @@ class MenuBarExtraTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theLinesSummariseTheGroups_data() {
-        QTest::addColumn<int>("count");
-        QTest::addColumn<int>("enabled");
-        QTest::addColumn<QStringList>("lines");
-
-        const QString rule = QStringLiteral("-");
-        const QString sleep = QStringLiteral("スリープ防止中");
-        const QStringList commands{rule, QStringLiteral("ウィンドウを表示"), QStringLiteral("終了")};
-        const auto rows = [](int n) {
-            QStringList texts;
-            for (int i = 0; i < n; ++i) {
-                texts << QStringLiteral("%1:00").arg(i);
-            }
-            return texts;
-        };
-        QTest::newRow("none") << 0 << 0 << QStringList{QStringLiteral("アラームなし"), rule} + commands;
-        QTest::newRow("all off") << 1 << 0
-                                 << QStringList{QStringLiteral("有効: 0 / 1"), rule} + rows(1) +
-                                        QStringList{rule} + commands;
-        QTest::newRow("five") << 5 << 5
-                              << QStringList{QStringLiteral("有効: 5 / 5"), rule} + rows(5) +
-                                     QStringList{rule, sleep} + commands;
-        QTest::newRow("seven") << 7 << 6
-                               << QStringList{QStringLiteral("有効: 6 / 7"), rule} + rows(5) +
-                                      QStringList{QStringLiteral("他 2件..."), rule, sleep} + commands;
-    }
     void theLinesSummariseTheGroups() {
-        QFETCH(int, count);
-        QFETCH(int, enabled);
-        QFETCH(QStringList, lines);
-        QList<AlarmGroup> groups;
-        for (int i = 0; i < count; ++i) {
-            groups << groupAt(i);
-            groups.last().isEnabled = i < enabled;
-        }
-        QStringList texts;
-        for (const MenuBarEntry &entry : menuBarContent(groups, enabled > 0)) {
-            texts << (entry.kind == MenuBarEntry::Separator ? QStringLiteral("-") : entry.text);
-        }
-        QCOMPARE(texts, QStringList({QStringLiteral("KOVA アラーム"), QStringLiteral("-")}) + lines);
-    }
-
-    void aLabelStandsAsTyped_data() {
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<QString>("drawn");
-        QTest::addColumn<QString>("exported");
-
-        const auto row = [](const char *name, const char16_t *label, const char16_t *drawn,
-                            const char16_t *exported) {
-            const QString time = QStringLiteral("7:00  ");
-            QTest::newRow(name) << QString::fromUtf16(label) << time + QString::fromUtf16(drawn)
-                                << time + QString::fromUtf16(exported);
+        const struct {
+            int count;
+            int enabled;
+            const char16_t *lines;
+        } rows[] = {
+            {0, 0, u"アラームなし|-"},
+            {1, 0, u"有効: 0 / 1|-|0:00|-"},
+            {5, 5, u"有効: 5 / 5|-|0:00|1:00|2:00|3:00|4:00|-|スリープ防止中"},
+            {7, 6, u"有効: 6 / 7|-|0:00|1:00|2:00|3:00|4:00|他 2件...|-|スリープ防止中"},
         };
-        row("an underscore", u"file_v2", u"file_v2", u"file__v2");
-        row("control characters", u"a\tb\nc", u"a b c", u"a b c");
-        row("30 characters", u"123456789012345678901234567890", u"123456789012345678901234567890",
-            u"123456789012345678901234567890");
-        row("more", u"12345678901234567890123456789がx", u"12345678901234567890123456789が…",
-            u"12345678901234567890123456789が…");
-        QTest::newRow("a mnemonic's mark")
-            << QStringLiteral("a & b & c") << QStringLiteral("7:00  a && b && c")
-            << QStringLiteral("&7:00  a & b & c");
-        const QString fromRight = QStringLiteral("\u200E7:00  \u2068שלום\u2069");
-        QTest::newRow("right to left") << QStringLiteral("שלום") << fromRight << fromRight;
+        for (const auto &row : rows) {
+            QList<AlarmGroup> groups;
+            for (int i = 0; i < row.count; ++i) {
+                groups << groupAt(i);
+                groups.last().isEnabled = i < row.enabled;
+            }
+            QStringList texts;
+            for (const MenuBarEntry &entry : menuBarContent(groups, row.enabled > 0)) {
+                texts << (entry.kind == MenuBarEntry::Separator ? QStringLiteral("-") : entry.text);
+            }
+            QCOMPARE(texts.join(u'|'), QStringLiteral("KOVA アラーム|-|%1|-|ウィンドウを表示|終了")
+                                           .arg(QString::fromUtf16(row.lines)));
+        }
     }
+
     void aLabelStandsAsTyped() {
-        QFETCH(QString, label);
-        HomeFixture fixture;
-        fixture.add(groupAt(7, label));
-        const MenuBarExtra extra(fixture.store, fixture.services.powerManager);
-        QTEST(extra.menu().actions().at(4)->text(), "drawn");
-        QTEST(extra.exportedMenu().actions().at(4)->text(), "exported");
+        const struct {
+            const char16_t *label;
+            const char16_t *drawn;
+            const char16_t *exported;
+        } rows[] = {
+            {u"file_v2", u"7:00  file_v2", u"7:00  file__v2"},
+            {u"a\tb\nc", u"7:00  a b c", u"7:00  a b c"},
+            {u"123456789012345678901234567890", u"7:00  123456789012345678901234567890",
+             u"7:00  123456789012345678901234567890"},
+            {u"12345678901234567890123456789がx", u"7:00  12345678901234567890123456789が…",
+             u"7:00  12345678901234567890123456789が…"},
+            {u"a & b & c", u"7:00  a && b && c", u"&7:00  a & b & c"},
+            {u"שלום", u"\u200E7:00  \u2068שלום\u2069", u"\u200E7:00  \u2068שלום\u2069"},
+        };
+        for (const auto &row : rows) {
+            HomeFixture fixture;
+            fixture.add(groupAt(7, QString::fromUtf16(row.label)));
+            const MenuBarExtra extra(fixture.store, fixture.services.powerManager);
+            QCOMPARE(extra.menu().actions().at(4)->text(), QString::fromUtf16(row.drawn));
+            QCOMPARE(extra.exportedMenu().actions().at(4)->text(), QString::fromUtf16(row.exported));
+        }
     }
 
     void aGroupsLineTellsItsState() {
