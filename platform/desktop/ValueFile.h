@@ -7,7 +7,7 @@
 namespace kova {
 
 /// The most that a value may take.
-inline constexpr qint64 mostValueBytes = 32 * 1024 * 1024;
+inline constexpr qint64 mostValueBytes = qint64{32} * 1024 * 1024;
 
 /// The content of a regular file of a sane size; never waits for a pipe's other end.
 std::optional<QByteArray> readValueFile(const QString &path);
