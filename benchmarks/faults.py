@@ -22,9 +22,9 @@ POLL = re.compile(r"^ *([0-9.]+) poll\(.*\], ([0-9]+), .*<([0-9.]+)>$")
 class Watched:
     """A session with a program whose main thread's waits are traced."""
 
-    def __init__(self, without=()):
+    def __init__(self):
         self.session = Session()
-        self.session.start_all(without=without)
+        self.session.start_all()
         self.session.start("display")
 
     def run(self, env=None, stderr=None, **fields):
@@ -81,7 +81,8 @@ def sleeping_file(watched):
     subprocess.run(["gcc", "-shared", "-fPIC", "-o", library, ROOT / "tests/desktop/stall.c"], check=True)
     sound.write(file, chirp())
     file.with_name("sleepy.wav.statx").touch()
-    watched.run({"LD_PRELOAD": f"{library}:{watched.session.clock.env['LD_PRELOAD']}"}, customSoundPath=bookmark(file), customSoundName=file.name)
+    preload = f"{library}:{watched.session.clock.env['LD_PRELOAD']}"
+    watched.run({"LD_PRELOAD": preload}, customSoundPath=bookmark(file), customSoundName=file.name)
     watched.rings()
 
 
@@ -173,12 +174,11 @@ FAULTS = {
 }
 
 
-def longest_turns():
-    """For each fault, the longest turn of the event loop in ms."""
+def measure(row):
     for name, fault in FAULTS.items():
         watched = Watched()
         try:
             fault(watched)
-            yield name, watched.longest_turn()
+            row(f"the main thread's longest turn, {name}", [watched.longest_turn()])
         finally:
             watched.session.close()

@@ -234,11 +234,6 @@ def gaps():
         session.close()
 
 
-def main_thread():
-    for fault, longest in faults.longest_turns():
-        row(f"the main thread's longest turn, {fault}", [longest])
-
-
 def kills():
     done = subprocess.run([PROGRAM.parent / "tests/KillsTest"], env=os.environ | {"KOVA_KILLS": "1000"},
                           stdout=subprocess.PIPE, text=True)
@@ -299,7 +294,7 @@ def soak():
 
 if __name__ == "__main__":
     figures = {"units": units, "start": start, "click": click, "ring": lambda: ring("--real" in sys.argv), "gaps": gaps,
-               "faults": main_thread, "kills": kills, "idle": idle, "soak": soak}
+               "faults": lambda: faults.measure(row), "kills": kills, "idle": idle, "soak": soak}
     print("| what | median | worst | of |\n|---|---|---|---|")
     for figure in [word for word in sys.argv[1:] if not word.startswith("--")] or figures:
         figures[figure]()
