@@ -93,6 +93,7 @@ class Session:
         until it is ready. A variable that is None is not set."""
         program = self.launch(at, env, under, stderr, arguments)
         program.wait_for("[Scheduler] Started", 20)
+        self.clock.set(at)  # on a busy machine the start takes longer than what is left of the minute
         return program
 
     def launch(self, at, env=None, under=(), stderr=None, arguments=()):
