@@ -93,7 +93,8 @@ class Session:
         until it is ready. A variable that is None is not set."""
         program = self.launch(at, env, under, stderr, arguments)
         program.wait_for("[Scheduler] Started", 20)
-        self.clock.set(at)  # on a busy machine the start takes longer than what is left of the minute
+        until(program.is_at_rest)  # the first frame may take longer than what is left of the minute
+        self.clock.set(at)
         return program
 
     def launch(self, at, env=None, under=(), stderr=None, arguments=()):
@@ -135,6 +136,15 @@ class Program(Process):
     def told(self):
         """Its lines, but for the notification service's answer, which may come at any time."""
         return [text for text in self.texts() if not text.startswith("[Scheduler] Notification")]
+
+    def is_at_rest(self):
+        """Whether its main thread waits, and goes on waiting for a while."""
+        stat = Path(f"/proc/{self.pid}/task/{self.pid}/stat")
+        for _ in range(10):
+            if stat.read_text().rpartition(") ")[2][0] != "S":
+                return False
+            time.sleep(0.005)
+        return True
 
     def end(self, number=signal.SIGTERM):
         """Ends it in the proper way."""
