@@ -89,11 +89,12 @@ class Session:
         self.list_file.write_bytes(raw)
 
     def run(self, at="06:59:58.5", env=None, under=(), stderr=None, arguments=()):
-        """Starts the program at that time of its clock, under another command where one is given, and waits
-        until it is ready. A variable that is None is not set."""
-        program = self.launch(at, env, under, stderr, arguments)
+        """Starts the program, under another command where one is given, waits until it has come to rest, and sets
+        its clock to that time: a start may take longer than what is left of a minute. A variable that is None is
+        not set."""
+        program = self.launch("03:00:00.5", env, under, stderr, arguments)
         program.wait_for("[Scheduler] Started", 20)
-        until(program.is_at_rest)  # the first frame may take longer than what is left of the minute
+        until(program.is_at_rest)
         self.clock.set(at)
         return program
 
