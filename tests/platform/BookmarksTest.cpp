@@ -28,8 +28,6 @@ class BookmarksTest : public QObject {
 private Q_SLOTS:
     void init() { m_folder.emplace(); }
 
-    void theFormKeepsEveryByte() { QCOMPARE(decodeBookmark(encodeBookmark(sample)).value(), sample); }
-
     void noBytesButABookmarkAreTaken() {
         const QByteArray whole = encodeBookmark(sample);
         for (qsizetype length = 0; length <= whole.indexOf('/'); ++length) {
@@ -50,14 +48,6 @@ private Q_SLOTS:
             }
             QVERIFY(!resolveBookmark(bytes)); // there is no such file
         }
-    }
-
-    void aFileIsFoundWhereItWas() {
-        const QByteArray bookmark = bookmarked(QStringLiteral("朝.mp3"));
-        const auto found = resolveBookmark(bookmark);
-        QVERIFY(found);
-        QCOMPARE(found.value().path, path(QStringLiteral("朝.mp3")));
-        QVERIFY(!found.value().obstacle);
     }
 
     void aRenameInTheFolderIsFollowed() {

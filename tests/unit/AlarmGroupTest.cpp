@@ -40,7 +40,6 @@ constexpr Change replacements[] = {
     {"integer too small", false, "\"targetHour\":6", "\"targetHour\":-9223372036854775809"},
     {"a fraction", false, "\"targetHour\":6", "\"targetHour\":7.5"},
     {"a weekday with a fraction", false, "[3,1]", "[3,1.5]"},
-    {"a weekday as text", false, "[3,1]", "[3,\"1\"]"},
     {"weekdays null", false, "[3,1]", "null"},
     {"true is no number", false, "\"targetHour\":6", "\"targetHour\":true"},
     {"text is no number", false, "\"volume\":0.35", "\"volume\":\"0.35\""},
@@ -53,7 +52,6 @@ constexpr Change replacements[] = {
     {"label null", false, "\"朝\"", "null"},
     {"path is a number", false, "\"YWJj\"", "7"},
     {"upper-case id", true, "3f2504e0", "3F2504E0"},
-    {"id too short", false, "3f2504e0", "3f2504e"},
     {"id in braces", false, "3f2504e0-4f89-41d3-9a0c-0305e82c3301", "{3f2504e0-4f89-41d3-9a0c-0305e82c3301}"},
     {"id with a wrong digit", false, "3f2504e0", "3g2504e0"},
     {"invalid UTF-8", false, "朝", "\xff\xfe"},
@@ -95,8 +93,10 @@ private Q_SLOTS:
         }
     }
 
-    void everyFloatAndMomentReadsBackToTheLastBit() {
+    void everyNumberReadsBackToTheLastBit() {
+        using Limits = std::numeric_limits<qint64>;
         AlarmGroup group;
+        group.repeatDays = {9007199254740993, -9007199254740993, Limits::max(), Limits::min()};
         const QList<float> volumes{0.0F,   0.05F,         0.1F,  0.15F,       1.0F / 3,
                                    1e-45F, 3.4028235e38F, -0.7F, 16777217.0F, 7.038531e-26F};
         for (const float volume : volumes) {
@@ -105,13 +105,6 @@ private Q_SLOTS:
             QVERIFY2(decodeGroups(encodeGroups({group}).value()).value().first() == group,
                      qPrintable(QString::number(volume)));
         }
-    }
-
-    void everyIntegerIsExact() {
-        using Limits = std::numeric_limits<qint64>;
-        AlarmGroup group;
-        group.repeatDays = {9007199254740993, -9007199254740993, Limits::max(), Limits::min()};
-        QCOMPARE(decodeGroups(encodeGroups({group}).value()).value().first().repeatDays, group.repeatDays);
     }
 
     void everyTextSurvives_data() {
@@ -135,12 +128,11 @@ private Q_SLOTS:
     void notFiniteVolumesAreNotEncoded() {
         for (const float volume :
              {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
-            AlarmGroup loud;
-            loud.volume = volume;
-            AlarmGroup talkative;
-            talkative.ttsVolume = volume;
-            QVERIFY(!encodeGroups({AlarmGroup(), loud}));
-            QVERIFY(!encodeGroups({talkative}));
+            for (float AlarmGroup::*const field : {&AlarmGroup::volume, &AlarmGroup::ttsVolume}) {
+                AlarmGroup group;
+                group.*field = volume;
+                QVERIFY(!encodeGroups({AlarmGroup(), group}));
+            }
         }
     }
 
@@ -223,11 +215,6 @@ private Q_SLOTS:
         AlarmGroup notANumber = composed;
         notANumber.volume = std::numeric_limits<float>::quiet_NaN();
         QVERIFY(!(notANumber == notANumber));
-        AlarmGroup zero = composed;
-        zero.volume = 0.0F;
-        AlarmGroup negativeZero = zero;
-        negativeZero.volume = -0.0F;
-        QVERIFY(zero == negativeZero);
     }
 };
 

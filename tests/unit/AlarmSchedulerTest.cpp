@@ -207,17 +207,6 @@ private Q_SLOTS:
                                        QStringLiteral("[Scheduler] FIRE: b alarm #1")}));
     }
 
-    void theDayEndsAtMidnight() {
-        AlarmGroup group = makeGroup(QStringLiteral("g"), 0, 5, 3, 5); // 23:55, 0:00, 0:05
-        AlarmScheduler &scheduler = startAt({23, 54, 59}, {group});
-        m_services->runLoop.advance(5min + 1s);
-        // The alarm at 0:00 rings in the tick that forgets the day before.
-        QCOMPARE(scheduler.firedToday(), QSet{group.idText() + QStringLiteral("-1")});
-        QCOMPARE(fires().size(), 2);
-        m_services->runLoop.advance(24h);
-        QCOMPARE(fires().size(), 5);
-    }
-
     void aDayThatIsSleptThroughIsNotReset() {
         AlarmScheduler &scheduler = startAt({6, 59, 59}, {makeGroup(QString(), 7, 0, 1, 1)});
         m_services->runLoop.advance(2s);
@@ -227,33 +216,6 @@ private Q_SLOTS:
         QCOMPARE(scheduler.firedToday().size(), 1);
         m_services->runLoop.advance(25h);
         QCOMPARE(fires().size(), 2);
-    }
-
-    void anAlarmThatWasSleptThroughDoesNotRingLate() {
-        startAt({6, 59, 58}, {makeGroup(QString(), 7, 0, 2, 5, false)});
-        m_services->runLoop.sleep(3s);
-        m_services->runLoop.advance(4min);
-        QVERIFY(fires().isEmpty());
-        m_services->runLoop.advance(1min);
-        QCOMPARE(fires().size(), 1);
-    }
-
-    void ringsOnItsDays() {
-        const struct {
-            bool isEnabled;
-            QList<qint64> days;
-            int rings;
-        } rows[] = {
-            {true, {}, 7}, {false, {}, 0}, {true, {5, 1, 2, 3, 4}, 5}, {true, {0}, 1}, {true, {7, -1}, 0}};
-        for (const auto &row : rows) {
-            init();
-            AlarmGroup group = makeGroup(QString(), 7, 0, 1, 1);
-            group.isEnabled = row.isEnabled;
-            group.repeatDays = row.days;
-            startAt({0, 0, 1}, {group});
-            m_services->runLoop.advance(7 * 24h);
-            QCOMPARE(fires().size(), row.rings);
-        }
     }
 
     void aFailingServiceChangesNothing() {

@@ -61,13 +61,6 @@ private Q_SLOTS:
         m_services.reset();
     }
 
-    void theFirstStartIsEmpty() {
-        m_store = makeStore();
-        QVERIFY(m_store->groups().isEmpty() && !m_store->isEditing() && !m_store->editingGroup());
-        QCOMPARE(m_services->log.lines, QStringList{QStringLiteral("[Scheduler] Started")});
-        QCOMPARE(m_services->preferences.saves, 0);
-    }
-
     void aSavedListArmsBeforeTheSchedulerStarts() {
         open({m_a, m_b});
         QCOMPARE(m_services->log.lines,

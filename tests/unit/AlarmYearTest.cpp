@@ -84,17 +84,6 @@ private Q_SLOTS:
         }
         QVERIFY2(m_rings > 5000, qPrintable(QString::number(m_rings)));
     }
-
-    // Second by second, through the night in which the clocks go forward.
-    void manyGroupsRingForDays() {
-        QRandomGenerator random(500);
-        prepare("Europe/Berlin", random, 500);
-        const time_t start = 1774652400; // 2026-03-28 00:00:00
-        for (time_t second = start; second < start + 3 * 86400; ++second) {
-            QVERIFY(tickAt(static_cast<double>(second)));
-        }
-        QVERIFY2(m_rings > 2500, qPrintable(QString::number(m_rings)));
-    }
 };
 
 QTEST_GUILESS_MAIN(AlarmYearTest)

@@ -103,14 +103,6 @@ private Q_SLOTS:
                                                     QStringLiteral(" loop=false"));
         }
     }
-
-    void aPendingRepeatDoesNotOutliveThePlayer() {
-        m_player->speak(m_first, 1, true);
-        m_speech.finish();
-        m_player.reset();
-        m_runLoop->advance(60s);
-        QCOMPARE(m_speech.readings.size(), 1);
-    }
 };
 
 QTEST_GUILESS_MAIN(TTSPlayerTest)

@@ -1,5 +1,6 @@
 #include "WholeWindow.h"
 
+#include "builtInSounds.h"
 #include "drawing/Palette.h"
 #include "drawing/Symbol.h"
 
@@ -48,14 +49,11 @@ QString shown(QQuickItem *root) {
 // The list of built-in sounds, of which one is chosen or none.
 QString sounds(int chosen) {
     QStringList rows;
-    for (const char16_t *label :
-         {u"Morning Glass", u"Sunrise Quilt", u"Porchlight Morning", u"Dawn Bird Drift", u"Zen Garden Awake",
-          u"Hazy Morning Pulse", u"Wake-up Pulse", u"Cosmic Alarm Run", u"Event Horizon", u"Mouse Chase Jive",
-          u"差し飲み"}) {
+    for (const SoundEntry &sound : builtInSounds()) {
         const bool isChosen = rows.size() == chosen;
         rows << (isChosen ? QStringLiteral("✓ [play.circle] [largecircle.fill.circle] ")
                           : QStringLiteral("[play.circle] [circle] ")) +
-                    QString::fromUtf16(label);
+                    sound.label;
     }
     return rows.join(u' ');
 }

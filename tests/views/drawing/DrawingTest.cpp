@@ -66,15 +66,6 @@ private Q_SLOTS:
         }
     }
 
-    void fillsNoMoreThanItsRectangle() {
-        const QRectF rect(3, 5, 80, 40);
-        for (const qreal radius : {0.0, 1.0, 12.0, 20.0, 50.0}) {
-            const QRectF bounds = continuousRectangle(rect, radius).boundingRect();
-            QVERIFY(std::abs(bounds.width() - 80) < 1e-9 && std::abs(bounds.height() - 40) < 1e-9);
-            QCOMPARE(bounds.center(), rect.center());
-        }
-    }
-
     void drawsEverySymbolInOneColour_data() {
         QTest::addColumn<QString>("name");
         const QFileInfoList files = QDir(QStringLiteral(":/symbols")).entryInfoList();
@@ -102,11 +93,6 @@ private Q_SLOTS:
             const qint64 all = 255LL * image.width() * image.height();
             QVERIFY(covered > all / 20 && covered < all * 9 / 10);
         }
-    }
-
-    void knowsNoOtherSymbol() {
-        QVERIFY(symbolSize(QStringLiteral("no.such"), 12).isEmpty());
-        QVERIFY(symbolImage(QStringLiteral("no.such"), 12, Qt::red, 1).isNull());
     }
 };
 

@@ -132,15 +132,6 @@ private Q_SLOTS:
         QCOMPARE(shown.edited().alarmCount, 20);
     }
 
-    void repeatsAHeldStep() {
-        Shown shown;
-        const QRectF count = rect(shown.ofType("Stepper", 0));
-        const QPoint up = QPointF(count.right() - 10, count.top() + 6).toPoint();
-        QTest::mousePress(&shown.window(), Qt::LeftButton, {}, up);
-        QTRY_VERIFY(shown.edited().alarmCount >= 6);
-        QTest::mouseRelease(&shown.window(), Qt::LeftButton, {}, up);
-    }
-
     void takesJapaneseText() {
         Shown shown;
         QQuickItem *field = shown.ofType("TextField");
