@@ -9,22 +9,42 @@
 
 namespace kova {
 
+namespace {
+
+bool isReturn(const QKeyEvent &event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+bool isOpenPicker(const QQuickItem &item) {
+    return item.inherits("QQuickComboBox") && item.property("down").toBool();
+}
+
+} // namespace
+
 ViewWindow::ViewWindow(QQmlEngine *engine) : QQuickView(engine, nullptr) {
     AccessibleItem::install();
 }
 
 void ViewWindow::keyPressEvent(QKeyEvent *event) {
-    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn(*event) && event->isAutoRepeat()) {
+        return;
+    }
     QQuickItem *item = activeFocusItem();
-    if (isReturn && item && item->inherits("QQuickAbstractButton")) {
-        if (!event->isAutoRepeat()) {
-            press(*item);
-        }
+    m_hasPressed = isReturn(*event) && item && isPressable(*item) && !isOpenPicker(*item);
+    if (m_hasPressed) {
+        press(*item);
     } else {
         QQuickView::keyPressEvent(event);
     }
     if (event->isAccepted()) {
         Q_EMIT keyUsed();
+    }
+}
+
+// A picker would close the list that it has just opened.
+void ViewWindow::keyReleaseEvent(QKeyEvent *event) {
+    if (!isReturn(*event) || !m_hasPressed) {
+        QQuickView::keyReleaseEvent(event);
     }
 }
 

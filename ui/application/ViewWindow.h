@@ -18,6 +18,10 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
+
+private:
+    bool m_hasPressed = false; ///< by the Return key that is down
 };
 
 } // namespace kova

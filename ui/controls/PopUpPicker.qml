@@ -7,9 +7,6 @@ import Kova
 T.ComboBox {
     id: picker
 
-    // The Return key went down here, not where it brought the keyboard here.
-    property bool isReturnPressed: false
-
     // The digits typed shortly before.
     property string typed
 
@@ -61,16 +58,9 @@ T.ComboBox {
     }
 
     Keys.onPressed: event => {
-        isReturnPressed = event.key === Qt.Key_Return || event.key === Qt.Key_Enter;
         event.accepted = /^[0-9]$/.test(event.text);
         if (event.accepted)
             choose(event.text);
-    }
-    // At the release, where the combo box closes the list.
-    Keys.onReleased: event => {
-        event.accepted = (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !popup.visible;
-        if (event.accepted && isReturnPressed)
-            popup.open();
     }
 
     Timer {
