@@ -151,6 +151,10 @@ private Q_SLOTS:
         m_audio.unreadable.insert(glass, QStringLiteral("broken"));
         m_player->preview(QStringLiteral("morning_glass"), 1);
         QCOMPARE(m_log.take(), QStringList{QStringLiteral("[SoundPlayer] preview error: broken")});
+        m_audio.unreadable.clear();
+        m_player->preview(QStringLiteral("morning_glass"), 1);
+        m_player->preview(QStringLiteral("nope"), 1);
+        QVERIFY(isIdle());
     }
 
     void aBuiltInSoundThatFailsIsTriedAgainWhileItsAlarmRings() {
