@@ -31,7 +31,7 @@ T.CheckBox {
 
         FocusRing {
             cornerRadius: 4.5
-            shown: control.visualFocus
+            visible: control.visualFocus
         }
         Symbol {
             anchors.centerIn: parent

@@ -7,11 +7,9 @@ Item {
 
     required property color color
     required property real radius
-    property real shadowRadius: 20
+    property int shadowRadius: 20
 
     PanelShadow {
-        anchors.fill: parent
-        cornerRadius: background.radius
         radius: background.shadowRadius
     }
     ContinuousRectangle {

@@ -34,7 +34,7 @@ T.Button {
 
     FocusRing {
         cornerRadius: button.cornerRadius
-        shown: button.visualFocus
+        visible: button.visualFocus
     }
     HoverTip {
         shown: button.hovered && !button.down

@@ -35,7 +35,7 @@ T.ComboBox {
 
         FocusRing {
             cornerRadius: 6
-            shown: picker.visualFocus
+            visible: picker.visualFocus
         }
     }
     contentItem: Text {

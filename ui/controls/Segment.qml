@@ -25,6 +25,6 @@ T.RadioButton {
 
     FocusRing {
         cornerRadius: 6
-        shown: segment.visualFocus
+        visible: segment.visualFocus
     }
 }

@@ -43,7 +43,7 @@ T.Slider {
 
         FocusRing {
             cornerRadius: 8
-            shown: slider.visualFocus
+            visible: slider.visualFocus
         }
     }
 

@@ -35,7 +35,7 @@ T.SpinBox {
 
         FocusRing {
             cornerRadius: 6
-            shown: stepper.visualFocus
+            visible: stepper.visualFocus
         }
     }
     down.indicator: StepperButton {

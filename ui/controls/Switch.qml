@@ -37,6 +37,6 @@ T.Switch {
 
     FocusRing {
         cornerRadius: 11
-        shown: control.visualFocus
+        visible: control.visualFocus
     }
 }

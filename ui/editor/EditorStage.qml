@@ -22,7 +22,6 @@ FocusScope {
     }
     PanelShadow {
         anchors.fill: editView
-        cornerRadius: 16
         radius: 20
     }
 
