@@ -66,10 +66,6 @@ void AlarmViewModel::duplicateGroup(const AlarmGroup &group) {
     insert(index < 0 ? m_groups.size() : index + 1, copy);
 }
 
-void AlarmViewModel::deleteGroup(const QUuid &id) {
-    deleteSelectedGroups({id});
-}
-
 void AlarmViewModel::deleteSelectedGroups(const QSet<QUuid> &ids) {
     for (qsizetype index = m_groups.size() - 1; index >= 0; --index) {
         if (ids.contains(m_groups.at(index).id)) {

@@ -39,7 +39,7 @@ public:
     void updateGroup(const AlarmGroup &group);
     void toggleGroup(const QUuid &id);
     void duplicateGroup(const AlarmGroup &group);
-    void deleteGroup(const QUuid &id);
+    void deleteGroup(const QUuid &id) { deleteSelectedGroups({id}); }
     void deleteSelectedGroups(const QSet<QUuid> &ids);
 
     /// Opens the editor on a new group.

@@ -42,16 +42,6 @@ def test_what_cannot_be_read_is_an_empty_list(session, put):
     assert os.path.lexists(session.list_file)
 
 
-@pytest.mark.parametrize("field, value", [("alarmCount", -1), ("alarmCount", (1 << 63) - 1), ("alarmCount", 0),
-                                          ("intervalMinutes", (1 << 63) - 1), ("targetHour", -(1 << 63)),
-                                          ("targetMinute", (1 << 63) - 1)])
-def test_an_absurd_group_does_not_disturb_the_others(session, field, value):
-    session.save(group(label="absurd", alarmCount=2) | {field: value}, group("7:00", label="good"))
-    program = session.run()
-    fired = program.wait_for("[Scheduler] FIRE: good alarm #1")
-    assert session.clock.text(fired.when).startswith("07:00:00")
-
-
 def test_a_full_disk_costs_no_change(session):
     session.start("session-bus", "display", "accessibility")
     session.save(group("7:00", label="x", isEnabled=False), group("8:00", label="y", isEnabled=False))

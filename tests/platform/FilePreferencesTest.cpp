@@ -34,7 +34,9 @@ struct stat statusOf(const QString &path) {
 template <typename Action> bool isKilledAt(int n, const Action &action) {
     const pid_t child = fork();
     if (child == 0) {
-        ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+        if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) {
+            _exit(1);
+        }
         raise(SIGSTOP);
         action();
         _exit(0);
@@ -210,6 +212,9 @@ private Q_SLOTS:
     }
 
     void aKillAtAnyMomentLosesNothing() {
+        if (!isKilledAt(0, [] {})) {
+            QSKIP("An emulator lets no process be traced");
+        }
         int n = 1;
         const auto replace = [this] { replaceValueFile(path(), "new"); };
         while (true) {

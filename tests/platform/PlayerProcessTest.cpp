@@ -89,13 +89,6 @@ private Q_SLOTS:
         program.remove();
     }
 
-    void aPlayerThatIsMissingIsTold() {
-        const auto process = start("/nonexistent/player");
-        QVERIFY(m_reasons.isEmpty());
-        QTRY_COMPARE(m_reasons,
-                     QStringList{QStringLiteral("The player can't be started: No such file or directory")});
-    }
-
     // The real player, without a sound server.
     void aPlayerMayBeKilledAtAnyMoment() {
         constexpr int kills = 200;

@@ -58,14 +58,6 @@ private Q_SLOTS:
         QCOMPARE(QFile::permissions(folder()) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     }
 
-    void anotherConfigurationIsAnotherClock() {
-        SingleInstance first(folder());
-        SingleInstance second(folder() + QStringLiteral("-other"));
-        QVERIFY(first.acquire());
-        first.listen();
-        QVERIFY(second.acquire());
-    }
-
     void aKilledOwnerLeavesNothingBehind() {
         int ready[2];
         QCOMPARE(::pipe(ready), 0);

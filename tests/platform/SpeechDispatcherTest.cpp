@@ -18,7 +18,6 @@ public:
         qputenv("SPEECHD_ADDRESS", "unix_socket:" + m_server.fullServerName().toUtf8());
     }
 
-    void refuseConnections() { m_server.close(); }
     bool isCalled() { return m_server.hasPendingConnections(); }
 
     bool accept() {
@@ -198,14 +197,6 @@ private Q_SLOTS:
         QTRY_COMPARE(m_ends, (QList<End>{{1, false}}));
         m_dispatcher->read({.id = 2, .text = QStringLiteral("second"), .volume = 0});
         QVERIFY(m_service->accept() && m_service->agreeToSpeak() && m_service->readUntil("second\r\n.\r\n"));
-    }
-
-    void aMissingServiceIsToldLater() {
-        m_service->refuseConnections();
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^kova-alarm: no speech: .")));
-        m_dispatcher->read({.id = 1, .text = QStringLiteral("first"), .volume = 0});
-        QVERIFY(m_ends.isEmpty()); // from the event loop
-        QTRY_COMPARE(m_ends, (QList<End>{{1, false}}));
     }
 
 private:

@@ -89,13 +89,6 @@ private Q_SLOTS:
         }
     }
 
-    void texts() {
-        QCOMPARE(timeText(9, 5), QStringLiteral("9:05"));
-        QCOMPARE(timeText(30, 100), QStringLiteral("30:100"));
-        QCOMPARE(sequenceText(makeGroup(7, 0, 2, 10, true)), QStringLiteral("2回 / 10分間隔"));
-        QVERIFY(!sequenceText(makeGroup(7, 0, 1, 10, true)));
-    }
-
     void weekdays() {
         const std::pair<QList<qint64>, const char16_t *> rows[] = {
             {{}, u"一度だけ"},

@@ -139,16 +139,6 @@ private Q_SLOTS:
         QVERIFY(isHandedOn());
     }
 
-    void deletionKeepsTheOrderOfTheRest() {
-        const AlarmGroup c = makeGroup(QStringLiteral("c"));
-        open({m_a, m_b, c, m_a});
-        m_store->deleteGroup(m_a.id);
-        QCOMPARE(labelsOf(m_store->groups()), QStringLiteral("bc"));
-        m_store->deleteSelectedGroups({m_b.id, m_a.id});
-        QCOMPARE(labelsOf(m_store->groups()), QStringLiteral("c"));
-        QVERIFY(isHandedOn());
-    }
-
     void theEditorWorksOnACopy() {
         open({m_a, m_b});
         m_store->startEditing(m_a);

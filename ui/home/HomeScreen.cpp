@@ -43,10 +43,6 @@ void HomeScreen::present() {
     }
 }
 
-void HomeScreen::add() {
-    m_store.startAdding();
-}
-
 void HomeScreen::toggle(const QString &groupId) {
     if (!m_selection.editMode()) {
         m_store.toggleGroup(QUuid::fromString(groupId));
@@ -76,10 +72,6 @@ void HomeScreen::edit(const QString &groupId) {
     if (const AlarmGroup *group = find(groupId)) {
         m_store.startEditing(*group);
     }
-}
-
-void HomeScreen::remove(const QString &groupId) {
-    m_store.deleteGroup(QUuid::fromString(groupId));
 }
 
 const AlarmGroup *HomeScreen::find(const QString &groupId) const {

@@ -43,7 +43,7 @@ public:
     AlarmAlertItem alert() const { return m_alert.value_or(AlarmAlertItem()); }
 
     /// Opens the editor on a new group.
-    Q_INVOKABLE void add();
+    Q_INVOKABLE void add() { m_store.startAdding(); }
 
     /// A card's controls; they do nothing in edit mode.
     Q_INVOKABLE void toggle(const QString &groupId);
@@ -55,7 +55,7 @@ public:
 
     /// A card's menu: opens the editor and leaves a preview playing, or deletes without asking.
     Q_INVOKABLE void edit(const QString &groupId);
-    Q_INVOKABLE void remove(const QString &groupId);
+    Q_INVOKABLE void remove(const QString &groupId) { m_store.deleteGroup(QUuid::fromString(groupId)); }
 
     /// Any way of closing the alert.
     Q_INVOKABLE void endRinging() { m_scheduler.endRinging(); }

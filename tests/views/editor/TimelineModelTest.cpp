@@ -44,15 +44,6 @@ private Q_SLOTS:
         QCOMPARE(shown(model), QStringLiteral("6:50 7:00!"));
         QCOMPARE(reset.size(), 0);
     }
-
-    void holdsALongRun() {
-        EditorFixture fixture(makeGroup(7, 0, 100'000, 7, true));
-        TimelineModel &model = *fixture.editor.timeline();
-        QCOMPARE(model.rowCount(), 100'000);
-        QVERIFY(model.index(99'999).data(TimelineModel::IsLast).toBool());
-        fixture.store.setEditingGroup(makeGroup(7, 0, 100'001, 7, true));
-        QCOMPARE(model.rowCount(), 0);
-    }
 };
 
 QTEST_GUILESS_MAIN(TimelineModelTest)

@@ -10,31 +10,6 @@ class MenuBarExtraTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theLinesSummariseTheGroups() {
-        const struct {
-            int count;
-            int enabled;
-            const char16_t *lines;
-        } rows[] = {
-            {1, 0, u"有効: 0 / 1|-|0:00|-"},
-            {5, 5, u"有効: 5 / 5|-|0:00|1:00|2:00|3:00|4:00|-|スリープ防止中"},
-            {7, 6, u"有効: 6 / 7|-|0:00|1:00|2:00|3:00|4:00|他 2件...|-|スリープ防止中"},
-        };
-        for (const auto &row : rows) {
-            QList<AlarmGroup> groups;
-            for (int i = 0; i < row.count; ++i) {
-                groups << groupAt(i);
-                groups.last().isEnabled = i < row.enabled;
-            }
-            QStringList texts;
-            for (const MenuBarEntry &entry : menuBarContent(groups, row.enabled > 0)) {
-                texts << (entry.kind == MenuBarEntry::Separator ? QStringLiteral("-") : entry.text);
-            }
-            QCOMPARE(texts.join(u'|'), QStringLiteral("KOVA アラーム|-|%1|-|ウィンドウを表示|終了")
-                                           .arg(QString::fromUtf16(row.lines)));
-        }
-    }
-
     void aLabelStandsAsTyped() {
         const struct {
             const char16_t *label;
