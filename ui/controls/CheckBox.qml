@@ -31,7 +31,7 @@ T.CheckBox {
 
         FocusRing {
             cornerRadius: 4.5
-            visible: control.visualFocus
+            shown: control.visualFocus
         }
         Symbol {
             anchors.centerIn: parent

@@ -34,7 +34,7 @@ T.Button {
 
     FocusRing {
         cornerRadius: button.cornerRadius
-        visible: button.visualFocus
+        shown: button.visualFocus
     }
     HoverTip {
         shown: button.hovered && !button.down

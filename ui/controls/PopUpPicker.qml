@@ -35,7 +35,7 @@ T.ComboBox {
 
         FocusRing {
             cornerRadius: 6
-            visible: picker.visualFocus
+            shown: picker.visualFocus
         }
     }
     contentItem: Text {

@@ -25,6 +25,6 @@ T.RadioButton {
 
     FocusRing {
         cornerRadius: 6
-        visible: segment.visualFocus
+        shown: segment.visualFocus
     }
 }

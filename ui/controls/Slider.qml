@@ -43,7 +43,7 @@ T.Slider {
 
         FocusRing {
             cornerRadius: 8
-            visible: slider.visualFocus
+            shown: slider.visualFocus
         }
     }
 

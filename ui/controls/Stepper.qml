@@ -35,7 +35,7 @@ T.SpinBox {
 
         FocusRing {
             cornerRadius: 6
-            visible: stepper.visualFocus
+            shown: stepper.visualFocus
         }
     }
     down.indicator: StepperButton {

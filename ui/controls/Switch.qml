@@ -37,6 +37,6 @@ T.Switch {
 
     FocusRing {
         cornerRadius: 11
-        visible: control.visualFocus
+        shown: control.visualFocus
     }
 }

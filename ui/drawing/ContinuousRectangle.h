@@ -27,13 +27,14 @@ Q_SIGNALS:
 protected:
     QSGNode *updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *data) override;
 
-private:
-    QPen pen() const;
-
     QColor m_color = Qt::transparent;
     qreal m_radius = 0;
     QColor m_borderColor = Qt::transparent;
     qreal m_borderWidth = 0;
+
+private:
+    QPen pen() const;
+
     qreal m_dashLength = 0;
 };
 

@@ -120,10 +120,6 @@ void AlarmEditor::chooseSoundFile() {
     });
 }
 
-void AlarmEditor::clearCustomSound() {
-    selectBuiltInSound(group().soundName);
-}
-
 void AlarmEditor::selectBuiltInSound(const QString &soundId) {
     m_choice.reset();
     EditedGroup changed = group();

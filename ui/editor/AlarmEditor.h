@@ -71,7 +71,7 @@ public:
     /// Asks for a file and waits for the user; alarms ring on meanwhile. On a slow disk the group gets the
     /// file later, unless its sound was chosen anew or the editor left it meanwhile.
     Q_INVOKABLE void chooseSoundFile();
-    Q_INVOKABLE void clearCustomSound();
+    Q_INVOKABLE void clearCustomSound() { selectBuiltInSound(group().soundName); }
     Q_INVOKABLE void selectBuiltInSound(const QString &soundId);
 
     /// Plays a built-in sound once, at the group's volume, without choosing it.

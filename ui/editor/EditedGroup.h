@@ -3,6 +3,7 @@
 #include "AlarmGroup.h"
 
 #include <QObject>
+#include <algorithm>
 #include <qqmlregistration.h>
 
 namespace kova {
@@ -39,33 +40,39 @@ public:
     static constexpr int maximumIntervalMinutes = 30;
     static constexpr int volumeSteps = 20;
 
-    int hourIndex() const;
+    int hourIndex() const { return indexBelow(24, targetHour); }
     QString hourText() const { return QString::number(targetHour); }
-    int minuteIndex() const;
+    int minuteIndex() const { return indexBelow(60, targetMinute); }
     QString minuteText() const { return QString::asprintf("%02lld", targetMinute); }
-    int nearestCount() const;
+    int nearestCount() const { return nearestInt(alarmCount); }
     QString alarmCountText() const { return QStringLiteral("%1回").arg(alarmCount); }
-    int nearestInterval() const;
+    int nearestInterval() const { return nearestInt(intervalMinutes); }
     QString intervalText() const { return QStringLiteral("%1分").arg(intervalMinutes); }
     bool hasCustomSound() const { return customSoundName.has_value(); }
     QString fileName() const { return customSoundName.value_or(QString()); }
     QString chosenSound() const { return customSoundPath ? QString() : soundName; }
-    QString volumeText() const;
-    QString ttsVolumeText() const;
+    QString volumeText() const { return percentText(volume); }
+    QString ttsVolumeText() const { return percentText(ttsVolume); }
 
     void setHourIndex(int hour) { targetHour = hour; }
     void setMinuteIndex(int minute) { targetMinute = minute; }
     /// Brings the count into 1 to 20.
-    void setAlarmCount(int count);
+    void setAlarmCount(int count) { alarmCount = std::clamp(count, 1, maximumAlarmCount); }
     /// Brings the interval into 1 to 30.
-    void setIntervalMinutes(int minutes);
+    void setIntervalMinutes(int minutes) { intervalMinutes = std::clamp(minutes, 1, maximumIntervalMinutes); }
     /// Takes the nearest of the steps from 0 to 1; the same for the speech.
-    void setVolume(float level);
-    void setTtsVolume(float level);
+    void setVolume(float level) { volume = nearestStep(level); }
+    void setTtsVolume(float level) { ttsVolume = nearestStep(level); }
 
     Q_INVOKABLE bool repeatsOn(int day) const { return repeatDays.contains(day); }
     /// Takes the day out wherever it stands, or puts it last.
     void toggleDay(int day);
+
+private:
+    static int indexBelow(int count, qint64 value);
+    static int nearestInt(qint64 value);
+    static float nearestStep(float level);
+    static QString percentText(float level);
 };
 
 } // namespace kova

@@ -86,6 +86,6 @@ T.RadioButton {
     FocusRing {
         cornerRadius: 6
         gap: -2
-        visible: row.visualFocus
+        shown: row.visualFocus
     }
 }

@@ -51,7 +51,7 @@ Item {
 
         FocusRing {
             cornerRadius: 12
-            visible: surface.visualFocus
+            shown: surface.visualFocus
         }
     }
     Column {
