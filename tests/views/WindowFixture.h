@@ -41,6 +41,13 @@ struct Window : HomeFixture {
         activate();
     }
 
+    // Lest the toolkit's renderer leaves the textures of pictures behind.
+    ~Window() {
+        window.setSource({});
+        window.releaseResources();
+        window.grabWindow();
+    }
+
     QList<QQuickItem *> all(const char *name) {
         return itemsBelow(window.contentItem(), QString::fromLatin1(name));
     }

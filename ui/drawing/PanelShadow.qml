@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// The soft dark shadow around the edges of a panel that fills the same item.
+// The soft dark shadow around the edges of its parent, or of another item that it fills.
 BorderImage {
     // How far it is blurred, as far as there is a picture of it; nothing is left of it at 1.5 times that distance.
     required property int radius
