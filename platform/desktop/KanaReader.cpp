@@ -30,7 +30,6 @@ KanaReader::KanaReader(std::chrono::milliseconds patience) {
     connect(&m_patience, &QTimer::timeout, this, [this] { fail(QStringLiteral("MeCab takes too long")); });
 }
 
-// A process that is destroyed running is killed.
 KanaReader::~KanaReader() {
     abandon();
 }
@@ -81,12 +80,11 @@ void KanaReader::analysed(int code, QProcess::ExitStatus status) {
 void KanaReader::abandon() {
     m_patience.stop();
     if (m_analyser) {
+        constexpr int untilKilled = 500; // ms
         m_analyser->disconnect(this);
-        connect(m_analyser, &QProcess::finished, m_analyser, &QObject::deleteLater);
         m_analyser->kill();
-        if (m_analyser->state() == QProcess::NotRunning) {
-            m_analyser->deleteLater();
-        }
+        m_analyser->waitForFinished(untilKilled);
+        m_analyser->deleteLater(); // this may be one of its own signals
         m_analyser.clear();
     }
 }

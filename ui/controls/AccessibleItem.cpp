@@ -23,15 +23,18 @@ const QObject *accessible(const QQuickItem &item) {
     return found == children.crend() ? nullptr : *found;
 }
 
+bool isPopup(const QQuickItem &item) {
+    return item.inherits("QQuickPopupItem");
+}
+
 QQuickItem *popupContent(const QQuickItem *item) {
-    return item && item->inherits("QQuickPopupItem") ? item->property("contentItem").value<QQuickItem *>()
-                                                     : nullptr;
+    return item && isPopup(*item) ? item->property("contentItem").value<QQuickItem *>() : nullptr;
 }
 
 bool isTold(const QQuickItem &item) {
     const QObject *properties = accessible(item);
-    return properties && !properties->property("ignored").toBool() &&
-           popupContent(item.parentItem()) != &item;
+    const bool isIgnored = properties ? properties->property("ignored").toBool() : !isPopup(item);
+    return !isIgnored && popupContent(item.parentItem()) != &item;
 }
 
 void gatherTold(const QQuickItem &item, QList<QQuickItem *> &found) {
@@ -76,7 +79,7 @@ bool isPicker(QAccessible::Role role) {
 
 QAccessibleInterface *make(const QString & /*className*/, QObject *object) {
     auto *item = qobject_cast<QQuickItem *>(object);
-    return item && accessible(*item) ? new AccessibleItem(*item) : nullptr;
+    return item && (accessible(*item) || isPopup(*item)) ? new AccessibleItem(*item) : nullptr;
 }
 
 } // namespace

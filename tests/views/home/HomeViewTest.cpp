@@ -17,7 +17,7 @@ private Q_SLOTS:
         Window w;
         w.add(groupAt(7, QStringLiteral("<b>&朝</b>")));
         QTRY_VERIFY(w.shows("cardLabel"));
-        QCOMPARE(w.frame("cardSurface").topLeft(), QPointF(12, 52));
+        QTRY_COMPARE(w.frame("cardSurface").topLeft(), QPointF(12, 52));
         QCOMPARE(w.text("cardLabel"), QStringLiteral("<b>&朝</b>"));
         QCOMPARE(w.item("cardLabel")->property("textFormat").toInt(), 0);
     }
