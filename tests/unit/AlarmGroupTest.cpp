@@ -29,7 +29,6 @@ struct Change {
 };
 
 constexpr Change replacements[] = {
-    {"unchanged", true, "", ""},
     {"a key twice", true, "\"targetHour\":6", "\"targetHour\":5,\"targetHour\":6"},
     {"unknown keys", true, "{", R"({"future":{"a":[1,null]},)"},
     {"7.0 is whole", true, "\"targetHour\":6", "\"targetHour\":7.0"},
@@ -37,13 +36,10 @@ constexpr Change replacements[] = {
     {"integer too large", false, "\"targetHour\":6", "\"targetHour\":9223372036854775808"},
     {"integer too small", false, "\"targetHour\":6", "\"targetHour\":-9223372036854775809"},
     {"a fraction", false, "\"targetHour\":6", "\"targetHour\":7.5"},
-    {"true is no number", false, "\"targetHour\":6", "\"targetHour\":true"},
     {"1 is not true", false, "\"isEnabled\":true", "\"isEnabled\":1"},
     {"volume fits a float", true, "0.35", "3.4028234663852886e38"},
     {"volume beyond a float", false, "0.35", "3.5e38"},
-    {"moment as an integer", true, "790000000.123456", "790000000"},
     {"upper-case id", true, "3f2504e0", "3F2504E0"},
-    {"id in braces", false, "3f2504e0-4f89-41d3-9a0c-0305e82c3301", "{3f2504e0-4f89-41d3-9a0c-0305e82c3301}"},
     {"invalid UTF-8", false, "朝", "\xff\xfe"},
     {"truncated", false, "790000000.123456}", ""},
 };
