@@ -117,8 +117,7 @@ Item {
             id: row
 
             home: homeList.home // qmllint disable unqualified
-            width: ListView.view.width - 24
-            x: 12
+            width: ListView.view.width
 
             onMenuAsked: (x, y, byKeyboard) => homeList.menuAsked(row.groupId, row.mapToItem(homeList, x, y), byKeyboard) // qmllint disable unqualified
             onMove: (step, stop) => homeList.go(row.index + step, stop) // qmllint disable unqualified

@@ -74,6 +74,7 @@ FocusScope {
         anchors.verticalCenter: parent.verticalCenter
         visible: active
         width: 22
+        x: 12
 
         sourceComponent: SelectionMark {
             Accessible.name: "選択 " + card.title // qmllint disable unqualified
@@ -95,8 +96,8 @@ FocusScope {
         repeatDaysText: row.repeatDaysText
         sequenceText: row.sequenceText
         timeText: row.timeText
-        width: row.width - x
-        x: row.editMode ? mark.width + 10 : 0
+        width: row.width - x - 12
+        x: row.editMode ? mark.x + mark.width + 10 : 12
 
         onClick: row.home.click(row.groupId)
         onLeave: (event, step) => row.leave(event, step)
