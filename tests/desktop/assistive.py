@@ -91,4 +91,5 @@ def main(verb, name="", text=""):
             print(role(node), node.get_name(), node.get_description(), content(node), *states(node), sep="\t")
 
 
+Atspi.set_timeout(2000, 2000)  # ms; else a program that hangs holds it up for 15 s
 main(*sys.argv[1:])
