@@ -29,9 +29,8 @@ struct Change {
 };
 
 constexpr Change replacements[] = {
-    {"a key twice", true, "\"targetHour\":6", "\"targetHour\":5,\"targetHour\":6"},
-    {"unknown keys", true, "{", R"({"future":{"a":[1,null]},)"},
     {"7.0 is whole", true, "\"targetHour\":6", "\"targetHour\":7.0"},
+    {"unknown keys", true, "{", R"({"future":{"a":[1,null]},)"},
     {"smallest integer", true, "\"targetHour\":6", "\"targetHour\":-9223372036854775808"},
     {"integer too large", false, "\"targetHour\":6", "\"targetHour\":9223372036854775808"},
     {"integer too small", false, "\"targetHour\":6", "\"targetHour\":-9223372036854775809"},

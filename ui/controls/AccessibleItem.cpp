@@ -33,6 +33,7 @@ QQuickItem *popupContent(const QQuickItem *item) {
 
 bool isTold(const QQuickItem &item) {
     const QObject *properties = accessible(item);
+    // Not every release of the toolkit marks popups for tools that come later.
     const bool isIgnored = properties ? properties->property("ignored").toBool() : !isPopup(item);
     return !isIgnored && popupContent(item.parentItem()) != &item;
 }
