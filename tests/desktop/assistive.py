@@ -13,9 +13,7 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 
 def shown(node):
-    if node is None:
-        return
-    if node.get_role() != Atspi.Role.APPLICATION and not node.get_component_iface():
+    if node is None or (node.get_role() != Atspi.Role.APPLICATION and not node.get_component_iface()):
         return
     yield node
     for index in range(node.get_child_count()):
@@ -76,7 +74,9 @@ def role(node):
 def main(verb, name="", text=""):
     if verb in ("press", "toggle", "try"):
         action = "Toggle" if verb == "toggle" else "Press"
-        node = find(name, lambda node: action in actions(node), usable=verb != "try")
+        # A switch goes by its card's name, and may be of use a moment before the card.
+        node = find(name, lambda node: action in actions(node) and (action, role(node)) != ("Press", "check box"),
+                    usable=verb != "try")
         node.get_action_iface().do_action(actions(node).index(action))
     elif verb == "set":
         node = find(name, Atspi.Accessible.get_value_iface)
