@@ -131,13 +131,16 @@ private Q_SLOTS:
     }
 
     void ringsUntilItEndsByItself() {
-        AlarmScheduler &scheduler = startAt({6, 59, 58}, {makeGroup(QString(), 7, 0, 2, 1, false)});
+        AlarmScheduler &scheduler = startAt({6, 59, 58}, {makeGroup(QString(), 7, 0, 3, 1, false)});
         m_services->runLoop.advance(2s + 54999ms);
         QVERIFY(scheduler.activeAlarm());
         m_services->runLoop.advance(1ms);
         QVERIFY(isSilent());
         m_services->runLoop.advance(5s);
         QCOMPARE(scheduler.activeAlarm()->index, 1);
+        m_services->clock.set({2026, 1, 5}, {7, 1, 59}); // set forward while it rings
+        m_services->runLoop.advance(55s);                // its end comes due and finds the group's next one
+        QCOMPARE(scheduler.activeAlarm()->index, 2);
     }
 
     void aStoppedAlarmStaysStoppedForTheDay() {

@@ -289,11 +289,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[]) {
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    const QApplication application(argc, argv);
-    ControlsTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_MAIN(ControlsTest)
 #include "ControlsTest.moc"

@@ -230,11 +230,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[]) {
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    const QApplication application(argc, argv);
-    TextsTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_MAIN(TextsTest)
 #include "TextsTest.moc"
