@@ -29,8 +29,9 @@ struct Change {
 };
 
 constexpr Change replacements[] = {
-    {"7.0 is whole", true, "\"targetHour\":6", "\"targetHour\":7.0"},
+    {"a key twice", true, "\"targetHour\":6", "\"targetHour\":5,\"targetHour\":6"},
     {"unknown keys", true, "{", R"({"future":{"a":[1,null]},)"},
+    {"7.0 is whole", true, "\"targetHour\":6", "\"targetHour\":7.0"},
     {"smallest integer", true, "\"targetHour\":6", "\"targetHour\":-9223372036854775808"},
     {"integer too large", false, "\"targetHour\":6", "\"targetHour\":9223372036854775808"},
     {"integer too small", false, "\"targetHour\":6", "\"targetHour\":-9223372036854775809"},
@@ -138,6 +139,7 @@ private Q_SLOTS:
         QTest::newRow("one bad element") << QByteArray("[" + goodGroup + ",{}]") << false;
         QTest::newRow("element null") << QByteArray("[null]") << false;
         QTest::newRow("an empty list") << QByteArray("[]") << true;
+        QTest::newRow("an object") << QByteArray("{}") << false;
         QTest::newRow("nothing") << QByteArray() << false;
         QTest::newRow("junk") << QByteArray(100000, '\xa5') << false;
         QTest::newRow("nested 100,000 deep") << QByteArray(100000, '[') << false;

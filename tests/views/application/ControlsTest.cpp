@@ -3,7 +3,6 @@
 #include "AlarmGroupJson.h"
 #include "builtInSounds.h"
 
-#include <QApplication>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>

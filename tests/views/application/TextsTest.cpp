@@ -4,7 +4,6 @@
 #include "drawing/Symbol.h"
 
 #include <QAccessible>
-#include <QApplication>
 
 using namespace kova;
 

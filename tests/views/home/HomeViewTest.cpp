@@ -4,7 +4,6 @@
 #include "AlarmGroupJson.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QSignalSpy>
 
 using namespace kova;
