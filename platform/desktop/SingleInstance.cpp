@@ -129,6 +129,7 @@ void SingleInstance::hear() {
             if (socket->canReadLine()) {
                 const QByteArray token = socket->readLine(longestToken + 2).trimmed();
                 socket->write("!");
+                socket->flush(); // not after what the activation does, which may take long
                 socket->disconnectFromServer();
                 Q_EMIT activated(token);
             } else if (socket->bytesAvailable() > longestToken) {
