@@ -1,6 +1,6 @@
 #pragma once
 
-#include "application/ViewWindow.h"
+#include "window/ViewWindow.h"
 
 #include <QQuickItem>
 #include <QTest>

@@ -2,7 +2,7 @@
 
 #include "FakeFileChooser.h"
 #include "HomeFixture.h"
-#include "application/MainWindow.h"
+#include "MainWindow.h"
 #include "editor/AlarmEditor.h"
 
 #include <QQmlEngine>

@@ -7,7 +7,7 @@ T.TextField {
     id: field
 
     function askMenu(x: real, y: real, byKeyboard: bool) {
-        menu.show("controls/TextFieldMenu.qml", {
+        menu.show("popups/TextFieldMenu.qml", {
                 "field": field,
                 "x": x,
                 "y": y

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "EditedGroup.h"
-#include "TimelineModel.h"
+#include "editor/schedule/TimelineModel.h"
 
 #include <QObject>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #include "ViewWindow.h"
 
-#include "controls/AccessibleItem.h"
+#include "accessibility/AccessibleItem.h"
 #include "controls/press.h"
 
 #include <QKeyEvent>

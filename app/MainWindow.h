@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ViewWindow.h"
+#include "window/ViewWindow.h"
 
 namespace kova {
 

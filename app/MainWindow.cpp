@@ -16,7 +16,7 @@ MainWindow::MainWindow(QQmlEngine &engine, QVariantMap inputs) : ViewWindow(&eng
     inputs.insert(QStringLiteral("width"), width()); // lest all is laid out twice
     inputs.insert(QStringLiteral("height"), height());
     setInitialProperties(inputs);
-    setSource(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Kova/application/ContentView.qml")));
+    setSource(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Kova/window/ContentView.qml")));
 }
 
 void MainWindow::closeEvent(QCloseEvent *event) {

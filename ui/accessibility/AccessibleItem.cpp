@@ -1,7 +1,7 @@
 #include "AccessibleItem.h"
 
 #include "AccessibleChanges.h"
-#include "press.h"
+#include "controls/press.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
