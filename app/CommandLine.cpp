@@ -5,67 +5,90 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <string_view>
 
 namespace kova {
 
 namespace {
 
-constexpr int refused = 2;
+constexpr int unknownArgument = 2;
 
-constexpr const char *help =
-    R"(Usage: kova-alarm [--help | --start-at-login | --version] [OPTION OF THE TOOLKIT]...
-A desktop alarm clock. One runs for each user: starting it again brings its window to the front.
+constexpr const char *englishHelp =
+    R"(Usage: kova-alarm [--help | --start-at-login | --version] [QT OPTION]...
+A desktop alarm clock. One instance runs per user; starting it again shows its window.
 
-  --help            tell this and end
-  --start-at-login  have the desktop start it at each login from now on, and end
-  --version         tell the version and end
+  --help            show this help and exit
+  --start-at-login  start the application at each login, and exit
+  --version         show the version and exit
 
-Options of the toolkit, Qt, are passed on, for example -platform xcb or -display :1.)";
+Options of Qt are passed on, for example -platform xcb or -display :1.)";
 
-// With a value in the next argument, or, some of them, after a "=".
-constexpr std::array<std::string_view, 17> toolkitValues{
+constexpr const char *japaneseHelp =
+    R"(使い方: kova-alarm [--help | --start-at-login | --version] [Qt のオプション]...
+デスクトップ用の目覚まし時計です。ユーザーごとに 1 つだけ起動し、もう一度起動するとそのウィンドウを表示します。
+
+  --help            この使い方を表示して終了します
+  --start-at-login  ログイン時に自動起動するように設定して終了します
+  --version         バージョンを表示して終了します
+
+-platform xcb や -display :1 などの Qt のオプションは、Qt に渡します。)";
+
+// The first of the variables that is set and not empty names the language, as POSIX defines it for messages.
+bool isJapaneseLocale() {
+    for (const char *variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const char *value = std::getenv(variable);
+        if (value != nullptr && *value != '\0') {
+            const std::string_view locale = value;
+            return locale.substr(0, locale.find_first_of("_.@")) == "ja";
+        }
+    }
+    return false;
+}
+
+// The value follows as the next argument or, for some of them, after "=".
+constexpr std::array<std::string_view, 17> qtOptions{
     "display",       "geometry",        "icon",        "name",         "platform", "platformpluginpath",
     "platformtheme", "plugin",          "session",     "style",        "title",    "stylesheet",
     "qmljsdebugger", "qwindowgeometry", "qwindowicon", "qwindowtitle", "visual"};
-constexpr std::array<std::string_view, 4> toolkitSwitches{"dograb", "nograb", "reverse", "widgetcount"};
+constexpr std::array<std::string_view, 4> qtSwitches{"dograb", "nograb", "reverse", "widgetcount"};
 
 template <typename Names> bool contains(const Names &names, std::string_view name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-// How many arguments an option of the toolkit takes up, itself included; 0 when it is none.
-int toolkitArguments(std::string_view argument) {
+// Returns the number of arguments that a Qt option occupies, including itself; 0 if it is not a Qt option.
+int qtArgumentCount(std::string_view argument) {
     if (!argument.starts_with('-')) {
         return 0;
     }
     argument.remove_prefix(argument.starts_with("--") ? 2 : 1);
     const size_t equals = argument.find('=');
-    if (contains(toolkitValues, argument.substr(0, equals))) {
+    if (contains(qtOptions, argument.substr(0, equals))) {
         return equals == std::string_view::npos ? 2 : 1;
     }
-    return contains(toolkitSwitches, argument) ? 1 : 0;
+    return contains(qtSwitches, argument) ? 1 : 0;
 }
 
 } // namespace
 
-std::optional<int> answerArguments(int argc, const char *const argv[]) {
+std::optional<int> parseArguments(int argc, const char *const argv[]) {
     for (int i = 1; i < argc;) {
         const std::string_view argument = argv[i];
         if (argument == "--help") {
-            std::puts(help);
+            std::puts(isJapaneseLocale() ? japaneseHelp : englishHelp);
             return 0;
         }
         if (argument == "--version") {
             std::printf("kova-alarm %s\n", version);
             return 0;
         }
-        const int passed = toolkitArguments(argument);
-        if (passed == 0) {
-            std::fprintf(stderr, "kova-alarm: there is no option '%s'; see kova-alarm --help\n", argv[i]);
-            return refused;
+        const int count = qtArgumentCount(argument);
+        if (count == 0) {
+            std::fprintf(stderr, "kova-alarm: unknown argument '%s'; see kova-alarm --help\n", argv[i]);
+            return unknownArgument;
         }
-        i += passed;
+        i += count;
     }
     return std::nullopt;
 }

@@ -4,9 +4,9 @@
 
 namespace kova {
 
-/// Answers --help and --version and refuses what neither the program nor the toolkit knows, each with the
-/// exit status to end with; none when the program is to start. Needs neither a display nor an application
+/// Handles --help and --version, and reports arguments that neither the application nor Qt accepts. Returns
+/// the exit status, or nullopt if the application is to start. Needs neither a display nor an application
 /// object.
-std::optional<int> answerArguments(int argc, const char *const argv[]);
+std::optional<int> parseArguments(int argc, const char *const argv[]);
 
 } // namespace kova

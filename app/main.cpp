@@ -19,7 +19,7 @@ void describeApplication() {
     QApplication::setApplicationName(QStringLiteral("KOVA"));
     QApplication::setApplicationDisplayName(QStringLiteral("KOVA Alarm"));
     QApplication::setDesktopFileName(QStringLiteral("jp.kova.Alarm"));
-    QLocale::setDefault(QLocale(QLocale::Japanese)); // in which kinds of files are named
+    QLocale::setDefault(QLocale(QLocale::Japanese)); // for the file dialog's names of file types
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
@@ -29,7 +29,7 @@ int main(int argc, char *argv[]) {
     if (argc == 2 && argv[1] == std::string_view("--start-at-login")) {
         return kova::startAtLogin(argc, argv);
     }
-    if (const std::optional<int> status = kova::answerArguments(argc, argv)) {
+    if (const std::optional<int> status = kova::parseArguments(argc, argv)) {
         return *status;
     }
     kova::prepareProcess();
