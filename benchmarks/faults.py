@@ -11,7 +11,7 @@ import time
 
 import sound
 from groups import bookmark, group
-from session import ROOT, Session, until
+from session import ROOT, Session, wait_until
 from test_custom_sound import chirp, wav
 from test_player import players
 from test_streams import stopped_terminal, unread_pipe
@@ -95,7 +95,7 @@ def broken_file(watched):
 
 def player(how):
     def strike(program):
-        until(lambda: players(program))
+        wait_until(lambda: players(program))
         os.kill(players(program)[-1], how)
 
     def fault(watched):

@@ -32,7 +32,7 @@ import sound  # noqa: E402
 from display import Display, close_windows  # noqa: E402
 from groups import bookmark, group  # noqa: E402
 from process import Process  # noqa: E402
-from session import PROGRAM, Program, Session, until  # noqa: E402
+from session import PROGRAM, Program, Session, wait_until  # noqa: E402
 
 TIMES = 20
 FRAMES = {"QT_LOGGING_RULES": "qt.scenegraph.time.renderloop.debug=true", "QT_FORCE_STDERR_LOGGING": "1"}
@@ -112,7 +112,7 @@ def click():
         for _ in range(TIMES):
             saved = session.list_file.read_bytes()
             measure(switch, to_toggle)
-            until(lambda: session.list_file.read_bytes() != saved)
+            wait_until(lambda: session.list_file.read_bytes() != saved)
         for _ in range(TIMES):
             measure(card, to_editor)
             display.click(5, 300)  # beside the panel

@@ -48,7 +48,7 @@ def actions(node):
     return [action.get_action_name(index) for index in range(action.get_n_actions())] if action else []
 
 
-def until(answer, complaint):
+def wait_until(answer, complaint):
     deadline = time.monotonic() + 10
     while time.monotonic() < deadline:
         try:
@@ -63,7 +63,7 @@ def until(answer, complaint):
 def find(name, is_right, usable=True):
     def is_wanted(node):
         return node.get_name() == name and is_right(node) and not (usable and "disabled" in states(node))
-    return until(lambda: next(filter(is_wanted, everything()), None), f"nothing of use is called {name}")
+    return wait_until(lambda: next(filter(is_wanted, everything()), None), f"nothing of use is called {name}")
 
 
 def role(node):
@@ -81,11 +81,11 @@ def main(verb, name="", text=""):
     elif verb == "set":
         node = find(name, Atspi.Accessible.get_value_iface)
         Atspi.Value.set_current_value(node, float(text))
-        until(lambda: Atspi.Value.get_current_value(node) == float(text), f"{name} does not take the value")
+        wait_until(lambda: Atspi.Value.get_current_value(node) == float(text), f"{name} does not take the value")
     elif verb == "write":
         node = find(name, Atspi.Accessible.get_editable_text_iface)
         Atspi.EditableText.set_text_contents(node, text)
-        until(lambda: Atspi.Text.get_text(node, 0, -1) == text, f"{name} does not take the text")
+        wait_until(lambda: Atspi.Text.get_text(node, 0, -1) == text, f"{name} does not take the text")
     else:
         for node in everything():
             print(role(node), node.get_name(), node.get_description(), content(node), *states(node), sep="\t")

@@ -11,8 +11,11 @@ PR_SET_PDEATHSIG = 1
 _libc = ctypes.CDLL(None)
 
 
-def _end_with_parent():
+def _prepare_child():
+    """Ends the child with this process, and undoes what a shell sets for background jobs and nohup."""
     _libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
+    for number in (signal.SIGINT, signal.SIGQUIT, signal.SIGHUP):
+        signal.signal(number, signal.SIG_DFL)
 
 
 class Process:
@@ -20,7 +23,7 @@ class Process:
         self.started = time.monotonic()
         self.popen = subprocess.Popen(
             command, env=env, stdin=subprocess.DEVNULL, stdout=stdout, stderr=stderr,
-            start_new_session=True, preexec_fn=_end_with_parent, **options)
+            start_new_session=True, preexec_fn=_prepare_child, **options)
         self.pid = self.popen.pid
         self.lines = []  # (when, text) of all that was read
         self._next = 0  # the first line that no wait has passed

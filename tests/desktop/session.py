@@ -94,7 +94,7 @@ class Session:
         not set."""
         program = self.launch("03:00:00.5", env, under, stderr, arguments)
         program.wait_for("[Scheduler] Started", 20)
-        until(program.is_at_rest)
+        wait_until(program.is_at_rest)
         self.clock.set(at)
         return program
 
@@ -134,7 +134,7 @@ class Session:
 
 
 class Program(Process):
-    def told(self):
+    def log_lines(self):
         """Its lines, but for the notification service's answer, which may come at any time."""
         return [text for text in self.texts() if not text.startswith("[Scheduler] Notification")]
 
@@ -161,7 +161,7 @@ def mounting(command):
     return [*private, "/bin/sh", "-c", f'/bin/mount {command} && exec "$@"', "sh"]
 
 
-def until(condition, timeout=10, step=0.01):
+def wait_until(condition, timeout=10, step=0.01):
     """Waits for what no event tells."""
     deadline = time.monotonic() + timeout
     while not condition():

@@ -7,7 +7,7 @@ import pytest
 
 import sound
 from groups import group
-from session import ASSISTED, ROOT, until
+from session import ASSISTED, ROOT, wait_until
 
 TITLES = dict(re.findall(r'QStringLiteral\("(\w+)"\), QStringLiteral\("(.+)"\)',
                          (ROOT / "audio/builtInSounds.cpp").read_text()))
@@ -31,7 +31,7 @@ def hears(recording, name, volume):
         return len(second) == sound.RATE and second.any() and likeness(name) > 0.98
 
     second = None
-    until(is_undisturbed, 10, 0.2)
+    wait_until(is_undisturbed, 10, 0.2)
     others = max(likeness(other) for other in TITLES if other != name)
     print(f"{name}: likeness {likeness(name):.4f}, the others' at most {others:.2f}")
     assert others < 0.8

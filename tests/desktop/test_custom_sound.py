@@ -12,7 +12,7 @@ import pytest
 
 import sound
 from groups import bookmark, group
-from session import PROGRAM, until
+from session import PROGRAM, wait_until
 
 
 def chirp():
@@ -51,7 +51,7 @@ def test_a_file_is_played_in_a_loop(session, form):
         gain, likeness = sound.heard(chirp(), played[:sound.RATE], 0.1)
         assert likeness > 0.95
         assert gain == pytest.approx(0.5, rel=0.05)
-    assert program.told()[-1] == "[Scheduler] FIRE:  alarm #1"
+    assert program.log_lines()[-1] == "[Scheduler] FIRE:  alarm #1"
 
 
 def wav(channels, *chunks):
@@ -126,7 +126,7 @@ def test_a_file_that_cannot_be_played_gives_its_line(session, make, lines):
         told = [program.wait_for(line) for line in lines]
         assert all(len(line) > len("[SoundPlayer] resolve bookmark error: ") for line in told), "no reason"
         session.clock.set("07:00:59.2")
-    assert len(program.told()) == 2 + 2 * (1 + len(lines))
+    assert len(program.log_lines()) == 2 + 2 * (1 + len(lines))
 
 
 @pytest.mark.parametrize("make", [
@@ -145,9 +145,9 @@ def is_heard_twice(session, program):
     for _ in range(2):
         program.wait_for("[Scheduler] FIRE…")
         with session.record() as recording:
-            until(lambda: sound.sounding(recording.samples()))
+            wait_until(lambda: sound.sounding(recording.samples()))
         session.clock.set("07:00:59.2")
-    assert len(program.told()) == 4
+    assert len(program.log_lines()) == 4
 
 
 def test_a_program_whose_package_is_removed_rings_on(session, monkeypatch):
@@ -191,7 +191,7 @@ def test_a_disk_that_sleeps_holds_nothing_up(session, call, record_property):
     with session.record() as recording:
         program.wait_for("[Scheduler] FIRE: x alarm #3")
         sleeps.unlink()
-        until(lambda: sound.sounding(recording.samples()))
+        wait_until(lambda: sound.sounding(recording.samples()))
     sleeps.touch()
     session.clock.set("07:02:59.2")
     rings(3)

@@ -7,7 +7,7 @@ import subprocess
 import pytest
 
 from groups import group
-from session import until
+from session import wait_until
 
 
 @pytest.mark.parametrize("fail", [lambda display: display.signal(signal.SIGSTOP), lambda display: display.grab()],
@@ -18,7 +18,7 @@ def test_an_alarm_rings_without_its_display(session, fail):
     session.save(group(ttsLastEnabled=True, ttsLastMessage="wake up"))
     program = session.run("06:58:30")
     display = session["display"]
-    until(lambda: any(map(any, display.pixels()[2])))
+    wait_until(lambda: any(map(any, display.pixels()[2])))
     display.wait_until_still(1)
     fail(display)
     session.clock.set("06:59:58.5")
@@ -27,4 +27,4 @@ def test_an_alarm_rings_without_its_display(session, fail):
     session["notifications"].wait_for_call("Notify")
     sounding = ["pactl", "list", "short", "sink-inputs"]
     both = {"float32le 2ch 44100Hz", "s16le 1ch 22050Hz"}  # sound and speech
-    until(lambda: both <= set(re.split("[\t\n]", subprocess.check_output(sounding, env=session.env, text=True))))
+    wait_until(lambda: both <= set(re.split("[\t\n]", subprocess.check_output(sounding, env=session.env, text=True))))

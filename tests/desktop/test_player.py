@@ -9,7 +9,7 @@ import pytest
 
 import sound
 from groups import group
-from session import until
+from session import wait_until
 
 RUN = group("7:00", alarmCount=3, soundName="wakeup_pulse", ttsEnabled=True, ttsMessage="wake up",
             ttsVolume=0)
@@ -31,8 +31,8 @@ def rings(session, program):
     program.wait_for("[Scheduler] FIRE…")
     program.wait_for("[TTSPlayer] speaking…")
     with session.record() as recording:
-        until(lambda: sound.sounding(recording.samples()))
-    until(lambda: len(players(program)) == 1)  # the one before may still be leaving
+        wait_until(lambda: sound.sounding(recording.samples()))
+    wait_until(lambda: len(players(program)) == 1)  # the one before may still be leaving
     return players(program)[0]
 
 
@@ -45,13 +45,13 @@ def test_a_player_that_fails_is_replaced(session, how, reason):
     first = rings(session, program)
     for player in (first, None):
         os.kill(player or players(program)[0], how)
-        until(lambda: players(program) not in ([], [player or first]), 10)
+        wait_until(lambda: players(program) not in ([], [player or first]), 10)
         with session.record() as recording:
-            until(lambda: sound.sounding(recording.samples()))
-    assert program.told()[-1] == f"[SoundPlayer] play error: {reason}"
+            wait_until(lambda: sound.sounding(recording.samples()))
+    assert program.log_lines()[-1] == f"[SoundPlayer] play error: {reason}"
     session.clock.set("07:00:59.2")
     rings(session, program)
-    assert len(program.told()) == 2 + 2 * 2 + 1
+    assert len(program.log_lines()) == 2 + 2 * 2 + 1
 
 
 @pytest.mark.parametrize("end", [signal.SIGTERM, signal.SIGKILL, signal.SIGSEGV])
@@ -61,7 +61,7 @@ def test_a_player_ends_with_the_program(session, end):
     program = session.run()
     player = rings(session, program)
     program.signal(end)
-    until(lambda: not Path(f"/proc/{player}").exists())
+    wait_until(lambda: not Path(f"/proc/{player}").exists())
 
 
 def test_the_sound_server_knows_the_alarm(session):

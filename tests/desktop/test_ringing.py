@@ -10,7 +10,7 @@ import pytest
 
 import sound
 from groups import group
-from session import until
+from session import wait_until
 
 
 def test_alarms_of_a_run_ring_in_their_minutes(session):
@@ -68,7 +68,7 @@ def test_the_message_is_read_again_and_again_after_a_pause(session):
     def listen(program):
         with session.record() as recording:
             program.wait_for("[TTSPlayer] speaking…")
-            until(lambda: len(sound.sounding(recording.samples())) == 4, 20, 0.1)
+            wait_until(lambda: len(sound.sounding(recording.samples())) == 4, 20, 0.1)
         return recording.samples(), sound.sounding(recording.samples())[:3]
 
     program = session.run("06:59:57.5")
@@ -100,7 +100,7 @@ def test_a_japanese_message_is_read_as_it_sounds(session):
     program = session.run("06:59:58.5", {"PATH": "/usr/bin"})
     with session.record() as recording:
         program.wait_for(f'[TTSPlayer] speaking: "{message}" vol=1.0 loop=true')
-        until(lambda: len(sound.sounding(recording.samples(), shortest_pause=1)) > 1, 30, 0.1)
+        wait_until(lambda: len(sound.sounding(recording.samples(), shortest_pause=1)) > 1, 30, 0.1)
     first, *_ = sound.sounding(recording.samples(), shortest_pause=1)
     assert first[1] - first[0] == pytest.approx(end - begin, rel=1 / 3)
 

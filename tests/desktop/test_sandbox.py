@@ -7,7 +7,7 @@ import sys
 import sound
 from groups import bookmark, group
 from process import Process
-from session import ASSISTED, PROGRAM, ROOT, until
+from session import ASSISTED, PROGRAM, ROOT, wait_until
 
 SOUNDS = ROOT / "resources/Sounds"
 
@@ -77,7 +77,7 @@ def test_a_whole_run_stays_inside(session):
     program.wait_for("[TTSPlayer] speaking…", 30)
     session.assist("press", "停止")
     program.end()
-    until(lambda: has_ended(program, log))
+    wait_until(lambda: has_ended(program, log))
     for needed in (own, "/Sounds/wakeup_pulse.mp3", f"{session.list_file}~"):  # or the run was none, or not watched
         assert str(needed) in log.read_text()
 
@@ -108,7 +108,7 @@ def test_what_leaves_is_seen(tmp_path):
              "socket.socket(socket.AF_INET)", "os.execv('/bin/true', ['true'])"]
     script = "import os, socket; os.chdir(os.environ['HOME']); " + "; ".join(deeds)
     process = Process([*watching(log), sys.executable, "-I", "-c", script], {"HOME": str(tmp_path)})
-    until(lambda: has_ended(process, log))
+    wait_until(lambda: has_ended(process, log))
     seen = violations(log, sys.executable, [re.escape(str(own))], ["/(usr|etc|proc)/.*"])
     assert [re.search(r"\w+", call)[0] for call in seen] == [
         "rename", "openat", "socket", "execve"], seen

@@ -8,7 +8,7 @@ from pathlib import Path
 import pytest
 
 from groups import group
-from session import ASSISTED, mounting, until
+from session import ASSISTED, mounting, wait_until
 
 BAD = {
     "nothing": b"",
@@ -22,7 +22,7 @@ BAD = {
 def start_and_end(session, env=None):
     program = session.run("06:59:59.0", env)
     program.end()
-    return program.told()
+    return program.log_lines()
 
 
 @pytest.mark.parametrize("content", BAD.values(), ids=BAD)
@@ -61,7 +61,7 @@ def test_a_full_disk_costs_no_change(session):
     assert (disk / session.list_file.name).read_bytes() == before.read_bytes()
     (disk / "filler").unlink()
     session.assist("toggle", "8:00 y")
-    until(lambda: [saved["isEnabled"] for saved in json.loads((disk / session.list_file.name).read_bytes())] == [True] * 2)
+    wait_until(lambda: [saved["isEnabled"] for saved in json.loads((disk / session.list_file.name).read_bytes())] == [True] * 2)
     session.clock.set("06:59:59.2")
     program.wait_for("[Scheduler] FIRE: x alarm #1")
     fill()

@@ -9,7 +9,7 @@ import pytest
 
 import sound
 from groups import group
-from session import SERVICES, until
+from session import SERVICES, wait_until
 
 RUN = group("7:00", label="x", alarmCount=20, volume=0.5, ttsEnabled=True, ttsMessage="wake up",
             soundName="wakeup_pulse")
@@ -102,7 +102,7 @@ def test_sound_and_speech_come_back(session, service, how):
         session.clock.set("07:00:57.5")
     with session.record() as recording:
         program.wait_for("[Scheduler] FIRE…")
-        until(lambda: sound.sounding(recording.samples()[-sound.RATE:]), 15, 0.1)
+        wait_until(lambda: sound.sounding(recording.samples()[-sound.RATE:]), 15, 0.1)
 
 
 @pytest.mark.parametrize("service", [service for service in SERVICES if service != "sound"])
@@ -112,10 +112,10 @@ def test_the_ringing_outlives_a_service(session, service):
     program = session.run("06:59:58.2")
     program.wait_for("[Scheduler] FIRE…")
     with session.record() as recording:
-        until(lambda: sound.sounding(recording.samples()))
+        wait_until(lambda: sound.sounding(recording.samples()))
         session[service].kill()
         killed = len(recording.samples())
-        until(lambda: len(recording.samples()) > killed + 3 * sound.RATE)
+        wait_until(lambda: len(recording.samples()) > killed + 3 * sound.RATE)
     [(begin, end)] = sound.sounding(recording.samples()[killed:], shortest_pause=1.5)
     assert begin < 1 and end > 2
     session.clock.set("07:00:59.2")
@@ -128,15 +128,15 @@ def test_a_sound_server_that_restarts_sounds_again_in_the_same_alarm(session, re
     program = session.run("06:59:58.2", stderr=subprocess.STDOUT)
     program.wait_for("[Scheduler] FIRE…")
     with session.record() as recording:
-        until(lambda: sound.sounding(recording.samples()))
+        wait_until(lambda: sound.sounding(recording.samples()))
     session["sound"].kill()
     program.wait_for("kova-alarm: no sound…")
     session.start("sound")
     back = time.monotonic()
-    until(lambda: subprocess.check_output(["pactl", "list", "short", "sink-inputs"], env=session.env))
+    wait_until(lambda: subprocess.check_output(["pactl", "list", "short", "sink-inputs"], env=session.env))
     record_property("seconds from the server to the alarm's stream", time.monotonic() - back)
     with session.record() as recording:
-        until(lambda: sound.sounding(recording.samples()))
+        wait_until(lambda: sound.sounding(recording.samples()))
 
 
 def test_in_a_sandbox_the_portals_serve(session):

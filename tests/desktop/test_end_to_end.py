@@ -10,7 +10,7 @@ import pytest
 import sound
 from display import close_windows
 from groups import group
-from session import ASSISTED, until
+from session import ASSISTED, wait_until
 
 
 def silent(recording):
@@ -34,7 +34,7 @@ def add_group(session):
             "list item\t6:48\t最終アラーム\t", "push button\tアラーム追加\t\t\tdisabled"} <= set(told)
     session.assist("try", "アラーム追加")
     session.assist("press", "保存")
-    until(session.list_file.exists)
+    wait_until(session.list_file.exists)
     [added] = json.loads(session.list_file.read_text())
     assert {"targetHour": 6, "targetMinute": 45, "startBefore": False, "label": "walk", "repeatDays": [3, 1],
             "alarmCount": 2, "intervalMinutes": 3, "soundName": "wakeup_pulse", "volume": 0.5, "ttsEnabled": False,
@@ -70,10 +70,10 @@ def test_a_group_is_made_edited_rung_and_stopped_without_eyes(session):
     session.clock.set("06:47:58.5")
     with session.record() as recording:
         program.wait_for("[Scheduler] FIRE: run alarm #2")
-        until(lambda: sound.sounding(recording.samples()))
+        wait_until(lambda: sound.sounding(recording.samples()))
         assert "alert\t6:48\trun アラーム 2 / 2\t\tmodal" in session.assist("tell")
         session.assist("press", "停止")
-        until(lambda: silent(recording), 10, 0.1)
+        wait_until(lambda: silent(recording), 10, 0.1)
     assert not any(line.startswith("alert") for line in session.assist("tell"))
     program.end()
 
@@ -130,13 +130,13 @@ def test_a_closed_window_is_silent_and_comes_back_by_the_notification(session, s
     session.run("06:59:57", env)
     session["menu-bar"].wait_for_call("Register")
     with session.record() as recording:
-        until(lambda: sound.sounding(recording.samples()))
+        wait_until(lambda: sound.sounding(recording.samples()))
         assert close_windows(session.env["DISPLAY"]) == 1
         quiet = 2 * sound.RATE
-        until(lambda: not sound.sounding(recording.samples()[-quiet:]), 10, 0.1)
+        wait_until(lambda: not sound.sounding(recording.samples()[-quiet:]), 10, 0.1)
     assert close_windows(session.env["DISPLAY"]) == 0
     session[service].signal(signal.SIGUSR1)
-    until(lambda: close_windows(session.env["DISPLAY"]))
+    wait_until(lambda: close_windows(session.env["DISPLAY"]))
 
 
 def test_a_second_start_shows_the_window_of_the_first(session):
@@ -156,6 +156,6 @@ def test_a_second_start_tells_that_the_first_does_not_answer(session):
     program.signal(signal.SIGSTOP)
     second = session.launch("05:30:00", ASSISTED, stderr=subprocess.STDOUT)
     second.wait_for("kova-alarm: already running, but it does not answer")
-    until(lambda: "KOVA Alarm はすでに起動していますが、応答がありません。" in str(session.assist("tell")))
+    wait_until(lambda: "KOVA Alarm はすでに起動していますが、応答がありません。" in str(session.assist("tell")))
     session.assist("press", "OK")
     assert second.wait() == 1
