@@ -1,5 +1,5 @@
-// Plays a sound file several times in a row as the player does, faster than real time, and writes what the
-// sound server would have received: 16-bit stereo at 44.1 kHz, from the file's first sample on.
+// Decodes a sound file several times in a row as the player does, faster than real time, and writes the samples
+// for the sound server as 16-bit stereo at 44.1 kHz.
 //
 //   loop_probe SOUND PASSES RECORDING      exit status 0 on success, one line on stderr otherwise
 #include "Sound.h"

@@ -27,7 +27,7 @@ def compose():
 
 
 def ring(score, signal, bar, count, tone):
-    """The group begins on the bar. Answering bars say it twice, or, once it is long, twice as fast and on."""
+    """One group, beginning on the bar. Every second bar repeats it or, for long groups, doubles its speed."""
     loud = 0.5 + 0.45 * bar / (BARS - 1)
     bite = 0.35 + 0.6 * bar / (BARS - 1)
     answering = bar % 2 == 1
@@ -50,7 +50,7 @@ def ring(score, signal, bar, count, tone):
 
 
 def hold(score, hum, low, bar):
-    """A warm floor under the beeps, so that the rests are never empty."""
+    """A sustained pad below the beeps, so that the rests are never silent."""
     root = midi(("A2", "A2", "F#2", "F#2", "D2", "D2", "E2", "E2")[bar // 2])
     if bar % 2 == 0:
         for index, interval in enumerate((12, 19, 24, 28 if bar < 4 or bar >= 8 else 27)):

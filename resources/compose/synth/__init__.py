@@ -1,1 +1,1 @@
-"""The shared sound workshop: score, voices, winds, drums, effects, master."""
+"""The modules that all pieces share: score, voices, winds, drums, effects, master."""

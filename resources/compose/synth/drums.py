@@ -84,7 +84,7 @@ def clink(rng, velocity=0.5, note="E7"):
 
 
 def crackle(rng, seconds, density=9, level=0.05):
-    """Dust on a record, as long as asked; stereo."""
+    """Stereo crackle of a dusty record."""
     length = round(seconds * RATE)
     out = 0.006 * level / 0.05 * rng.normal(size=(length, 2))
     for _ in range(round(density * seconds)):

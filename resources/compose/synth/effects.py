@@ -1,4 +1,4 @@
-"""Effects on stereo loops. All are circular: the end of the loop runs into its start."""
+"""Circular effects on stereo loops: the end of the loop continues at its start."""
 import numpy as np
 from scipy import signal
 
@@ -17,7 +17,7 @@ def convolve_loop(loop, response):
 
 
 def shape_spectrum(loop, gain_of_frequency):
-    """Zero-phase equaliser: gain_of_frequency maps an array of Hz to linear gains."""
+    """Zero-phase equaliser: gain_of_frequency maps an array of frequencies in Hz to linear gains."""
     spectrum = np.fft.rfft(loop, axis=0)
     frequencies = np.fft.rfftfreq(len(loop), 1 / RATE)
     return np.fft.irfft(spectrum * gain_of_frequency(frequencies)[:, None], len(loop), axis=0)
@@ -41,7 +41,7 @@ def bell_curve(centre, gain_db, octaves=1.0):
 
 
 def sweep_low_pass(cutoffs, resonance=0.0, order=2):
-    """Low-pass whose cutoff runs through the given Hz values, evenly over the loop."""
+    """Low-pass filter whose cutoff passes through the given values in Hz, evenly spaced over the loop."""
     size, hop = 2048, 512
 
     def effect(loop):
@@ -62,7 +62,7 @@ def sweep_low_pass(cutoffs, resonance=0.0, order=2):
 
 
 def echo(seconds, feedback=0.4, wet=0.35, damping=4000, cross=True):
-    """Repeats, changing sides when cross is set."""
+    """Echoes; with cross they alternate between the sides."""
     def effect(loop):
         repeat, out = low_pass(damping, 1)(loop), loop.copy()
         delay, level = round(seconds * RATE), wet
@@ -75,7 +75,7 @@ def echo(seconds, feedback=0.4, wet=0.35, damping=4000, cross=True):
 
 
 def chorus(depth=0.003, rate=0.5, wet=0.5):
-    """Slowly moving doubles; rate is rounded to whole turns per loop."""
+    """Slowly modulated copies. rate is rounded to whole periods per loop."""
     def effect(loop):
         length = len(loop)
         turns = max(1, round(rate * length / RATE))
@@ -92,7 +92,7 @@ def chorus(depth=0.003, rate=0.5, wet=0.5):
 
 
 def tremolo(rate, depth, spread=0.5):
-    """Level swing of an electric piano's amplifier; spread shifts the right side's phase."""
+    """Periodic level change. spread: phase offset of the right side."""
     def effect(loop):
         turns = max(1, round(rate * len(loop) / RATE))
         phase = turns * np.arange(len(loop)) / len(loop)
@@ -102,7 +102,7 @@ def tremolo(rate, depth, spread=0.5):
 
 
 def wow(depth, rate):
-    """Tape flutter: the playing speed wavers by depth seconds of delay."""
+    """Tape flutter: a periodic delay of up to depth seconds."""
     def effect(loop):
         length = len(loop)
         turns = max(1, round(rate * length / RATE))
@@ -116,7 +116,7 @@ def wow(depth, rate):
 
 
 def duck(score, beats, depth=0.5, release=0.25):
-    """Makes room for each kick: the level dips at the beats and recovers in release seconds."""
+    """Ducking: lowers the level at the beats and restores it within release seconds."""
     def effect(loop):
         gain = np.ones(len(loop))
         ramp = 1 - depth * np.exp(-np.arange(round(4 * release * RATE)) / (release * RATE) * 2)
@@ -134,7 +134,7 @@ def drive(amount):
 
 
 def room(seconds, brightness=6000, predelay=0.012, seed=7):
-    """Impulse response of a room: early reflections, then noise whose treble dies first."""
+    """Impulse response of a room: early reflections, then noise whose high frequencies decay first."""
     rng = np.random.default_rng(seed)
     length = round(1.3 * seconds * RATE)
     time = np.arange(length) / RATE

@@ -1,4 +1,4 @@
-"""Mastering and encoding: every piece leaves with the same loudness and headroom."""
+"""Mastering and encoding, with the same loudness and headroom for every piece."""
 import subprocess
 
 import numpy as np
@@ -7,11 +7,11 @@ from scipy import ndimage, signal
 from .score import RATE
 
 LOUDNESS = -16.0  # LUFS, integrated
-CEILING = -2.0    # dBTP before encoding; the codec may overshoot by a little
+CEILING = -2.0    # dBTP before encoding; the codec may exceed it slightly
 
 
 def loudness(stereo):
-    """Integrated loudness in LUFS (ITU-R BS.1770, gated)."""
+    """Returns the integrated loudness in LUFS (ITU-R BS.1770, gated)."""
     def biquad(b, a, audio):
         return signal.lfilter(b, a, audio, axis=0)
 
@@ -34,7 +34,7 @@ def loudness(stereo):
 
 
 def limit(loop, ceiling_db):
-    """Look-ahead limiter on the true peak (four times oversampled)."""
+    """Look-ahead limiter for the true peak, measured at four times the sample rate."""
     pad = 4096
     around = np.concatenate([loop[-pad:], loop, loop[:pad]])
     peaks = np.abs(signal.resample_poly(around, 4, 1, axis=0)).max(axis=1)
@@ -48,7 +48,7 @@ def limit(loop, ceiling_db):
 
 
 def master(loop):
-    """Removes rumble, then settles gain and limiter together."""
+    """Removes rumble, then adjusts gain and limiter in turn until the loudness is reached."""
     from .effects import high_pass
     loop = high_pass(28, 3)(loop)
     loop = loop - loop.mean(axis=0)
@@ -60,10 +60,10 @@ def master(loop):
 
 
 def encode(loop, path, title):
-    """Variable-rate MP3 whose decoded length is the loop's to the sample.
+    """Writes a variable-rate MP3 that decodes to exactly the loop's length.
 
-    The codec blurs what stands next to silence, so it is given the loop's end before its start and its start
-    after its end; the tag then tells the player to leave these margins out."""
+    The codec distorts samples beside silence, so the loop's end is prepended and its start appended. The LAME
+    tag declares these margins as encoder delay and padding, which players skip."""
     before, after = 2304, 1152
     wrapped = np.concatenate([loop[-before:], loop, loop[:after]])
     samples = np.round(np.clip(wrapped, -1, 1) * (2 ** 31 - 1)).astype("<i4")
@@ -74,7 +74,7 @@ def encode(loop, path, title):
 
 
 def widen_margins(path, before, after):
-    """Adds to the encoder delay and padding in the LAME tag (12 bits each) and renews the tag's checksum."""
+    """Increases the encoder delay and padding in the LAME tag (12 bits each) and updates the tag's checksum."""
     data = bytearray(path.read_bytes())
     frame = data.index(b"Xing") - 36
     fields = frame + 177

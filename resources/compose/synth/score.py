@@ -1,5 +1,5 @@
-"""A score is a loop of whole beats on which sounds are placed; whatever rings
-past the end is folded back onto the beginning, so the loop never breaks off."""
+"""A score is a loop of whole beats on which sounds are placed. A sound that extends past the end
+continues at the beginning, so that the loop is seamless."""
 import re
 import zlib
 
@@ -10,24 +10,24 @@ STEPS = {"C": 0, "D": 2, "E": 4, "F": 5, "G": 7, "A": 9, "B": 11}
 
 
 def midi(name):
-    """MIDI number of a note such as 'A4', 'Bb3', 'F#5'."""
+    """Returns the MIDI number of a note such as 'A4', 'Bb3', 'F#5'."""
     letter, accidental, octave = re.fullmatch(r"([A-G])([#b]?)(-?\d)", name).groups()
     return STEPS[letter] + {"#": 1, "b": -1, "": 0}[accidental] + 12 * (int(octave) + 1)
 
 
 def hertz(note):
-    """Frequency of a note name or a (possibly fractional) MIDI number."""
+    """Returns the frequency of a note name or of a (possibly fractional) MIDI number."""
     number = midi(note) if isinstance(note, str) else note
     return 440.0 * 2.0 ** ((number - 69) / 12)
 
 
 def notes(text):
-    """'D4 F#4 A4' as a list of MIDI numbers."""
+    """Returns the MIDI numbers of notes such as 'D4 F#4 A4'."""
     return [midi(word) for word in text.split()]
 
 
 class Bus:
-    """One stereo stem of the mix, as long as the loop."""
+    """One stereo track of the mix, as long as the loop."""
 
     def __init__(self, length, gain, room, effects):
         self.audio = np.zeros((length, 2))
@@ -35,7 +35,7 @@ class Bus:
 
 
 class Score:
-    """bpm and beats fix the length; name seeds the random choices."""
+    """A loop of beats at bpm. The name seeds the random generator."""
 
     def __init__(self, name, bpm, beats):
         self.bpm, self.beats = bpm, beats
@@ -56,7 +56,7 @@ class Score:
         return min(max(beat / self.beats, 0.0), 1.0)
 
     def play(self, bus, beat, sound, gain=1.0, pan=0.0, loose=0.0):
-        """Adds a mono or stereo sound; pan −1 (left) to 1; loose: timing spread in seconds."""
+        """Adds a mono or stereo sound. pan: −1 (left) to 1 (right); loose: random delay in seconds."""
         if sound.ndim == 1:
             angle = (np.clip(pan, -1, 1) + 1) * np.pi / 4
             sound = np.outer(sound, [np.cos(angle), np.sin(angle)])
@@ -69,7 +69,7 @@ class Score:
             bus.audio[:len(part) - head] += part[head:]
 
     def mix(self, room):
-        """The stereo loop; room is the impulse response of the shared reverb."""
+        """Returns the stereo loop. room: the impulse response of the shared reverb."""
         from .effects import convolve_loop
         dry = np.zeros((self.length, 2))
         send = np.zeros((self.length, 2))

@@ -1,4 +1,4 @@
-"""Pitched instruments. Each returns one mono note; velocity 0 to 1 makes it louder and brighter."""
+"""Pitched instruments. Each returns one mono note. velocity: 0 to 1, louder and brighter."""
 import numpy as np
 from scipy import signal
 
@@ -10,7 +10,7 @@ def clock(seconds):
 
 
 def envelope(seconds, attack, release):
-    """Rises in attack, holds, falls in release; both curves are smooth."""
+    """Envelope with a smooth attack and release (in seconds)."""
     time = clock(seconds)
     rise = np.clip(time / attack, 0, 1)
     fall = np.clip((seconds - time) / release, 0, 1)
@@ -29,7 +29,7 @@ def band(noise, low, high, order=2):
 
 
 def modes(freq, seconds, partials, attack=0.002, beating=0.0):
-    """Struck body: partials are (ratio, level, decay time to −60 dB); beating in Hz doubles each."""
+    """Struck body. partials: (ratio, level, decay time to −60 dB); beating: detuning in Hz of a copy of each."""
     time = clock(seconds)
     out = np.zeros(len(time))
     for index, (ratio, level, decay) in enumerate(partials):
@@ -53,7 +53,7 @@ def glass_bell(note, seconds=3.5, velocity=0.7):
 
 
 def bowed_glass(note, seconds, velocity=0.5):
-    """Rubbed wine glass: nearly a sine, slow to speak."""
+    """Rubbed wine glass: nearly a sine, with a slow attack."""
     time = clock(seconds)
     freq = hertz(note)
     waver = 0.0015 * np.sin(2 * np.pi * 4.3 * time) * np.clip(time, 0, 1)
@@ -70,8 +70,8 @@ def bowl(note, seconds=10.0, velocity=0.7):
 
 
 def string(freq, seconds, decay, damping, excitation):
-    """Karplus-Strong loop: a delay line of one period, damped at each turn. decay: time to −60 dB at
-    the fundamental; damping 0 (bright) to 1."""
+    """Karplus-Strong: a damped delay line of one period. decay: time to −60 dB at the fundamental;
+    damping: 0 (bright) to 1."""
     delay = RATE / freq - 1  # the symmetric damping filter delays by one sample
     whole = int(delay) - 1
     part = delay - whole
@@ -97,7 +97,7 @@ def string(freq, seconds, decay, damping, excitation):
 
 
 def pluck_noise(rng, freq, brightness, position):
-    """One period of noise, softened by the finger and hollowed at the plucking place."""
+    """One period of noise, filtered for the softness and the position of the finger."""
     period = int(RATE / freq)
     noise = rng.uniform(-1, 1, period)
     noise = signal.lfilter([brightness], [1, brightness - 1], np.tile(noise, 2))[period:]
@@ -115,7 +115,7 @@ def guitar(rng, note, seconds=2.5, velocity=0.7):
 
 
 def soft_pluck(rng, note, seconds=2.0, velocity=0.6, brightness=0.3):
-    """Felt-muted harp-like string with a pure core."""
+    """Muted, harp-like string with a sine at the fundamental."""
     freq = hertz(note)
     sound = string(freq, seconds, 2.6 * (330 / freq) ** 0.4, 0.55,
                    pluck_noise(rng, freq, brightness, 0.35))
@@ -125,7 +125,7 @@ def soft_pluck(rng, note, seconds=2.0, velocity=0.6, brightness=0.3):
 
 
 def koto(rng, note, seconds=3.0, velocity=0.7, bend=0.0):
-    """Silk string, ivory pick; bend in semitones is pressed in after the attack."""
+    """Silk string, ivory pick; bend: semitones by which the pitch rises after the attack."""
     freq = hertz(note)
     sound = string(freq, seconds * 1.2, 3.6 * (300 / freq) ** 0.35, 0.22,
                    pluck_noise(rng, freq, 0.35 + 0.5 * velocity, 0.09))
@@ -147,7 +147,7 @@ def upright_bass(rng, note, seconds=0.6, velocity=0.8):
 
 
 def electric_piano(note, seconds=2.0, velocity=0.6):
-    """Tine piano by frequency modulation; bark grows with velocity."""
+    """Electric piano by frequency modulation; velocity increases the distortion."""
     freq = hertz(note)
     time = clock(seconds + 0.15)
     decay = 10 ** (-3 * time / (5.5 * (220 / freq) ** 0.3))
@@ -160,7 +160,7 @@ def electric_piano(note, seconds=2.0, velocity=0.6):
 
 
 def piano(rng, note, seconds=2.0, velocity=0.6):
-    """Additive grand: stretched partials, two-stage decay, felt hammer."""
+    """Additive grand piano: inharmonic partials, two-stage decay, hammer noise."""
     freq = hertz(note)
     time = clock(seconds + 0.2)
     out = np.zeros(len(time))
@@ -193,7 +193,7 @@ def xylophone(note, seconds=0.5, velocity=0.7):
 
 
 def harmonics(freq, levels):
-    """Sum of harmonics of a frequency curve; levels(k) gives a number or a curve, None ends it."""
+    """Sum of the harmonics of a frequency curve. levels(k) returns a number or a curve, or None after the last."""
     phase = 2 * np.pi * np.cumsum(freq) / RATE
     out = np.zeros(len(phase))
     k = 1
@@ -204,7 +204,7 @@ def harmonics(freq, levels):
 
 
 def warm_pad(rng, note, seconds, velocity=0.5, voices=3, cutoff=2500, attack=1.0, release=1.2):
-    """Detuned soft saws."""
+    """Detuned, filtered sawtooth oscillators."""
     time = clock(seconds)
     out = np.zeros(len(time))
     for voice in range(voices):
@@ -219,7 +219,7 @@ def warm_pad(rng, note, seconds, velocity=0.5, voices=3, cutoff=2500, attack=1.0
 
 
 def synth_pluck(note, seconds=0.3, velocity=0.7, cutoff=3000, colour=0.0):
-    """Sequencer note: saw (colour 0) to square (1) through a closing filter."""
+    """Synthesiser note through a closing filter. colour: 0 (sawtooth) to 1 (square)."""
     time = clock(seconds)
     freq = hertz(note)
     sweep = cutoff * (0.25 + 0.75 * np.exp(-time / (0.4 * seconds))) * (0.4 + 0.6 * velocity)
@@ -238,7 +238,7 @@ def synth_pluck(note, seconds=0.3, velocity=0.7, cutoff=3000, colour=0.0):
 
 
 def beep(note, seconds=0.1, velocity=0.8, bite=0.5):
-    """Clear signal tone with rounded edges."""
+    """Signal tone with a smooth attack and release."""
     time = clock(seconds)
     levels = {1: 1.0, 2: 0.35 * bite, 3: 0.45 * bite, 4: 0.1 * bite, 5: 0.22 * bite}
     sound = harmonics(np.full(len(time), hertz(note)), lambda k: levels.get(k))

@@ -1,4 +1,4 @@
-"""Blown and whistled instruments, as in voices."""
+"""Wind instruments and whistles; for the parameters see voices."""
 import numpy as np
 
 from .score import RATE, hertz
@@ -41,7 +41,7 @@ def reed(rng, note, seconds, velocity=0.6, scoop=0.6, vibrato=0.25):
 
 
 def muted_brass(rng, note, seconds, velocity=0.7):
-    """Trumpet with a plunger: nasal peak, quick blat."""
+    """Trumpet with a plunger mute: nasal peak, short attack."""
     time = clock(seconds)
     freq = hertz(note)
     curve = freq * 2 ** ((-0.5 * np.exp(-time / 0.03) + 0.12 * np.sin(2 * np.pi * 5.8 * time)
@@ -57,7 +57,7 @@ def muted_brass(rng, note, seconds, velocity=0.7):
 
 
 def whistle(contour, seconds, level=0.5, trill=0.0, trill_rate=30.0):
-    """Bird syllable: contour in Hz, spread evenly over the time; trill is the depth of a fast warble."""
+    """Bird syllable. contour: frequencies in Hz, evenly spaced over the duration; trill: depth of a fast vibrato."""
     time = clock(seconds)
     curve = np.interp(time / seconds, np.linspace(0, 1, len(contour)), contour)
     curve = curve * (1 + trill * np.sin(2 * np.pi * trill_rate * time))

@@ -1,5 +1,4 @@
-"""Breaks a good sound in every way that resources/compose/check speaks of, and expects each to be caught:
-prove_check.py LOOP_PROBE"""
+"""Tests resources/compose/check with sounds that violate each of its limits: test_check.py LOOP_PROBE"""
 
 import runpy
 import subprocess
@@ -13,7 +12,7 @@ import numpy as np
 
 COMPOSE = Path(__file__).resolve().parents[2] / "resources/compose"
 checking = SimpleNamespace(**runpy.run_path(str(COMPOSE / "check")))
-RATE, decode, examine, find_twins = checking.RATE, checking.decode, checking.examine, checking.find_twins
+RATE, decode, examine, find_similar = checking.RATE, checking.decode, checking.examine, checking.find_similar
 
 
 def encode(audio, path, *options):
@@ -22,8 +21,8 @@ def encode(audio, path, *options):
                    input=np.ascontiguousarray(audio, "<f4").tobytes(), check=True)
 
 
-def spoiled(good):
-    """The bar that each file made to break it must fail, and none on a fresh copy of the good one; how to make it."""
+def defects(good):
+    """Returns (violated limit, samples, encoder options) of each file; the limit is None for a good one."""
     silence = np.zeros((RATE, 2))
     ramp = np.zeros((len(good), 1))
     ramp[-RATE // 2:, 0] = np.linspace(0, 0.5, RATE // 2)
@@ -41,35 +40,35 @@ def spoiled(good):
         ("gap at the seam", np.concatenate([good, silence[:RATE // 5]]), ()),
         ("gap at the seam", np.concatenate([good, silence[:RATE // 25]]), ()),
         ("click at the seam", good * 0.8 + ramp, ()),
-        ("second pass off the beat", good, ("-write_xing", "0")),
+        ("second pass out of time", good, ("-write_xing", "0")),
     ]
 
 
-def prove(source, probe):
+def test_check(source, probe):
     values, _ = examine(source, probe)
     twins = [(source, values, []), (source, values, [])]
-    find_twins(twins)
+    find_similar(twins)
     with tempfile.TemporaryDirectory() as folder:
         def outcome(case):
-            number, (bar, audio, options) = case
+            number, (limit, audio, options) = case
             path = Path(folder) / f"broken{number}.mp3"
             if options is None:
                 path.write_text("not a sound\n")
             else:
                 encode(audio, str(path), *options)
-            return bar, examine(path, probe)[1]
+            return limit, examine(path, probe)[1]
 
-        broken = [*spoiled(decode(str(source))), ("unreadable", None, None)]
+        broken = [*defects(decode(str(source))), ("unreadable", None, None)]
         with ThreadPoolExecutor(2) as pool:
             outcomes = [*pool.map(outcome, enumerate(broken)), ("sounds like", twins[1][2])]
     missed = 0
-    for bar, failures in outcomes:
-        caught = any(failure.startswith(bar) for failure in failures) if bar else not failures
+    for limit, failures in outcomes:
+        caught = any(failure.startswith(limit) for failure in failures) if limit else not failures
         missed += not caught
-        print(f"{'ok  ' if caught else 'MISS'} {bar or 'a good file'}: {', '.join(failures) or 'passes'}")
+        print(f"{'ok  ' if caught else 'MISS'} {limit or 'a good file'}: {', '.join(failures) or 'passes'}")
     print(f"{len(outcomes) - missed} passed, {missed} failed")
     return missed
 
 
 if __name__ == "__main__":
-    sys.exit(1 if prove(checking.SOUNDS / "cosmic_alarm_run.mp3", sys.argv[1]) else 0)
+    sys.exit(1 if test_check(checking.SOUNDS / "cosmic_alarm_run.mp3", sys.argv[1]) else 0)
