@@ -1,5 +1,5 @@
-"""How long the main thread stays away from its event loop while what surrounds the program fails. Each fault is
-lived through by a program with a window, whose alarm rings in three minutes, one after the other."""
+"""Measures the longest event-loop iteration of the main thread while services, files, streams or the player fail.
+For each fault an application with a window rings in three consecutive minutes."""
 
 import os
 import re
@@ -20,7 +20,7 @@ POLL = re.compile(r"^ *([0-9.]+) poll\(.*\], ([0-9]+), .*<([0-9.]+)>$")
 
 
 class Watched:
-    """A session with a program whose main thread's waits are traced."""
+    """A session whose application's main thread is traced while it waits."""
 
     def __init__(self):
         self.session = Session()
@@ -33,7 +33,7 @@ class Watched:
         strace = ["/usr/bin/strace", "-D", "-ff", "-qq", "-r", "-T", "--seccomp-bpf", "-e", "trace=poll", "-o", trace]
         self.program = self.session.run("06:59:55", env, strace, stderr)
         self._trace = trace.with_suffix(f".{self.program.pid}")
-        time.sleep(2)  # until the window stands
+        time.sleep(2)  # until the window is shown
         self._ready = len(self._trace.read_text())
 
     def rings(self, during=lambda: None):
@@ -44,17 +44,17 @@ class Watched:
             time.sleep(1)
             self.session.clock.set(f"07:0{minute}:59.2")
 
-    def longest_turn(self):
-        """In ms, from one wait of the event loop to the next. A wait for a single descriptor is that of a call for
-        its answer, and belongs to the turn."""
+    def longest_iteration(self):
+        """Returns the longest time in ms between two waits of the event loop. A wait for a single descriptor is a
+        blocking call that waits for its reply, so it counts as part of the iteration."""
         calls = list(filter(None, map(POLL.match, self._trace.read_text()[self._ready:].splitlines())))
-        longest, turn, waited = 0.0, 0.0, float(calls[0][1])
+        longest, iteration, waited = 0.0, 0.0, float(calls[0][1])
         for line in calls:
             since_last, descriptors, lasts = float(line[1]), int(line[2]), float(line[3])
-            turn += since_last - waited
+            iteration += since_last - waited
             waited = 0.0
             if descriptors > 1:
-                longest, turn, waited = max(longest, turn), 0.0, lasts
+                longest, iteration, waited = max(longest, iteration), 0.0, lasts
         return longest * 1000
 
 
@@ -65,7 +65,7 @@ def nothing(watched):
 
 def unread_errors(watched, open_stream=unread_pipe):
     reading, writing = open_stream()
-    watched.session["speech"].kill()  # each alarm complains
+    watched.session["speech"].kill()  # every alarm then logs a warning
     watched.run(stderr=writing)
     watched.rings()
     os.close(reading)
@@ -94,13 +94,13 @@ def broken_file(watched):
 
 
 def player(how):
-    def strike(program):
+    def inject(program):
         wait_until(lambda: players(program))
         os.kill(players(program)[-1], how)
 
     def fault(watched):
         watched.run()
-        watched.rings(lambda: strike(watched.program))
+        watched.rings(lambda: inject(watched.program))
 
     return fault
 
@@ -151,9 +151,14 @@ def hanging(service):
     return fault
 
 
-def unwritable_folder(watched):
-    watched.run(repeatDays=[])
-    watched.session.config.chmod(0o500)  # the last alarm of the run turns the group off and saves
+def failing_saves(watched):
+    watched.run()
+    config = watched.session.config
+    config.rename(config.with_name("moved"))
+    config.touch()  # not a folder, so that every save fails
+    for _ in range(2):
+        watched.session["display"].click(395, 110)  # the switch of the card: off and on again
+        time.sleep(0.3)
     watched.rings()
 
 
@@ -161,16 +166,16 @@ FAULTS = {
     "no fault": nothing,
     "unread standard error": unread_errors,
     "a stopped terminal": stopped_errors,
-    "a sound on a disk that sleeps": sleeping_file,
-    "a broken sound file": broken_file,
-    "a player that hangs": player(signal.SIGSTOP),
-    "a player that crashes": player(signal.SIGSEGV),
-    "a speech service that floods": flooding_speech,
-    "a speech service that hangs": hanging("speech"),
-    "a sound server that hangs": hanging("sound"),
-    "a session bus that hangs": hanging("session-bus"),
-    "inhibitors that restart": restarting_inhibitors,
-    "a folder that can't be written": unwritable_folder,
+    "a sound file on a sleeping disk": sleeping_file,
+    "a damaged sound file": broken_file,
+    "a hung player": player(signal.SIGSTOP),
+    "a crashing player": player(signal.SIGSEGV),
+    "a flooding speech service": flooding_speech,
+    "a hung speech service": hanging("speech"),
+    "a hung sound server": hanging("sound"),
+    "a hung session bus": hanging("session-bus"),
+    "restarting inhibitors": restarting_inhibitors,
+    "failing saves": failing_saves,
 }
 
 
@@ -179,6 +184,6 @@ def measure(row):
         watched = Watched()
         try:
             fault(watched)
-            row(f"the main thread's longest turn, {name}", [watched.longest_turn()])
+            row(f"longest event-loop iteration, {name}", [watched.longest_iteration()])
         finally:
             watched.session.close()

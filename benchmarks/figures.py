@@ -1,17 +1,17 @@
-"""Measures the program and prints a table: figures.py [figure]... [--real]
+"""Measures the application and prints a table: figures.py [figure]... [--real]
 
-  units    the scheduler's tick and the saved list (kova-benchmarks)
-  start    from the start of the process to the scheduler's start and to the first frame
-  click    from a click to the frame that answers it, with 10,000 groups
-  ring     from the minute's boundary to the line, the notification, the sound server's stream and the sound
-  gaps     what is missing of 55 s of sound while both cores are busy
-  faults   the longest turn of the main thread's event loop while what surrounds the program fails
-  kills    1,000 kills while the list is saved again and again, and what each next start found
-  idle     memory, wake-ups and processor time with a window, and after it was closed
-  soak     three days of 500 groups on the fake clock: rings missing or too many, memory after each (kova-soak)
+  units    the scheduler's tick, encoding and decoding of the saved list (kova-benchmarks)
+  start    exec to the scheduler's start and to the first frame
+  click    a click to the first frame that shows its result, with 10,000 groups
+  ring     minute boundary to the FIRE line, the notification, the sound server's stream and the first sample
+  gaps     silence in 54 s of sound while all cores are busy
+  faults   the longest iteration of the main thread's event loop while services, files or the player fail
+  kills    1,000 kills during repeated saves, and the list that each next start finds
+  idle     memory, wake-ups and CPU time with the window shown and closed
+  soak     three simulated days with 500 groups: missing and unexpected rings, memory after each day (kova-soak)
 
-With --real an alarm rings in each of the next 20 minutes of the real clock; else the program is started 20 times
-just before a minute of a shifted one."""
+With --real an alarm rings in each of the next 20 minutes of the real clock; otherwise the application is started
+20 times just before a minute of a shifted clock."""
 
 import json
 import os
@@ -52,11 +52,11 @@ def units():
         if run["run_type"] == "iteration":
             runs.setdefault(run["run_name"], []).append(run)
     for name, repeated in runs.items():
-        row(name, [run["cpu_time"] for run in repeated], repeated[0]["time_unit"] + " of processor time")
+        row(name, [run["cpu_time"] for run in repeated], repeated[0]["time_unit"] + " of CPU time")
 
 
 def start():
-    """Warm starts, as a login or a user makes them; the first one is not counted."""
+    """Warm starts; the first one is discarded."""
     with_groups, to_scheduler, to_frame, to_bare_frame = Session(), [], [], []
     try:
         with_groups.start_all(without=["sound", "speech"])
@@ -86,7 +86,7 @@ def start():
 
 
 def click():
-    """On the first card's switch and on the card; what the press alone changes is waited for before."""
+    """Clicks the first card's switch and the card. The time starts at the release, after the press has been drawn."""
     session, to_toggle, to_editor = Session(), [], []
     try:
         session.start_all(without=["sound", "speech"])
@@ -105,7 +105,7 @@ def click():
             display.release()
             while target["seen"]() == before:
                 if time.monotonic() > begin + 5:
-                    raise AssertionError("the click has no answer")
+                    raise AssertionError("the click has no visible result")
             values.append((time.monotonic() - begin) * 1000)
             display.wait_until_still()
 
@@ -125,7 +125,7 @@ def click():
 
 
 class Witnesses:
-    """See the same ringing from the bus, the sound server and the sink."""
+    """Observe the same alarm on the bus, the sound server and the sink."""
 
     def __init__(self, session):
         self.bus = Process(["dbus-monitor", "--profile", "member='Notify'"], session.env)
@@ -134,7 +134,7 @@ class Witnesses:
         self._offsets = []
 
     def listen(self, seconds):
-        """Learns when the samples arrive, whose pieces come late but never early."""
+        """Records the time offset of the recording, whose blocks may arrive late but never early."""
         end = time.monotonic() + seconds
         while time.monotonic() < end:
             self._offsets.append(time.monotonic() - len(self.recording.samples()) / sound.RATE)
@@ -148,7 +148,7 @@ class Witnesses:
         return offset + (begin + loud[0]) / sound.RATE
 
     def notify(self):
-        """When the bus had the call."""
+        """Returns the time at which the bus received the call."""
         line = self.bus.wait_for(lambda text: text.startswith("mc\t") and text.endswith("\tNotify"))
         return float(line.split("\t")[1]) - time.time() + time.monotonic()
 
@@ -158,7 +158,7 @@ class Witnesses:
 
 
 def long_m4a(session):
-    """A custom sound of 5 MB."""
+    """Returns the fields of a custom sound of 5 MB."""
     path = session.folder / "long.m4a"
     subprocess.run(["ffmpeg", "-v", "error", "-stream_loop", "-1", "-i", ROOT / "resources/Sounds/wakeup_pulse.mp3",
                     "-t", "320", "-b:a", "128k", path], check=True)
@@ -212,7 +212,7 @@ def ring_with(custom, real, names):
 
 
 def gaps():
-    """A tone that never is silent; what the sink then records as silence is missing."""
+    """Plays a tone without silence, so that silence recorded at the sink is a gap."""
     session = Session()
     session.start("sound")
     tone = session.folder / "tone.wav"
@@ -225,7 +225,7 @@ def gaps():
             time.sleep(54)
         heard = numpy.flatnonzero(abs(recording.samples()) > 0.01)
         if len(heard) < 50 * sound.RATE:
-            sys.exit("figures: there is no sound to speak of")
+            sys.exit("figures: less than 50 s of sound were recorded")
         missing = numpy.diff(heard) - 1
         row("a gap in 54 s of sound, six busy loops", [*(missing[missing > 44] / sound.RATE * 1000), 0])
     finally:
@@ -237,17 +237,17 @@ def gaps():
 def kills():
     done = subprocess.run([PROGRAM.parent / "kova-kills"], stdout=subprocess.PIPE, text=True)
     if done.returncode != 0:
-        sys.exit("figures: a kill has lost a save")
+        sys.exit("figures: a kill lost a saved list")
     print(f"| {done.stdout.strip()} | | | 1000 |", flush=True)
 
 
 def memory(pid, key):
-    """In MB, over all mappings. A program that has just been linked counts as private until the disk has it."""
+    """Returns MB over all mappings. Pages of a program just linked count as private until they are written back."""
     return int(re.search(rf"^{key}:\s+(\d+)", Path(f"/proc/{pid}/smaps_rollup").read_text(), re.M)[1]) / 1024
 
 
 def activity(pid):
-    """Context switches and seconds of processor time so far, over all threads."""
+    """Returns the context switches and the CPU seconds of all threads so far."""
     switches = seconds = 0
     for task in Path(f"/proc/{pid}/task").iterdir():
         text = (task / "status").read_text()
@@ -261,7 +261,7 @@ def idle():
     session = Session()
     try:
         session.start_all()
-        session.start("display", "menu-bar")  # where the window goes when it is closed
+        session.start("display", "menu-bar")  # with an item in the menu bar, closing hides the window
         session.save(*(group("12:00", label=f"アラーム {i}") for i in range(20)))
         program = Program([PROGRAM], session.env | {"TZ": "UTC"})
         program.wait_for("[Scheduler] Started")
@@ -274,8 +274,8 @@ def idle():
             after = activity(program.pid)
             row(f"resident memory, idle, 20 groups, {state}", [memory(program.pid, "Rss")], "MB")
             row(f"private memory, idle, 20 groups, {state}", [memory(program.pid, "Private_Dirty")], "MB")
-            row(f"wake-ups, idle, {state}", [(after[0] - before[0]) / 30], "a second")
-            row(f"processor time, idle, {state}", [(after[1] - before[1]) / 30 * 100], "%")
+            row(f"wake-ups, idle, {state}", [(after[0] - before[0]) / 30], "per second")
+            row(f"CPU time, idle, {state}", [(after[1] - before[1]) / 30 * 100], "%")
     finally:
         session.close()
 
@@ -294,6 +294,6 @@ def soak():
 if __name__ == "__main__":
     figures = {"units": units, "start": start, "click": click, "ring": lambda: ring("--real" in sys.argv), "gaps": gaps,
                "faults": lambda: faults.measure(row), "kills": kills, "idle": idle, "soak": soak}
-    print("| what | median | worst | of |\n|---|---|---|---|")
+    print("| figure | median | maximum | runs |\n|---|---|---|---|")
     for figure in [word for word in sys.argv[1:] if not word.startswith("--")] or figures:
         figures[figure]()
