@@ -1,4 +1,4 @@
-// What any Qt Quick window costs: a measure for the program's own start.
+// A minimal Qt Quick window, the baseline for the application's start.
 
 #include <QGuiApplication>
 #include <QQmlComponent>

@@ -4,7 +4,7 @@
 
 namespace kova {
 
-/// Groups of 20 alarms between 7:00 and 9:00, as a user could have made them.
+/// Returns groups of 20 alarms between 7:00 and 9:00 with weekdays and a message.
 inline QList<AlarmGroup> manyGroups(qint64 count) {
     QList<AlarmGroup> groups(count);
     for (qint64 i = 0; i < count; ++i) {

@@ -1,4 +1,4 @@
-// The scheduler's look at the clock.
+// The scheduler's tick.
 
 #include "FakeServices.h"
 #include "groups.h"
