@@ -6,7 +6,7 @@
 
 namespace kova {
 
-/// The catalogue of built-in sounds, in the order in which it is shown.
+/// Returns the built-in sounds in display order.
 const QList<SoundEntry> &builtInSounds();
 
 } // namespace kova

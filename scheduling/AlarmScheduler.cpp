@@ -17,7 +17,7 @@ bool ringsOn(const AlarmGroup &group, int day) {
     return group.isEnabled && (group.repeatDays.isEmpty() || group.repeatDays.contains(day));
 }
 
-// The last alarm of a run has a message of its own.
+// The last alarm of a run has a separate message.
 QString spokenMessage(const AlarmGroup &group, qint64 index) {
     if (isLastAlarm(group, index)) {
         return group.ttsLastEnabled ? group.ttsLastMessage : QString();
@@ -88,14 +88,14 @@ void AlarmScheduler::tick() {
             continue;
         }
         if (const std::optional<qint64> index = dueAlarm(group, time)) {
-            // A copy: what observes the firing may hand over a new list.
+            // A copy, since an observer of the active alarm may set a new list.
             fire(AlarmGroup(group), *index);
             return;
         }
     }
 }
 
-// The first alarm of the run at this time that has not fired today.
+// Returns the first alarm of the run at this time that has not fired today.
 std::optional<qint64> AlarmScheduler::dueAlarm(const AlarmGroup &group, ClockTime time) const {
     for (const qint64 index : alarmsAt(group, time)) {
         if (!m_firedToday.contains(alarmKey(group, index))) {
@@ -126,7 +126,7 @@ void AlarmScheduler::fire(const AlarmGroup &group, qint64 index) {
     m_ports.application.activate();
 }
 
-// Does nothing when the user ended this alarm or another one has taken its place.
+// Does nothing if the user has ended this alarm or another alarm has replaced it.
 void AlarmScheduler::stopAutomatically(const QUuid &groupId, qint64 index) {
     if (m_activeAlarm && m_activeAlarm->group.id == groupId && m_activeAlarm->index == index) {
         endRinging();

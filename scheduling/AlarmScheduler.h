@@ -18,7 +18,7 @@ class RunLoop;
 class SoundPlayer;
 class TTSPlayer;
 
-/// An alarm that rings. The group is a copy, untouched by later edits.
+/// A ringing alarm. The group is a copy, unaffected by later edits.
 struct FiringAlarm {
     AlarmGroup group;
     qint64 index; ///< 0-based in the group's run
@@ -30,12 +30,12 @@ struct FiringAlarm {
 /// The key of one alarm: the group's id text, a hyphen and the index.
 QString alarmKey(const AlarmGroup &group, qint64 index);
 
-/// Looks at the clock once a second and rings each due alarm once a day. Main thread.
+/// Checks the clock once a second and fires each due alarm once a day. Main thread.
 class AlarmScheduler : public QObject {
     Q_OBJECT
 
 public:
-    /// What rings an alarm.
+    /// The ports and players that an alarm uses.
     struct Ports {
         Clock &clock;
         RunLoop &runLoop;
@@ -46,27 +46,27 @@ public:
         TTSPlayer &ttsPlayer;
     };
 
-    /// Asks for permission to notify; nothing fires before `start`.
+    /// Requests permission for notifications. No alarm fires before start().
     explicit AlarmScheduler(const Ports &ports);
     ~AlarmScheduler() override;
 
-    /// The one scheduler of the process, on the installed ports.
+    /// Returns the scheduler of the process, which uses the installed ports.
     static AlarmScheduler &shared();
 
     const std::optional<FiringAlarm> &activeAlarm() const { return m_activeAlarm; }
     void setActiveAlarm(std::optional<FiringAlarm> alarm);
 
-    /// Ends the ringing: sound, speech and the active alarm, in this order.
+    /// Stops the sound and the speech and clears the active alarm, in this order.
     void endRinging();
 
     /// The keys of the alarms that fired since the last 00:00:00.
     const QSet<QString> &firedToday() const { return m_firedToday; }
 
-    /// The scheduler's copy of the list; a new one counts from the next tick.
+    /// The scheduler's copy of the list. A new list takes effect at the next tick.
     const QList<AlarmGroup> &groups() const { return m_groups; }
     void setGroups(const QList<AlarmGroup> &groups) { m_groups = groups; }
 
-    /// Takes the list and, the first time, starts the clock.
+    /// Sets the list and, at the first call, starts the timer.
     void start(const QList<AlarmGroup> &groups);
 
     void tick();

@@ -8,7 +8,7 @@ namespace kova {
 
 class Log;
 
-/// Holds off idle system sleep between `preventSleep` and `allowSleep`. Main thread.
+/// Prevents idle system sleep between preventSleep() and allowSleep(). Main thread.
 class PowerManager : public QObject {
     Q_OBJECT
 
@@ -16,13 +16,13 @@ public:
     PowerManager(PowerAssertions &assertions, Log &log);
     ~PowerManager() override;
 
-    /// The one manager of the process, on the installed ports.
+    /// Returns the manager of the process, which uses the installed ports.
     static PowerManager &shared();
 
-    /// True exactly while an assertion is held.
+    /// Returns whether an assertion is held.
     bool isPreventingSleep() const { return m_isPreventingSleep; }
 
-    /// A failure is logged; the next call tries again.
+    /// Logs a failure; the next call retries.
     void preventSleep();
     void allowSleep();
 
@@ -34,7 +34,7 @@ private:
     Log &m_log;
 
     bool m_isPreventingSleep = false;
-    AssertionID m_assertionID = 0; // the last one made, also after its release
+    AssertionID m_assertionID = 0; // the last one created, kept after its release
 };
 
 } // namespace kova

@@ -10,7 +10,7 @@ namespace kova {
 RingingRules::RingingRules(AlarmScheduler &scheduler, FileChooser &fileChooser)
     : m_scheduler(scheduler),
       m_fileChooser(fileChooser) {
-    // Queued, lest a display that hangs keeps the alarm from sounding.
+    // Queued, so that closing the dialog on a hung display cannot delay the sound.
     connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &RingingRules::activeAlarmChanged,
             Qt::QueuedConnection);
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &scheduler,

@@ -7,16 +7,16 @@ namespace kova {
 class AlarmScheduler;
 class FileChooser;
 
-/// What a ringing alarm asks of the rest of the program: it closes an open file dialog, which would stand in
-/// front of the alert, and it ends with the program. Main thread.
+/// Applies the rules around a ringing alarm: closes an open file dialog, which would hide the alert, and ends
+/// the alarm when the application quits or its window is closed. Main thread.
 class RingingRules : public QObject {
     Q_OBJECT
 
 public:
-    /// Needs the application object. Both must outlive the rules.
+    /// Requires the application object. Both arguments must outlive this object.
     RingingRules(AlarmScheduler &scheduler, FileChooser &fileChooser);
 
-    /// Closing the main window silences the alarm that rings.
+    /// Ends a ringing alarm; called when the main window is closed.
     void windowClosed();
 
 private:

@@ -4,7 +4,7 @@
 
 namespace kova {
 
-/// Counts what is asked of the application.
+/// Counts the calls.
 class FakeApplication : public Application {
 public:
     int activations = 0;

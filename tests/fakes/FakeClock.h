@@ -8,7 +8,7 @@
 
 namespace kova {
 
-/// A clock that a test sets, in a time zone that it chooses.
+/// A clock that the test sets, in a time zone of its choice.
 class FakeClock : public Clock {
 public:
     Instant time = 0;
@@ -18,7 +18,7 @@ public:
         m_zone = QTimeZone(name);
         m_validUntil = m_validFrom = 0;
     }
-    /// Shows the zone's clock; a time that the zone skips is moved on.
+    /// Sets the local time; a time that the zone skips is moved forward.
     void set(const QDate &date, const QTime &timeOfDay) {
         time = static_cast<double>(QDateTime(date, timeOfDay, m_zone).toMSecsSinceEpoch()) / 1000.0 -
                instantEpoch;
@@ -40,7 +40,7 @@ public:
     }
 
 private:
-    // The offset is looked up once for each stretch between two changes.
+    // The offset is cached between two transitions.
     qint64 offsetAt(qint64 utc) const {
         if (utc < m_validFrom || utc >= m_validUntil) {
             const QDateTime moment = QDateTime::fromSecsSinceEpoch(utc, QTimeZone::utc());

@@ -6,12 +6,12 @@
 
 namespace kova {
 
-/// Answers with a path that a test sets, or as if the user cancelled.
+/// Returns a path set by the test, or cancels.
 class FakeFileChooser : public FileChooser {
 public:
     std::optional<QString> answer;
     QList<FileChooserRequest> requests;
-    std::function<void()> meanwhile = [] {}; ///< while the dialog is open
+    std::function<void()> meanwhile = [] {}; ///< called while the dialog is open
     int cancellations = 0;
 
     std::optional<QString> chooseFile(const FileChooserRequest &request) override {

@@ -6,7 +6,7 @@
 
 namespace kova {
 
-/// Keeps the lines; several fakes write into it too, so that a test can check the order of effects.
+/// Records the lines. Other fakes write into it too, so that tests can check the order of effects.
 class FakeLog : public Log {
 public:
     QStringList lines;

@@ -6,13 +6,13 @@
 
 namespace kova {
 
-/// Keeps the requests; a test answers the question for permission when it likes.
+/// Records the requests. The test replies to the permission request.
 class FakeNotificationCenter : public NotificationCenter {
 public:
     QList<NotificationRequest> requests;
     int asked = 0;
     Authorized answer;
-    std::function<void()> added = [] {}; ///< as soon as a request has come
+    std::function<void()> added = [] {}; ///< called for each request
 
     void requestAuthorization(Authorized answered) override {
         asked += 1;

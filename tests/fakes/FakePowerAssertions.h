@@ -6,7 +6,7 @@
 
 namespace kova {
 
-/// Hands out assertions with the ids 12345, 12346 and so on, or fails with a code.
+/// Creates assertions with the ids 12345, 12346 and so on, or fails with a code.
 class FakePowerAssertions : public PowerAssertions {
 public:
     QMap<AssertionID, QString> held; ///< id to name

@@ -6,7 +6,7 @@
 
 namespace kova {
 
-/// Resources below "/resources". With a folder "Sounds" unless a test takes it away.
+/// Resources below "/resources", with a folder "Sounds" unless the test removes it.
 class FakeResources : public Resources {
 public:
     bool hasSoundsFolder = true;

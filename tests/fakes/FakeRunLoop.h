@@ -16,7 +16,7 @@ public:
 
     int timersMade = 0;
 
-    /// Lets time pass: delayed actions and the ticks of each whole second run at their moments.
+    /// Advances the time; delayed actions and the ticks of whole seconds run in order.
     void advance(std::chrono::milliseconds span) {
         const double end = m_clock.time + toSeconds(span);
         for (double next = nextEvent(); next <= end; next = nextEvent()) {
@@ -30,7 +30,7 @@ public:
         moveTo(end);
     }
 
-    /// Lets time pass without a single tick, as when the machine sleeps.
+    /// Advances the time without ticks, as during suspend.
     void sleep(std::chrono::milliseconds span) {
         moveTo(m_clock.time + toSeconds(span));
         runDue();

@@ -11,11 +11,11 @@
 
 namespace kova {
 
-/// One alarm that rang: the group's label and the alarm's number.
+/// A ring: the group's label and the alarm's number.
 using Ring = std::pair<QString, qint64>;
 
-/// What must ring, worked out the long way: every alarm of every group written into a table of the day, and
-/// the time taken from the C library instead of the fake clock.
+/// Computes the expected rings independently of the product: a table of the day with every alarm of every
+/// group, and local time from the C library instead of the fake clock.
 class RingOracle {
 public:
     explicit RingOracle(const QList<AlarmGroup> &groups) {
@@ -33,7 +33,7 @@ public:
         }
     }
 
-    /// What rings at a moment in seconds since 1970, if it is asked for each second in turn.
+    /// Returns the ring at a time in seconds since 1970. Must be called for each second in turn.
     std::optional<Ring> tick(time_t moment) {
         tm local{};
         localtime_r(&moment, &local);
@@ -61,14 +61,14 @@ private:
     std::set<Ring> m_rang;
 };
 
-/// Groups as the editor could make them, with their numbers as labels.
+/// Returns random groups within the editor's limits, labelled with their numbers.
 inline QList<AlarmGroup> randomGroups(QRandomGenerator &random, int count) {
     QList<AlarmGroup> groups;
     for (int i = 0; i < count; ++i) {
         AlarmGroup group;
         group.id = QUuid::createUuid();
         group.label = QString::number(i);
-        // Every third group lives around the hours at which clocks are changed, or around midnight.
+        // Every third group is near a daylight-saving transition or midnight.
         group.targetHour = i % 3 == 0 ? random.bounded(4) : random.bounded(24);
         group.targetMinute = random.bounded(60);
         group.alarmCount = random.bounded(1, 21);

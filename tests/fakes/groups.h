@@ -4,7 +4,7 @@
 
 namespace kova {
 
-/// A group that rings every day at the times of one run.
+/// Returns a group that rings every day.
 inline AlarmGroup makeGroup(qint64 hour, qint64 minute, qint64 count, qint64 interval,
                             bool startBefore = true) {
     AlarmGroup group;

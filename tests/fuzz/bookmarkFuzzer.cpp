@@ -1,4 +1,5 @@
-// Any bytes may be read as a bookmark. Only a whole bookmark of a usable path is, and kept to the last bit.
+// Arbitrary bytes as a bookmark. Only a complete bookmark with a valid path is accepted, and encodes to the
+// same bytes.
 
 #include "BookmarkForm.h"
 #include "require.h"

@@ -1,4 +1,4 @@
-// Runs a fuzzer's target once over every file of the folders named, none of which may be empty.
+// Runs a fuzz target once for every file in the given folders, none of which may be empty.
 
 #include "require.h"
 
@@ -15,12 +15,12 @@ int main(int argc, char *argv[]) {
             std::ifstream file(entry.path(), std::ios::binary);
             const std::vector<char> bytes(std::istreambuf_iterator<char>(file), {});
             std::printf("%s\n", entry.path().c_str());
-            std::fflush(stdout); // tells the input that ends badly
+            std::fflush(stdout); // names the input that fails
             LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t *>(bytes.data()), bytes.size());
             inputs += 1;
         }
         if (inputs == 0) {
-            std::fprintf(stderr, "replay: there are no inputs in %s\n", argv[i]);
+            std::fprintf(stderr, "replay: no inputs in %s\n", argv[i]);
             return 1;
         }
     }

@@ -5,13 +5,13 @@
 #include <cstdio>
 #include <cstdlib>
 
-/// What a fuzzer calls with each input; 0 unless the input shall not join the corpus.
+/// Called by the fuzzer with each input. Returns 0, or -1 to keep the input out of the corpus.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
 
-/// Aborts in every kind of build when a promise is broken.
-inline void require(bool isKept, const char *file = __builtin_FILE(), int line = __builtin_LINE()) {
-    if (!isKept) {
-        std::fprintf(stderr, "%s:%d: a promise is broken\n", file, line);
+/// Aborts, in release builds too, if an invariant is violated.
+inline void require(bool holds, const char *file = __builtin_FILE(), int line = __builtin_LINE()) {
+    if (!holds) {
+        std::fprintf(stderr, "%s:%d: invariant violated\n", file, line);
         std::abort();
     }
 }

@@ -40,7 +40,7 @@ class AlarmSchedulerTest : public QObject {
 private Q_SLOTS:
     void init() { m_services = std::make_unique<FakeServices>(); }
 
-    void asksForPermissionOnceAndLogsTheAnswer() {
+    void requestsPermissionOnceAndLogsTheResult() {
         FakeNotificationCenter &center = m_services->notificationCenter;
         QCOMPARE(center.asked, 1);
         center.answer(true, std::nullopt);
@@ -51,7 +51,7 @@ private Q_SLOTS:
                               QStringLiteral("[Scheduler] Notifications denied")}));
     }
 
-    void startsItsClockOnce() {
+    void startsTimerOnce() {
         AlarmScheduler &scheduler = m_services->scheduler;
         scheduler.start({});
         scheduler.start({AlarmGroup()});
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(scheduler.groups().size(), 1);
     }
 
-    void firingDoesEverythingInOrder() {
+    void firingPerformsItsStepsInOrder() {
         AlarmGroup group = makeGroup(QStringLiteral("朝"), 7, 0, 3, 5);
         group.ttsEnabled = true;
         group.ttsMessage = QStringLiteral("おはよう");
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(m_services->application.activations, 1);
     }
 
-    void notificationsNameThePlannedTime() {
+    void notificationContainsThePlannedTime() {
         startAt({6, 49, 59},
                 {makeGroup(QString(), 7, 5, 2, 15), makeGroup(QStringLiteral("Work"), 23, 55, 1, 1),
                  makeGroup(QStringLiteral(" "), 8, 0, 1, 1)});
@@ -130,7 +130,7 @@ private Q_SLOTS:
         }
     }
 
-    void ringsUntilItEndsByItself() {
+    void endsAutomatically() {
         AlarmScheduler &scheduler = startAt({6, 59, 58}, {makeGroup(QString(), 7, 0, 3, 1, false)});
         m_services->runLoop.advance(2s + 54999ms);
         QVERIFY(scheduler.activeAlarm());
@@ -139,11 +139,11 @@ private Q_SLOTS:
         m_services->runLoop.advance(5s);
         QCOMPARE(scheduler.activeAlarm()->index, 1);
         m_services->clock.set({2026, 1, 5}, {7, 1, 59}); // set forward while it rings
-        m_services->runLoop.advance(55s);                // its end comes due and finds the group's next one
+        m_services->runLoop.advance(55s);                // its automatic stop finds the group's next alarm
         QCOMPARE(scheduler.activeAlarm()->index, 2);
     }
 
-    void aStoppedAlarmStaysStoppedForTheDay() {
+    void stoppedAlarmDoesNotRingAgainThatDay() {
         AlarmScheduler &scheduler = startAt({6, 59, 59}, {makeGroup(QString(), 7, 0, 1, 1)});
         m_services->runLoop.advance(1s);
         scheduler.endRinging();
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QCOMPARE(fires().size(), 2);
     }
 
-    void aNewerAlarmReplacesARingingOne() {
+    void newerAlarmReplacesRingingAlarm() {
         const AlarmGroup a = makeGroup(QStringLiteral("a"), 7, 0, 1, 1);
         AlarmGroup b = makeGroup(QStringLiteral("b"), 7, 1, 1, 1);
         b.soundName = QStringLiteral("wakeup_pulse");
@@ -172,7 +172,7 @@ private Q_SLOTS:
         m_services->runLoop.advance(1s);
         QCOMPARE(seen, (QList<QString>{QStringLiteral("none"), QStringLiteral("b")}));
         QCOMPARE(m_services->audioPlayers.sounding.size(), 1);
-        m_services->runLoop.advance(54s); // a's automatic stop comes due and finds b
+        m_services->runLoop.advance(54s); // a's automatic stop finds b
         QCOMPARE(scheduler.activeAlarm()->group.label, QStringLiteral("b"));
         QCOMPARE(m_services->audioPlayers.sounding.first().path,
                  QStringLiteral("/resources/Sounds/wakeup_pulse.mp3"));
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QVERIFY(isSilent());
     }
 
-    void editsDoNotTouchARingingAlarm() {
+    void editsDoNotAffectRingingAlarm() {
         AlarmGroup group = makeGroup(QStringLiteral("old"), 7, 0, 1, 1);
         AlarmScheduler &scheduler = startAt({6, 59, 59}, {group});
         m_services->runLoop.advance(1s);
@@ -194,12 +194,12 @@ private Q_SLOTS:
         QVERIFY(isSilent());
     }
 
-    void oneAlarmATick() {
+    void firesOneAlarmPerTick() {
         startAt({6, 59, 59},
                 {makeGroup(QStringLiteral("a"), 7, 0, 2, 0), makeGroup(QStringLiteral("b"), 7, 0, 1, 1)});
         m_services->runLoop.advance(23h);
         QCOMPARE(fires(), QStringList{QStringLiteral("[Scheduler] FIRE: a alarm #1")});
-        // A second tick in the same second goes on where the first one ended.
+        // A second tick in the same second continues after the alarm that the first one fired.
         m_services->clock.set({2026, 1, 6}, {7, 0, 0});
         m_services->log.lines.clear();
         for (int tick = 0; tick < 4; ++tick) {
@@ -210,7 +210,7 @@ private Q_SLOTS:
                                        QStringLiteral("[Scheduler] FIRE: b alarm #1")}));
     }
 
-    void aDayThatIsSleptThroughIsNotReset() {
+    void midnightDuringSuspendDoesNotReset() {
         AlarmScheduler &scheduler = startAt({6, 59, 59}, {makeGroup(QString(), 7, 0, 1, 1)});
         m_services->runLoop.advance(2s);
         m_services->runLoop.sleep(23h + 59min + 50s); // over midnight, up to the next morning
@@ -221,7 +221,7 @@ private Q_SLOTS:
         QCOMPARE(fires().size(), 2);
     }
 
-    void aFailingServiceChangesNothing() {
+    void alarmCountsAsFiredIfServicesFail() {
         AlarmGroup group = makeGroup(QString(), 7, 0, 1, 1);
         group.soundName = QStringLiteral("missing");
         AlarmScheduler &scheduler = startAt({6, 59, 59}, {group});

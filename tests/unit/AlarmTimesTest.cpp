@@ -46,8 +46,8 @@ private Q_SLOTS:
         }
     }
 
-    // The indexes found from step to step are those whose own times agree.
-    void alarmsAtATimeAgreeWithTheWholeRun() {
+    // The search must return the indexes whose alarmTime() matches.
+    void alarmsAtTimeAgreeWithWholeRun() {
         QRandomGenerator random(7);
         const QList<qint64> intervals{0, 1, 5, 7, 30, 60, 480, 720, 1440, 1441, -1, -45, 1000003};
         for (int round = 0; round < 100; ++round) {
@@ -65,7 +65,7 @@ private Q_SLOTS:
         }
     }
 
-    void runsOutsideOfAllReasonHaveNoAlarms() {
+    void outOfRangeRunsHaveNoAlarms() {
         constexpr qint64 most = std::numeric_limits<qint64>::max();
         constexpr qint64 least = std::numeric_limits<qint64>::min();
         const QList<AlarmGroup> none{

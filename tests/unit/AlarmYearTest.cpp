@@ -23,7 +23,7 @@ class AlarmYearTest : public QObject {
         m_rings = 0;
     }
 
-    // One tick at a moment in seconds since 1970; false when the scheduler and the oracle disagree.
+    // One tick at a time in seconds since 1970. Returns false if the scheduler and the oracle disagree.
     bool tickAt(double moment) {
         m_services->clock.time = moment - instantEpoch;
         m_services->log.lines.clear();
@@ -69,7 +69,7 @@ private Q_SLOTS:
                     QVERIFY(tickAt(static_cast<double>(second)));
                 }
             } else if (kind == 0) {
-                // A tick that comes late: below a second it counts, later it is no longer second 0.
+                // A late tick: within second 0 it fires, afterwards it does not.
                 QVERIFY(tickAt(static_cast<double>(minute) + 0.1 + 1.9 * random.generateDouble()));
             } else if (kind == 1) {
                 // The clock is set back or forward, by up to two hours, and back again.

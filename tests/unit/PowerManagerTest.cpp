@@ -32,7 +32,7 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 3);
     }
 
-    void aFailureIsLoggedAndTriedAgain() {
+    void failureIsLoggedAndRetried() {
         FakePowerAssertions assertions;
         FakeLog log;
         PowerManager manager(assertions, log);
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QVERIFY(manager.isPreventingSleep());
     }
 
-    void leavesNothingHeldBehind() {
+    void destructorReleasesTheAssertion() {
         FakePowerAssertions assertions;
         FakeLog log;
         { PowerManager(assertions, log).preventSleep(); }

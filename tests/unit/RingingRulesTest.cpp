@@ -30,7 +30,7 @@ private Q_SLOTS:
         m_rules = std::make_unique<RingingRules>(m_services->scheduler, m_fileChooser);
     }
 
-    void anAlarmClosesTheFileDialogWhenItHasFired() {
+    void firedAlarmClosesFileDialog() {
         ring();
         QCOMPARE(m_fileChooser.cancellations, 0);
         QCoreApplication::processEvents();
@@ -40,7 +40,7 @@ private Q_SLOTS:
         QCOMPARE(m_fileChooser.cancellations, 1);
     }
 
-    void closingTheWindowEndsARingingAlarmButNoPreview() {
+    void closingWindowEndsRingingAlarmButNotPreview() {
         m_services->soundPlayer.togglePreview(AlarmGroup());
         m_rules->windowClosed();
         QVERIFY(!isSilent());
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QVERIFY(isSilent());
     }
 
-    void theEndOfTheProgramEndsTheRinging() {
+    void quittingEndsRingingAlarm() {
         ring();
         QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
         QCoreApplication::exec();
