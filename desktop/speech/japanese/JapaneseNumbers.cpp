@@ -9,8 +9,21 @@ namespace kova {
 
 namespace {
 
-constexpr std::array<QStringView, 10> digitNames{u"ゼロ", u"イチ", u"ニ",   u"サン", u"ヨン",
-                                                 u"ゴ",   u"ロク", u"ナナ", u"ハチ", u"キュー"};
+constexpr quint64 myriad = 10'000;
+
+// The digits 0 to 9 by their place.
+constexpr std::array<QStringView, 10> ones{u"ゼロ", u"イチ", u"ニ",   u"サン", u"ヨン",
+                                           u"ゴ",   u"ロク", u"ナナ", u"ハチ", u"キュー"};
+constexpr std::array<QStringView, 10> tens{u"",           u"ジュー",      u"ニジュー",   u"サンジュー",
+                                           u"ヨンジュー", u"ゴジュー",    u"ロクジュー", u"ナナジュー",
+                                           u"ハチジュー", u"キュージュー"};
+constexpr std::array<QStringView, 10> hundreds{u"",           u"ヒャク",      u"ニヒャク",   u"サンビャク",
+                                               u"ヨンヒャク", u"ゴヒャク",    u"ロッピャク", u"ナナヒャク",
+                                               u"ハッピャク", u"キューヒャク"};
+constexpr std::array<QStringView, 10> thousands{u"",         u"セン",      u"ニセン",   u"サンゼン",
+                                                u"ヨンセン", u"ゴセン",    u"ロクセン", u"ナナセン",
+                                                u"ハッセン", u"キューセン"};
+
 constexpr QStringView kanjiDigits = u"〇一二三四五六七八九";
 
 struct Unit {
@@ -18,7 +31,6 @@ struct Unit {
     quint64 value;
     QStringView name;
 };
-constexpr quint64 myriad = 10'000;
 constexpr std::array<Unit, 6> units{{{u'兆', 1'000'000'000'000, u"チョー"},
                                      {u'億', 100'000'000, u"オク"},
                                      {u'万', myriad, u"マン"},
@@ -26,13 +38,43 @@ constexpr std::array<Unit, 6> units{{{u'兆', 1'000'000'000'000, u"チョー"},
                                      {u'百', 100, u"ヒャク"},
                                      {u'十', 10, u"ジュー"}}};
 
+// Numbers that change before counters with one of these first characters, as FORM=READING pairs:
+// "イチ=ヒトリ" replaces the number and a counter of one character, "^イチ=ヒト" the number, and "~ヨン=ヨ"
+// the end of a number.
+struct Irregular {
+    QStringView counters;
+    QStringView readings;
+};
+constexpr std::array<Irregular, 8> irregulars{{
+    {u"時", u"~ゼロ=レイ ~ヨン=ヨ ~ナナ=シチ ~キュー=ク"},
+    {u"月", u"~ヨン=シ ~ナナ=シチ ~キュー=ク"},
+    {u"日",
+     u"ニ=フツカ サン=ミッカ ヨン=ヨッカ ゴ=イツカ ロク=ムイカ ナナ=ナノカ ハチ=ヨーカ キュー=ココノカ "
+     u"ジュー=トーカ ジューヨン=ジューヨッカ ニジュー=ハツカ ニジューヨン=ニジューヨッカ スー=スージツ "
+     u"~ナナ=シチ ~キュー=ク"},
+    {u"人", u"イチ=ヒトリ ニ=フタリ ~ヨン=ヨ"},
+    {u"つ", u"イチ=ヒトツ ニ=フタツ サン=ミッツ ヨン=ヨッツ ゴ=イツツ ロク=ムッツ ナナ=ナナツ ハチ=ヤッツ "
+            u"キュー=ココノツ"},
+    {u"歳才", u"ニジュー=ハタチ"},
+    {u"年円畳", u"~ヨン=ヨ"},
+    {u"箱皿袋粒束口組切晩", u"^イチ=ヒト ^ニ=フタ ~="},
+}};
+
+// Counters that begin with a voiced or a plosive sound after ン.
+constexpr QStringView voicedCounters = u"階軒足";
+constexpr QStringView plosiveCounters = u"分泊歩発拍";
+
+constexpr QStringView rowK = u"カキクケコ";
+constexpr QStringView rowH = u"ハヒフヘホ";
+constexpr QStringView voiceless = u"カキクケコサシスセソタチツテトハヒフヘホパピプペポ";
+
 const Unit *unitOf(QChar sign) {
     const auto *const unit =
         std::find_if(units.begin(), units.end(), [sign](const Unit &one) { return one.sign == sign; });
     return unit != units.end() ? unit : nullptr;
 }
 
-// -1 for what is no digit.
+// Returns -1 if the character is not a digit.
 int digitOf(QChar character) {
     if (character == u'零') {
         return 0;
@@ -67,114 +109,55 @@ std::optional<quint64> valueOf(const QString &number) {
     return value < limit ? std::optional(value) : std::nullopt;
 }
 
-constexpr QStringView rowK = u"カキクケコ";
-constexpr QStringView rowH = u"ハヒフヘホ";
-constexpr QStringView voiceless = u"カキクケコサシスセソタチツテトハヒフヘホパピプペポ";
-
-// What becomes of the counter's first sound behind ン.
-enum class AfterN { Stays, IsVoiced, IsPlosive };
-
-// 一 and 本, ホン, meet as イッポン; 三 and 本 as サンボン.
-QString joined(QString number, QString counter, AfterN afterN) {
-    const QChar first = counter.isEmpty() ? QChar() : counter[0];
-    const auto shortens = [&number](QStringView end) { return number.endsWith(end); };
-    const bool isShort =
-        voiceless.contains(first) &&
-        (shortens(u"イチ") || shortens(u"ハチ") || shortens(u"ジュー") ||
-         ((rowK.contains(first) || rowH.contains(first)) && (shortens(u"ロク") || shortens(u"ヒャク"))));
-    // In the script a voiced sound stands behind the voiceless one, and of the ハ row the plosive behind
-    // both.
-    if (isShort) {
+// Changes the sounds where a number and a counter meet: イチ and ホン become イッポン, サン and ホン become
+// サンボン. In Unicode the voiced kana follows the voiceless one, and the plosive of the ハ row follows both.
+QString joined(QString number, QString counter, QChar sign) {
+    const QChar first = counter[0];
+    const bool isH = rowH.contains(first);
+    const auto endsWith = [&number](std::initializer_list<QStringView> ends) {
+        return std::any_of(ends.begin(), ends.end(), [&](QStringView end) { return number.endsWith(end); });
+    };
+    const bool isGeminated = (voiceless.contains(first) && endsWith({u"イチ", u"ハチ", u"ジュー"})) ||
+                             ((isH || rowK.contains(first)) && endsWith({u"ロク", u"ヒャク"}));
+    if (isGeminated) {
         number.back() = u'ッ';
-        counter[0] = rowH.contains(first) ? QChar(first.unicode() + 2) : first;
-    } else if (number.endsWith(u'ン') && rowH.contains(first) && afterN == AfterN::IsPlosive) {
-        counter[0] = QChar(first.unicode() + 2);
-    } else if (number.endsWith(u'ン') && !number.endsWith(u"ヨン") && afterN == AfterN::IsVoiced) {
-        counter[0] = QChar(first.unicode() + 1);
     }
+    const bool isPlosive = isH && (isGeminated || (number.endsWith(u'ン') && plosiveCounters.contains(sign)));
+    const bool isVoiced =
+        (isH || voicedCounters.contains(sign)) && number.endsWith(u'ン') && !endsWith({u"ヨン"});
+    counter[0] = QChar(first.unicode() + (isPlosive ? 2 : isVoiced ? 1 : 0));
     return number + counter;
 }
 
-QString belowMyriad(quint64 value, bool isCounted) {
-    QString kana;
-    for (const Unit &unit : units) {
-        if (unit.value >= myriad || value < unit.value) {
+QString belowMyriad(quint64 value, bool hasUnit) {
+    QString kana = hasUnit && value / 1000 == 1 ? QStringLiteral("イッ") : QString();
+    kana.append(thousands.at(value / 1000))
+        .append(hundreds.at(value / 100 % 10))
+        .append(tens.at(value / 10 % 10));
+    return value % 10 > 0 ? kana.append(ones.at(value % 10)) : kana;
+}
+
+// Returns a null string if the number is regular before the counter.
+QString irregular(const QString &number, const QString &counter, const QString &reading) {
+    for (const Irregular &row : irregulars) {
+        if (!row.counters.contains(counter[0])) {
             continue;
         }
-        const quint64 count = value / unit.value;
-        value %= unit.value;
-        // 百 and 千, but 一千万.
-        const bool isBare = count == 1 && (unit.value < 1000 || !isCounted);
-        kana += isBare ? unit.name.toString()
-                       : joined(digitNames.at(count).toString(), unit.name.toString(),
-                                unit.value > 10 ? AfterN::IsVoiced : AfterN::Stays);
+        for (const QStringView pair : row.readings.split(u' ')) {
+            const QStringView form = pair.left(pair.indexOf(u'='));
+            const QString said = pair.mid(form.size() + 1).toString();
+            if (form == number && counter.size() == 1) {
+                return said;
+            }
+            if (form[0] == u'^' && form.mid(1) == number) {
+                return said + reading;
+            }
+            if (form[0] == u'~' && number.endsWith(form.mid(1))) {
+                return number.chopped(form.size() - 1) + said + reading;
+            }
+        }
     }
-    return value > 0 ? kana.append(digitNames.at(value)) : kana;
-}
-
-struct Meeting {
-    QStringView number;
-    QStringView counter;
-    QStringView said;
-};
-
-// Numbers that are words of their own with these counters.
-constexpr std::array<Meeting, 25> words{{
-    {u"イチ", u"人", u"ヒトリ"},
-    {u"ニ", u"人", u"フタリ"},
-    {u"ニジュー", u"歳", u"ハタチ"},
-    {u"ニ", u"日", u"フツカ"},
-    {u"サン", u"日", u"ミッカ"},
-    {u"ヨン", u"日", u"ヨッカ"},
-    {u"ゴ", u"日", u"イツカ"},
-    {u"ロク", u"日", u"ムイカ"},
-    {u"ナナ", u"日", u"ナノカ"},
-    {u"ハチ", u"日", u"ヨーカ"},
-    {u"キュー", u"日", u"ココノカ"},
-    {u"ジュー", u"日", u"トーカ"},
-    {u"ニジュー", u"日", u"ハツカ"},
-    {u"ジューヨン", u"日", u"ジューヨッカ"},
-    {u"ニジューヨン", u"日", u"ニジューヨッカ"},
-    {u"イチ", u"つ", u"ヒトツ"},
-    {u"ニ", u"つ", u"フタツ"},
-    {u"サン", u"つ", u"ミッツ"},
-    {u"ヨン", u"つ", u"ヨッツ"},
-    {u"ゴ", u"つ", u"イツツ"},
-    {u"ロク", u"つ", u"ムッツ"},
-    {u"ナナ", u"つ", u"ナナツ"},
-    {u"ハチ", u"つ", u"ヤッツ"},
-    {u"キュー", u"つ", u"ココノツ"},
-    {u"ニジュー", u"才", u"ハタチ"},
-}};
-
-// How numbers end with counters that begin so.
-constexpr std::array<Meeting, 10> endings{{
-    {u"ゼロ", u"時", u"レイ"},
-    {u"ヨン", u"時", u"ヨ"},
-    {u"ナナ", u"時", u"シチ"},
-    {u"キュー", u"時", u"ク"},
-    {u"ヨン", u"月", u"シ"},
-    {u"ナナ", u"月", u"シチ"},
-    {u"キュー", u"月", u"ク"},
-    {u"ヨン", u"年", u"ヨ"},
-    {u"ヨン", u"人", u"ヨ"},
-    {u"ヨン", u"円", u"ヨ"},
-}};
-
-QString wordOf(const QString &number, const QString &counter) {
-    const auto *const word = std::find_if(words.begin(), words.end(), [&](const Meeting &one) {
-        return one.number == number && one.counter == counter;
-    });
-    return word != words.end() ? word->said.toString() : QString();
-}
-
-AfterN afterN(const QString &counter, const QString &reading) {
-    constexpr QStringView plosive = u"分泊歩発拍";
-    constexpr QStringView voiced = u"階軒足";
-    if (plosive.contains(counter[0])) {
-        return AfterN::IsPlosive;
-    }
-    return voiced.contains(counter[0]) || rowH.contains(reading[0]) ? AfterN::IsVoiced : AfterN::Stays;
+    return {};
 }
 
 } // namespace
@@ -188,67 +171,67 @@ QString numberInKana(const QString &number) {
     if (!value) {
         return digitsInKana(number);
     }
-    if (*value == 0) {
-        return digitNames[0].toString();
-    }
     QString kana;
-    quint64 rest = *value;
     for (const Unit &unit : units) {
-        if (unit.value >= myriad && rest >= unit.value) {
-            kana += joined(belowMyriad(rest / unit.value, true), unit.name.toString(), AfterN::Stays);
-            rest %= unit.value;
+        if (const quint64 count = *value / unit.value % myriad; unit.value >= myriad && count > 0) {
+            kana += joined(belowMyriad(count, true), unit.name.toString(), unit.sign);
         }
     }
-    return kana + belowMyriad(rest, false);
+    kana += belowMyriad(*value % myriad, false);
+    return kana.isEmpty() ? ones[0].toString() : kana;
 }
 
 QString digitsInKana(const QString &digits) {
     QString kana;
     for (const QChar character : digits) {
         const Unit *const unit = unitOf(character);
-        kana += unit != nullptr ? unit->name : digitNames.at(static_cast<size_t>(digitOf(character)));
+        kana += unit != nullptr ? unit->name : ones.at(static_cast<size_t>(digitOf(character)));
     }
     return kana;
 }
 
 QString countedInKana(const QString &number, const QString &counter, const QString &reading) {
-    constexpr QStringView ofOldNumbers = u"箱皿袋粒束口組切晩";
     if (counter == QStringView(u"日間")) {
         return countedInKana(number, counter.left(1), reading.left(2)) + reading.mid(2);
     }
-    if (QString word = wordOf(number, counter); !word.isEmpty()) {
-        return word;
+    if (const QString kana = irregular(number, counter, reading); !kana.isNull()) {
+        return kana;
     }
-    if (ofOldNumbers.contains(counter[0])) {
-        const bool isOne = number == digitNames[1];
-        const bool isTwo = number == digitNames[2];
-        return (isOne ? QStringLiteral("ヒト") : isTwo ? QStringLiteral("フタ") : number) + reading;
-    }
-    // Foreign units change no number but ten.
-    if (counter == reading && !number.endsWith(u"ジュー")) {
-        return number + reading;
-    }
-    for (const Meeting &ending : endings) {
-        if (counter.startsWith(ending.counter) && number.endsWith(ending.number)) {
-            return number.chopped(ending.number.size()).append(ending.said) + reading;
-        }
-    }
-    return joined(number, reading, afterN(counter, reading));
+    // Before a loanword only ten changes.
+    const bool isLoanword = counter == reading;
+    return isLoanword && !number.endsWith(u"ジュー") ? number + reading : joined(number, reading, counter[0]);
 }
 
 QString withNumbersInFull(QString text) {
-    static const QRegularExpression hour(QStringLiteral("(?<![\\d:])([01]?\\d|2[0-4]):00(?![\\d:])"));
-    static const QRegularExpression minute(
-        QStringLiteral("(?<![\\d:])([01]?\\d|2[0-4]):([0-5]\\d)(?![\\d:])"));
-    static const QRegularExpression day(
-        QStringLiteral("(?<![\\d/])(1[0-2]|0?[1-9])/([12]\\d|3[01]|0?[1-9])(?![\\d/])"));
-    static const QRegularExpression thousand(QStringLiteral("(?<=\\d),(?=(\\d{3},)*\\d{3}(?!\\d))"));
-    static const QRegularExpression span(QStringLiteral("(?<=[\\d時分日月年]) ?[〜~] ?(?=\\d)"));
-    return text.replace(hour, QStringLiteral("\\1時"))
-        .replace(minute, QStringLiteral("\\1時\\2分"))
-        .replace(day, QStringLiteral("\\1月\\2日"))
-        .replace(thousand, QString())
-        .replace(span, QStringLiteral("から"));
+    static const auto pattern = [](const char *regex) {
+        return QRegularExpression(QString::fromUtf8(regex));
+    };
+    static const std::array<std::pair<QRegularExpression, QString>, 18> rewritings{{
+        {pattern("(?<![\\d/-])(\\d{4})([/-])(1[0-2]|0?[1-9])\\2([12]\\d|3[01]|0?[1-9])(?![\\d/-])"),
+         QStringLiteral("\\1年\\3月\\4日")},
+        {pattern("(?<![\\d:])([01]?\\d|2[0-4]):00(?![\\d:])"), QStringLiteral("\\1時")},
+        {pattern("(?<![\\d:])([01]?\\d|2[0-4]):([0-5]\\d)(?![\\d:])"), QStringLiteral("\\1時\\2分")},
+        {pattern("(?<![\\d/])(1[0-2]|0?[1-9])/([12]\\d|3[01]|0?[1-9])(?![\\d/])"),
+         QStringLiteral("\\1月\\2日")},
+        {pattern("(?<=\\d日) ?\\(([月火水木金土日])\\)"), QStringLiteral("\\1曜日")},
+        {pattern("(?<=\\d),(?=(\\d{3},)*\\d{3}(?!\\d))"), QString()},
+        {pattern("¥ ?(\\d+)円?"), QStringLiteral("\\1円")},
+        {pattern("\\$ ?(\\d+(\\.\\d+)?)"), QStringLiteral("\\1ドル")},
+        {pattern("(?<=\\d) ?°C"), QStringLiteral("度")},
+        {pattern("(?<=\\d) ?km(?![A-Za-z])"), QStringLiteral("キロメートル")},
+        {pattern("(?<=\\d) ?cm(?![A-Za-z])"), QStringLiteral("センチ")},
+        {pattern("(?<=\\d) ?mm(?![A-Za-z])"), QStringLiteral("ミリ")},
+        {pattern("(?<=\\d) ?m(?![A-Za-z])"), QStringLiteral("メートル")},
+        {pattern("(?<=\\d) ?kg(?![A-Za-z])"), QStringLiteral("キログラム")},
+        {pattern("(?<=\\d) ?g(?![A-Za-z])"), QStringLiteral("グラム")},
+        {pattern("(?<=\\d) ?m[lL](?![A-Za-z])"), QStringLiteral("ミリリットル")},
+        {pattern("(?<=\\d) ?[lL](?![A-Za-z])"), QStringLiteral("リットル")},
+        {pattern("(?<=[\\d時分日月年]) ?[〜~] ?(?=\\d)|(?<=[時分]) ?[-–] ?(?=\\d)"), QStringLiteral("から")},
+    }};
+    for (const auto &[regex, replacement] : rewritings) {
+        text.replace(regex, replacement);
+    }
+    return text;
 }
 
 } // namespace kova

@@ -8,33 +8,34 @@
 
 namespace kova {
 
-/// Reads Japanese text in kana, by MeCab and its IPADIC dictionary: for voices that know no kanji. The
-/// analysis runs in a process of its own, which takes its 50 MB with it when it ends.
+/// Converts Japanese text to kana by MeCab and its IPADIC dictionary, for voices that cannot read kanji.
+/// MeCab runs as a process, so that its 50 MB are freed when it exits.
 class KanaReader : public QObject {
 public:
-    /// The text itself where no reading is found; the first time, a line on standard error says why.
+    /// Receives the reading, or the text itself if there is none; the first failure is logged on standard
+    /// error.
     using Done = std::function<void(const QString &kana)>;
 
-    explicit KanaReader(std::chrono::milliseconds patience = std::chrono::seconds(1));
+    explicit KanaReader(std::chrono::milliseconds timeout = std::chrono::seconds(1));
     ~KanaReader() override;
 
-    /// Takes the place of a text that is not done. Runs `done` from the event loop, or at once for what is
-    /// known.
+    /// Replaces a pending request. Calls `done` from the event loop, or before returning if the reading is
+    /// cached or no analysis can be started.
     void read(const QString &text, Done done);
 
 private:
     void start();
     void analysed(int code, QProcess::ExitStatus status);
-    void abandon();
+    void killAnalyser();
     void fail(const QString &reason);
     void end(const QString &kana);
 
-    QPointer<QProcess> m_analyser; ///< a child of this; null when nothing is being read
-    QTimer m_patience;
-    QString m_text; ///< the last one,
-    QString m_kana; ///< and its reading, since an alarm repeats it
+    QPointer<QProcess> m_analyser; ///< a child of this; null if none is running
+    QTimer m_timeout;
+    QString m_text; ///< of the last request
+    QString m_kana; ///< its reading, since an alarm repeats its text
     Done m_done;
-    bool m_hasTold = false;
+    bool m_hasWarned = false;
 };
 
 } // namespace kova

@@ -11,10 +11,10 @@ namespace kova {
 namespace {
 
 struct Word {
-    bool isApart; ///< a space stands before it
+    bool isApart; ///< follows a space
     QString text;
-    QString kind;    ///< its first features
-    QString reading; ///< empty where it is not known
+    QString kind;    ///< the first features
+    QString reading; ///< empty if unknown
 
     bool isA(QStringView some) const { return kind.startsWith(some); }
     bool isNumber() const { return isA(u"名詞,数"); }
@@ -42,11 +42,11 @@ Word wordOf(const QString &line) {
 }
 
 struct Counter {
-    QString text; ///< empty where nothing is counted
+    QString text; ///< empty if there is none
     QString reading;
 };
 
-// What a number counts, if `word` is that; the dictionary knows most of them.
+// The counter after a number, if `word` is one. The dictionary has most of them.
 Counter counterOf(const Word &word, const Word &next) {
     if (word.text == QStringView(u"月")) {
         return {.text = word.text, .reading = QStringLiteral("ガツ")};
@@ -57,14 +57,14 @@ Counter counterOf(const Word &word, const Word &next) {
     if (word.text == QStringView(u"%")) {
         return {.text = QStringLiteral("パーセント"), .reading = QStringLiteral("パーセント")};
     }
-    if (word.text == QStringView(u"分の") && !next.isNumber()) { // it takes all for fractions
+    if (word.text == QStringView(u"分の") && !next.isNumber()) { // the dictionary takes all for fractions
         return {.text = word.text, .reading = QStringLiteral("フンノ")};
     }
     return word.isA(u"名詞,接尾,助数詞") && !word.reading.isEmpty() ? Counter{word.text, word.reading}
                                                                     : Counter();
 }
 
-// Puts the words of a line into kana, one after the other.
+// Converts the words of a line to kana.
 class Phrases {
 public:
     explicit Phrases(const Words &words) : m_words(words) {}
@@ -86,7 +86,7 @@ public:
 private:
     Word ahead(qsizetype count = 0) const { return m_words.value(m_at + count); }
     Word next() { return m_words.value(m_at++); }
-    bool goesOn() const { return m_at < m_words.size() && !ahead().isApart; }
+    bool hasAttached() const { return m_at < m_words.size() && !ahead().isApart; }
 
     void addWord(const Word &word) {
         static const QStringList whens{QStringLiteral("後"), QStringLiteral("前"), QStringLiteral("以内"),
@@ -94,7 +94,7 @@ private:
         if (word.text == QStringView(u"十分") && whens.contains(ahead().text)) { // the minutes, not "enough"
             add(QStringLiteral("ジュップン"), beginsPhrase(word));
         } else if (word.isA(u"記号") && word.reading.isEmpty() && !word.kind.contains(QChar(u'点'))) {
-            separate(); // the voice would name it
+            separate(); // a voice would read its name
         } else {
             add(word.reading.isEmpty() ? word.text : word.reading, beginsPhrase(word));
         }
@@ -105,22 +105,21 @@ private:
         const bool isApart = ahead().isApart || !(m_isAfterNumber || m_isAfterPrefix);
         const Word first = next();
         QString number = first.text;
-        while (first.isNumeral() && goesOn() && ahead().isNumeral()) {
+        while (first.isNumeral() && hasAttached() && ahead().isNumeral()) {
             number += next().text;
         }
         QString kana = first.isNumeral() ? numberInKana(number) : first.reading;
-        if (goesOn() && ahead().text == QChar(u'.') && ahead(1).isNumeral() && !ahead(1).isApart) {
+        if (hasAttached() && ahead().text == QChar(u'.') && ahead(1).isNumeral() && !ahead(1).isApart) {
             next();
             kana =
                 countedInKana(kana, QStringLiteral("点"), QStringLiteral("テン")) + digitsInKana(next().text);
         }
-        const Counter counter = goesOn() ? counterOf(ahead(), ahead(1)) : Counter();
+        const Counter counter = hasAttached() ? counterOf(ahead(), ahead(1)) : Counter();
         if (!counter.text.isEmpty()) {
             next();
-            const bool isFirst = counter.text == QChar(u'日') && m_kana.endsWith(QStringView(u"ガツ"));
-            kana = isFirst && kana == QStringView(u"イチ")
-                       ? QStringLiteral("ツイタチ")
-                       : countedInKana(kana, counter.text, counter.reading);
+            const bool isFirst =
+                counter.text == QChar(u'日') && kana == QStringView(u"イチ") && isDayOfMonth();
+            kana = isFirst ? QStringLiteral("ツイタチ") : countedInKana(kana, counter.text, counter.reading);
         }
         // 090-1234-5678
         const bool isCode = number.size() > 1 && number.startsWith(QChar(u'0'));
@@ -130,6 +129,15 @@ private:
         }
         add(kana, isApart);
         m_isAfterPrefix = false;
+    }
+
+    // Whether 日 is a date and not a duration: after a month, or before a weekday.
+    bool isDayOfMonth() const {
+        static const QStringList months{QStringLiteral("ガツ"), QStringLiteral("ゲツ"),
+                                        QStringLiteral("ツキ")};
+        return ahead().text.endsWith(QStringView(u"曜日")) ||
+               std::any_of(months.begin(), months.end(),
+                           [this](const QString &month) { return m_kana.endsWith(month); });
     }
 
     bool beginsPhrase(const Word &word) const {
@@ -149,7 +157,7 @@ private:
         }
     }
 
-    // The voice spells what hangs together with Latin letters.
+    // eSpeak spells a word that begins with Latin letters.
     void add(const QString &text, bool isApart) {
         const bool isAfterLatin = !m_kana.isEmpty() && m_kana.back().script() == QChar::Script_Latin;
         if (isApart || (isAfterLatin && text.front().isLetter())) {
@@ -162,7 +170,7 @@ private:
     qsizetype m_at = 0;
     bool m_isAfterNumber = false;
     bool m_isAfterPrefix = false;
-    bool m_isCode = false; ///< the last number was told digit by digit
+    bool m_isCode = false; ///< the last number was read digit by digit
     QString m_kana;
 };
 

@@ -5,18 +5,18 @@
 
 namespace kova {
 
-/// A Japanese text and its reading, around a morphological analyser that tells each word on a line: the word
-/// with the space before it, a tab, and its features as IPADIC has them. An empty line ends each line of the
-/// text. Any thread.
+/// Conversion of Japanese text to kana by a morphological analyser, which writes one word per line: the word
+/// with the space before it, a tab, and its features in IPADIC's order. An empty line ends each line of the
+/// text. All functions are reentrant.
 
-/// Whether the text has kana or kanji.
+/// Returns whether the text contains kana or kanji.
 bool isJapanese(const QString &text);
 
-/// The text as the analyser is to see it, in UTF-8.
+/// Returns the analyser's input for the text, in UTF-8.
 QByteArray forAnalyser(const QString &text);
 
-/// The reading in katakana, as it is pronounced; the phrases stand apart, and what is not Japanese stays.
-/// Empty where it can't be told.
+/// Returns the reading in katakana, as pronounced, with spaces between phrases and other scripts unchanged;
+/// empty if the analysis has no readings.
 QString kanaOf(const QByteArray &analysis);
 
 } // namespace kova
