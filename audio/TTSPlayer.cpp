@@ -13,7 +13,7 @@ namespace kova {
 
 namespace {
 
-// The shortest decimal that reads back as the same float, always with a fraction or an exponent.
+// Returns the shortest decimal that converts back to the same float, always with a fraction or an exponent.
 QString volumeText(float volume) {
     std::array<char, 32> digits{};
     const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), volume);
@@ -46,8 +46,8 @@ void TTSPlayer::speak(const QString &text, float volume, bool loop) {
     m_reading += 1;
     m_synth = m_synthesizers.make([this](bool finished) { didFinishSpeaking(finished); });
     m_synth->setVolume(volume);
-    if (loop) { // it belongs to an alarm
-        m_synth->setLongestTime(longestRinging);
+    if (loop) { // an alarm
+        m_synth->setTimeLimit(longestRinging);
     }
     m_synth->startSpeaking(text);
     m_log.print(QStringLiteral("[TTSPlayer] speaking: \"%1\" vol=%2 loop=%3")

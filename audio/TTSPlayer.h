@@ -10,7 +10,7 @@ namespace kova {
 class Log;
 class RunLoop;
 
-/// Reads one message at a time, once or again and again with a pause after each reading. Main thread.
+/// Speaks one message at a time, once or repeatedly with a pause between repeats. Main thread.
 class TTSPlayer : public QObject {
     Q_OBJECT
 
@@ -19,13 +19,13 @@ public:
 
     TTSPlayer(SpeechSynthesizers &synthesizers, RunLoop &runLoop, Log &log);
 
-    /// The one player of the process, on the installed ports.
+    /// Returns the single instance, created with the installed platform on first use.
     static TTSPlayer &shared();
 
-    /// Ends any reading and reads the text; an empty text only ends. The volume goes from 0 to 1.
+    /// Stops the current message and speaks the text, unless it is empty. The volume ranges from 0 to 1.
     void speak(const QString &text, float volume, bool loop);
 
-    /// Ends the reading and all its repeats.
+    /// Stops the message and its repeats.
     void stop();
 
 private:
@@ -39,8 +39,7 @@ private:
     std::unique_ptr<SpeechSynthesizer> m_synth;
     QString m_message;
     bool m_shouldLoop = false;
-    quint64 m_reading =
-        0; // counts what `speak` began, so that a late repeat knows that it is no longer wanted
+    quint64 m_reading = 0; ///< incremented by speak(), so that a repeat of an earlier message is recognised
 };
 
 } // namespace kova

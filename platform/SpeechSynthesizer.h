@@ -7,23 +7,24 @@
 
 namespace kova {
 
-/// Reads text aloud in the system's default voice and rate. No call waits for the speech service. Destroying
-/// the synthesizer ends its reading. Main thread.
+/// Speaks text in the system's default voice and rate. Calls do not block. Destroying the synthesizer stops
+/// its speech. Main thread.
 class SpeechSynthesizer {
 public:
-    /// A reading has ended; not finished when it was interrupted. Runs from the event loop.
+    /// Called from the event loop when an utterance has ended; `finished` is false if it was interrupted.
     using DidFinishSpeaking = std::function<void(bool finished)>;
 
     virtual ~SpeechSynthesizer() = default;
 
-    /// 0 to 1, for the readings that start from now on.
+    /// Sets the volume of subsequent utterances, from 0 to 1.
     virtual void setVolume(float volume) = 0;
 
-    /// How long from now anything may be heard, even if this thread is held up meanwhile: for good where
-    /// nothing is said. For the readings that start from now on.
-    virtual void setLongestTime(std::chrono::milliseconds time) = 0;
+    /// Stops subsequent utterances when this time has passed from now, even if the main thread is blocked
+    /// then. Until then an utterance whose service fails is not ended, but spoken again when the service is
+    /// available.
+    virtual void setTimeLimit(std::chrono::milliseconds time) = 0;
 
-    /// Replaces a reading in progress.
+    /// Replaces the current utterance.
     virtual void startSpeaking(const QString &text) = 0;
 
     virtual void stopSpeaking() = 0;

@@ -9,11 +9,10 @@ namespace kova {
 namespace {
 
 constexpr std::chrono::seconds idleTime{10};
-constexpr std::chrono::seconds longestSilence{3};
-constexpr std::chrono::seconds longestStart{20};
-constexpr qint64 longestLine = 4096;
-constexpr qsizetype longestAnswer = 2000; // lines
-constexpr int firstEvent = 700;           // the code of an answer that nobody asked for
+constexpr std::chrono::seconds startTimeout{20};
+constexpr qint64 maxLineLength = 4096;
+constexpr qsizetype maxReplyLines = 20'000; // a module may list 13,000 voices
+constexpr int firstEventCode = 700;
 
 QString defaultSocketPath() {
     const QString runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR");
@@ -23,7 +22,7 @@ QString defaultSocketPath() {
     return folder + QStringLiteral("/speech-dispatcher/speechd.sock");
 }
 
-// "unix_socket" or "unix_socket:PATH", as the service's own clients read it.
+// "unix_socket" or "unix_socket:PATH", as libspeechd parses it.
 QString socketPath() {
     const QString address = qEnvironmentVariable("SPEECHD_ADDRESS");
     const QString prefix = QStringLiteral("unix_socket:");
@@ -37,16 +36,18 @@ QByteArray userName() {
 
 } // namespace
 
-SpeechConnection::SpeechConnection(Listener listener) : m_listener(std::move(listener)) {
-    m_socket.setReadBufferSize(2 * longestLine); // a flood waits on the service's side
-    connect(&m_socket, &QLocalSocket::connected, this, &SpeechConnection::introduce);
+SpeechConnection::SpeechConnection(Listener listener, std::chrono::milliseconds replyTimeout)
+    : m_listener(std::move(listener)),
+      m_replyTimeout(replyTimeout) {
+    m_socket.setReadBufferSize(2 * maxLineLength); // limits the memory that a faulty service can fill
+    connect(&m_socket, &QLocalSocket::connected, this, &SpeechConnection::sendHandshake);
     connect(&m_socket, &QLocalSocket::readyRead, this, &SpeechConnection::receive);
-    // Queued, so that a connection that fails at once is told like one that is lost later.
+    // Queued, so that a connection attempt that fails immediately is reported from the event loop too.
     connect(
         &m_socket, &QLocalSocket::stateChanged, this,
         [this](QLocalSocket::LocalSocketState state) {
             if (state == QLocalSocket::UnconnectedState && m_socket.state() == state) {
-                lose(m_socket.errorString());
+                fail(m_socket.errorString());
             }
         },
         Qt::QueuedConnection);
@@ -54,43 +55,40 @@ SpeechConnection::SpeechConnection(Listener listener) : m_listener(std::move(lis
     m_starter.setStandardInputFile(QProcess::nullDevice());
     m_starter.setStandardOutputFile(QProcess::nullDevice());
     m_starter.setStandardErrorFile(QProcess::nullDevice());
-    connect(&m_starter, &QProcess::finished, this, &SpeechConnection::serviceStarted);
+    connect(&m_starter, &QProcess::finished, this, &SpeechConnection::onServiceStarted);
     connect(&m_starter, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart) {
-            serviceStarted();
+            onServiceStarted();
         }
     });
 
     m_idle.setSingleShot(true);
     m_idle.setInterval(idleTime);
-    connect(&m_idle, &QTimer::timeout, this, &SpeechConnection::drop);
+    connect(&m_idle, &QTimer::timeout, this, &SpeechConnection::abort);
+    m_timeout.setSingleShot(true);
+    connect(&m_timeout, &QTimer::timeout, this, &SpeechConnection::onTimeout);
 }
 
 SpeechConnection::~SpeechConnection() {
-    m_isWanted = false;
-    drop();
-    constexpr int untilKilled = 500; // ms
-    m_starter.waitForFinished(untilKilled);
+    m_isNeeded = false;
+    abort();
+    constexpr int gracePeriod = 500; // ms
+    m_starter.waitForFinished(gracePeriod);
 }
 
-bool SpeechConnection::want() {
+bool SpeechConnection::ensureConnected() {
     m_idle.stop();
-    m_isWanted = true;
-    if (isStuck()) {
-        drop();
-    }
-    if (isReady()) {
-        return true;
-    }
+    m_isNeeded = true;
     if (m_socket.state() == QLocalSocket::UnconnectedState && m_starter.state() == QProcess::NotRunning) {
         m_hasStartedService = false;
         open();
+        return false;
     }
-    return false;
+    return isReady();
 }
 
 void SpeechConnection::open() {
-    m_sinceProgress.start();
+    m_timeout.start(m_replyTimeout);
     m_socket.connectToServer(socketPath());
 }
 
@@ -98,65 +96,65 @@ bool SpeechConnection::startService() {
     if (std::exchange(m_hasStartedService, true)) {
         return false;
     }
+    m_timeout.start(startTimeout);
     m_starter.start(QStringLiteral("speech-dispatcher"),
                     {QStringLiteral("--spawn"), QStringLiteral("--communication-method"),
                      QStringLiteral("unix_socket"), QStringLiteral("--socket-path"), socketPath()});
     return true;
 }
 
-void SpeechConnection::serviceStarted() {
-    if (m_isWanted) {
+void SpeechConnection::onServiceStarted() {
+    if (m_isNeeded) {
         open();
     }
 }
 
-void SpeechConnection::introduce() {
+void SpeechConnection::sendHandshake() {
     command("SET SELF CLIENT_NAME \"" + userName() + ":kova-alarm:main\"");
     command("SET SELF NOTIFICATION END ON");
     command("SET SELF NOTIFICATION CANCEL ON");
-    command("SET SELF PRIORITY IMPORTANT"); // no other program's message takes its place
+    command("SET SELF PRIORITY IMPORTANT"); // messages of other programs do not replace it
     m_listener.ready();
 }
 
-void SpeechConnection::rest() {
-    m_isWanted = false;
+void SpeechConnection::setIdle() {
+    m_isNeeded = false;
     if (isReady()) {
         m_idle.start();
     }
 }
 
-void SpeechConnection::distrust() {
-    lose(QStringLiteral("what answers is no speech service"));
-}
-
-void SpeechConnection::lose(const QString &reason) {
-    drop();
+void SpeechConnection::fail(const QString &reason) {
+    abort();
     m_listener.lost(reason);
 }
 
-void SpeechConnection::drop() {
+void SpeechConnection::abort() {
     m_idle.stop();
+    m_timeout.stop();
     m_replies.clear();
     m_lines.clear();
     const QSignalBlocker blocker(m_socket);
-    m_socket.flush();
+    if (isReady()) {
+        m_socket.write("CANCEL SELF\r\n"); // read by an unresponsive service when it continues
+        m_socket.flush();
+    }
     m_socket.abort();
     if (m_starter.state() != QProcess::NotRunning) {
         m_starter.kill();
     }
 }
 
-// A service that owes an answer for long is better called anew.
-bool SpeechConnection::isStuck() const {
-    if (m_starter.state() != QProcess::NotRunning) {
-        return m_sinceProgress.hasExpired(std::chrono::milliseconds(longestStart).count());
+void SpeechConnection::onTimeout() {
+    if (m_isNeeded) {
+        fail(QStringLiteral("the speech service does not reply"));
+    } else {
+        abort();
     }
-    const bool owesAnswer = !m_replies.empty() || m_socket.state() == QLocalSocket::ConnectingState;
-    return owesAnswer && m_sinceProgress.hasExpired(std::chrono::milliseconds(longestSilence).count());
 }
 
-// The protocol: a command is a line, an answer some lines with a code, the last one without a hyphen after
-// it.
+// A command is a line. A reply consists of lines with a code; in the last one a space follows the code, in
+// the others a hyphen.
 
 void SpeechConnection::command(const QByteArray &line, Reply reply) {
     send(line + "\r\n", std::move(reply));
@@ -164,7 +162,7 @@ void SpeechConnection::command(const QByteArray &line, Reply reply) {
 
 void SpeechConnection::send(const QByteArray &bytes, Reply reply) {
     if (m_replies.empty()) {
-        m_sinceProgress.start();
+        m_timeout.start(m_replyTimeout);
     }
     m_replies.push_back(std::move(reply));
     m_socket.write(bytes);
@@ -172,37 +170,43 @@ void SpeechConnection::send(const QByteArray &bytes, Reply reply) {
 }
 
 void SpeechConnection::receive() {
-    while (m_socket.canReadLine()) {
-        receiveLine(m_socket.readLine().trimmed());
+    bool isValid = true;
+    while (isValid && m_socket.canReadLine()) {
+        isValid = receiveLine(m_socket.readLine().trimmed());
     }
-    if (m_lines.size() > longestAnswer || m_socket.bytesAvailable() > longestLine) {
-        distrust();
+    if (!isValid || m_lines.size() > maxReplyLines || m_socket.bytesAvailable() > maxLineLength) {
+        fail(QStringLiteral("invalid reply from the speech service"));
     }
 }
 
-void SpeechConnection::receiveLine(const QByteArray &line) {
+bool SpeechConnection::receiveLine(const QByteArray &line) {
     constexpr qsizetype codeLength = 3;
     bool isCode = false;
     const int code = line.left(codeLength).toInt(&isCode);
     if (!isCode || line.size() <= codeLength) {
-        distrust();
-        return;
+        return false;
+    }
+    if (m_timeout.isActive()) {
+        m_timeout.start(m_replyTimeout);
     }
     if (line[codeLength] == '-') {
         m_lines.append(line.mid(codeLength + 1));
-        return;
+        return true;
     }
     const Lines lines = std::exchange(m_lines, {});
-    if (code >= firstEvent) {
+    if (code >= firstEventCode) {
         m_listener.event(code, lines);
     } else if (!m_replies.empty()) {
-        m_sinceProgress.start();
         const Reply reply = std::move(m_replies.front());
         m_replies.pop_front();
+        if (m_replies.empty()) {
+            m_timeout.stop();
+        }
         if (reply) {
             reply(code, lines);
         }
     }
+    return true;
 }
 
 } // namespace kova

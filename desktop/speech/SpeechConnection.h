@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QElapsedTimer>
 #include <QList>
 #include <QLocalSocket>
 #include <QObject>
@@ -12,64 +11,66 @@
 
 namespace kova {
 
-/// A connection to the speech service in its line protocol, SSIP, over a local socket. It lives in the event
-/// loop alone: the service may be slow, hung or gone without holding anybody up. It is made when it is wanted
-/// and closed when it has rested for long, since the service ends itself when it has no clients.
+/// A non-blocking connection to the speech service over SSIP, its line protocol, on a local socket. Opened on
+/// demand and closed after an idle period, since the service exits when it has no clients.
 class SpeechConnection : public QObject {
 public:
     using Lines = QList<QByteArray>;
     using Reply = std::function<void(int code, const Lines &lines)>;
 
-    /// What comes from the service.
+    /// Callbacks, which run from the event loop or from a function of the connection.
     struct Listener {
-        std::function<void()> ready; ///< commands can be given
+        std::function<void()> ready; ///< connected: commands can be sent
         std::function<void(const QString &reason)> lost;
         std::function<void(int code, const Lines &lines)> event;
     };
 
-    explicit SpeechConnection(Listener listener);
+    /// A connection without a reply for `replyTimeout` is lost.
+    SpeechConnection(Listener listener, std::chrono::milliseconds replyTimeout);
     ~SpeechConnection() override;
 
-    /// Whether commands can be given now; else it connects and tells the listener, if need be in this call.
-    /// One that owes an answer for long is made anew.
-    bool want();
+    /// Returns whether commands can be sent. Otherwise connects and calls the listener, possibly before
+    /// returning.
+    bool ensureConnected();
 
-    /// Starts the service and then connects; false when that was tried for this want already.
+    /// Starts the service and then connects. Returns false if ensureConnected() was not called since the last
+    /// start.
     bool startService();
 
     bool isReady() const { return m_socket.state() == QLocalSocket::ConnectedState; }
 
-    /// Once ready. The reply does not come when the connection is dropped or lost.
+    /// Sends a line; requires isReady(). `reply` is discarded if the connection is closed first.
     void command(const QByteArray &line, Reply reply = {});
     void send(const QByteArray &bytes, Reply reply);
 
-    /// Nothing is wanted for now.
-    void rest();
+    /// Lets the connection close after the idle period.
+    void setIdle();
 
-    /// Whatever the service still has to say is of no more use. It is not told as a loss.
-    void drop();
+    /// Cancels what is being spoken, closes the connection and discards pending replies without calling
+    /// `lost`.
+    void abort();
 
-    /// What came from the service is beyond all measure: the connection is lost.
-    void distrust();
+    /// Closes the connection, as abort() does, and calls `lost`.
+    void fail(const QString &reason);
 
 private:
     void open();
-    void serviceStarted();
-    void introduce();
-    void lose(const QString &reason);
-    bool isStuck() const;
+    void onServiceStarted();
+    void sendHandshake();
+    void onTimeout();
     void receive();
-    void receiveLine(const QByteArray &line);
+    bool receiveLine(const QByteArray &line);
 
     const Listener m_listener;
+    const std::chrono::milliseconds m_replyTimeout;
     QLocalSocket m_socket;
     QProcess m_starter;
     QTimer m_idle;
-    QElapsedTimer m_sinceProgress;
-    bool m_isWanted = false;
+    QTimer m_timeout; ///< active while connecting, starting the service or waiting for a reply
+    bool m_isNeeded = false;
     bool m_hasStartedService = false;
-    std::deque<Reply> m_replies; ///< one for each command that is not answered yet
-    Lines m_lines;               ///< of the answer that is coming in
+    std::deque<Reply> m_replies; ///< one for each command without a reply
+    Lines m_lines;               ///< of the reply that is being received
 };
 
 } // namespace kova

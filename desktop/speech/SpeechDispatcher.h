@@ -1,61 +1,84 @@
 #pragma once
 
+#include "JapaneseVoice.h"
 #include "KanaReader.h"
 #include "SpeechConnection.h"
 
 #include <QDeadlineTimer>
+#include <QElapsedTimer>
 #include <QHash>
 #include <optional>
 
 namespace kova {
 
-/// Reads one text at a time by the speech service, which is started when it is not there. A text with kana or
-/// kanji is read in the service's Japanese voice, and in kana where that voice knows no kanji.
+/// Speaks one text at a time through the speech service, which is started if it is not running. Text with
+/// kana or kanji is spoken by a Japanese voice, and sent in kana if that voice cannot read kanji.
 class SpeechDispatcher : public QObject {
 public:
-    struct Reading {
-        quint64 id; ///< another one for each reading
+    struct Utterance {
+        quint64 id; ///< unique
         QString text;
         int volume;                                  ///< -100 to 100
         QDeadlineTimer end{QDeadlineTimer::Forever}; ///< when it is stopped at the latest
     };
 
-    /// A reading that was not stopped has ended; not finished when it was interrupted or could not be read.
-    /// Runs from the event loop.
-    using Ended = std::function<void(quint64 id, bool finished)>;
+    /// Called from the event loop when an utterance has ended, unless it was stopped. `finished` is false if
+    /// it was cancelled or could not be spoken.
+    using EndedCallback = std::function<void(quint64 id, bool finished)>;
 
-    explicit SpeechDispatcher(Ended ended);
+    struct Timing {
+        std::chrono::milliseconds reply = std::chrono::seconds(3); ///< timeout
+        std::chrono::milliseconds retry = std::chrono::seconds(1); ///< interval
+        std::chrono::milliseconds speech =
+            std::chrono::seconds(10); ///< timeout, more by a tenth per character
+    };
+
+    SpeechDispatcher(EndedCallback ended, const Timing &timing);
     ~SpeechDispatcher() override;
 
-    /// Replaces the present reading.
-    void read(const Reading &reading);
+    /// Replaces the current utterance. If the service fails, an utterance with a deadline is spoken again as
+    /// soon as the service is available; one without has ended.
+    void speak(const Utterance &utterance);
 
-    /// Nothing more of this reading is heard, even if the service is still being started for it.
+    /// Stops the utterance if it is the current one.
     void stop(quint64 id);
 
 private:
     using Lines = SpeechConnection::Lines;
 
+    void start();
+    void clear();
+    void end(bool finished);
     void connected();
     void lost(const QString &reason);
     void submit();
-    void chooseForm(int code, const Lines &lines);
-    void announce(const QString &text);
+    void chooseTextForm(bool readsKanaOnly);
+    bool isWaiting(quint64 id) const;
+    void sendSpeakCommand(const QString &text);
+    void sendText(const QString &text);
     void textSubmitted(int code, const Lines &lines);
-    void end(bool finished);
     void receiveEvent(int code, const Lines &lines);
+    void spoken(bool finished);
+    void voiceFailed();
+    void onOverdue();
+    bool useDefaultVoice();
 
-    /// How far the present reading has come.
-    enum class Stage { Waiting, Announced, Sent, Read };
+    /// What has been sent of the current utterance.
+    enum class Stage { Nothing, SpeakCommand, Text, Accepted };
 
-    const Ended m_ended;
-    std::optional<Reading> m_reading;
-    Stage m_stage = Stage::Waiting;
-    bool m_isJapanese = false;           ///< the connection's voice
-    QByteArray m_message;                ///< the service's name for the present reading
-    QHash<QByteArray, bool> m_earlyEnds; ///< of messages whose names are not told yet
+    const EndedCallback m_ended;
+    const Timing m_timing;
+    std::optional<Utterance> m_utterance;
+    Stage m_stage = Stage::Nothing;
+    bool m_hasWarned = false;  ///< of a failure during the current utterance
+    QElapsedTimer m_sinceText; ///< since the text was sent
+    QTimer m_overdue;          ///< expires when the text should have been spoken
+    QTimer m_retry;
+    QByteArray m_message;                ///< the service's identifier of the current utterance
+    QHash<QByteArray, bool> m_earlyEnds; ///< of messages that ended before their identifiers were known
     KanaReader m_kana;
     SpeechConnection m_connection;
+    JapaneseVoice m_japanese{m_connection};
 };
 
 } // namespace kova

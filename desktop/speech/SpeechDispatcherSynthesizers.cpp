@@ -18,22 +18,22 @@ public:
         m_volume = static_cast<int>(std::lround(std::clamp(volume, 0.0F, 1.0F) * 200.0F)) - 100;
     }
 
-    void setLongestTime(std::chrono::milliseconds time) override { m_end.setRemainingTime(time); }
+    void setTimeLimit(std::chrono::milliseconds time) override { m_end.setRemainingTime(time); }
 
     void startSpeaking(const QString &text) override {
         stopSpeaking();
-        m_reading = ++m_synthesizers.m_lastReading;
-        m_synthesizers.m_listeners.insert(m_reading, m_didFinish);
+        m_utterance = ++m_synthesizers.m_lastUtterance;
+        m_synthesizers.m_listeners.insert(m_utterance, m_didFinish);
         m_synthesizers.run([&dispatcher = m_synthesizers.m_dispatcher,
-                            reading = SpeechDispatcher::Reading{m_reading, text, m_volume, m_end}] {
-            dispatcher->read(reading);
+                            utterance = SpeechDispatcher::Utterance{m_utterance, text, m_volume, m_end}] {
+            dispatcher->speak(utterance);
         });
     }
 
     void stopSpeaking() override {
-        if (m_synthesizers.m_listeners.remove(m_reading)) {
+        if (m_synthesizers.m_listeners.remove(m_utterance)) {
             m_synthesizers.run(
-                [&dispatcher = m_synthesizers.m_dispatcher, id = m_reading] { dispatcher->stop(id); });
+                [&dispatcher = m_synthesizers.m_dispatcher, id = m_utterance] { dispatcher->stop(id); });
         }
     }
 
@@ -42,7 +42,7 @@ private:
     const DidFinishSpeaking m_didFinish;
     int m_volume = 100;
     QDeadlineTimer m_end{QDeadlineTimer::Forever};
-    quint64 m_reading = 0; ///< none yet
+    quint64 m_utterance = 0; ///< 0 before the first
 };
 
 SpeechDispatcherSynthesizers::SpeechDispatcherSynthesizers() {
@@ -62,15 +62,18 @@ bool SpeechDispatcherSynthesizers::close(std::chrono::milliseconds timeout) {
     return m_thread.wait(QDeadlineTimer(timeout));
 }
 
-// The thread begins with the first reading.
+// Starts the thread with the first synthesizer.
 std::unique_ptr<SpeechSynthesizer>
 SpeechDispatcherSynthesizers::make(SpeechSynthesizer::DidFinishSpeaking didFinish) {
     if (!m_thread.isRunning()) {
         m_thread.start();
         run([this] {
-            m_dispatcher = std::make_unique<SpeechDispatcher>([this](quint64 reading, bool finished) {
-                QMetaObject::invokeMethod(&m_home, [this, reading, finished] { ended(reading, finished); });
-            });
+            m_dispatcher = std::make_unique<SpeechDispatcher>(
+                [this](quint64 utterance, bool finished) {
+                    QMetaObject::invokeMethod(&m_context,
+                                              [this, utterance, finished] { ended(utterance, finished); });
+                },
+                SpeechDispatcher::Timing{});
         });
     }
     return std::make_unique<Synthesizer>(*this, std::move(didFinish));
@@ -80,9 +83,9 @@ void SpeechDispatcherSynthesizers::run(std::function<void()> action) {
     QMetaObject::invokeMethod(&m_service, std::move(action), Qt::QueuedConnection);
 }
 
-// The synthesizer may be gone, or end in the call.
-void SpeechDispatcherSynthesizers::ended(quint64 reading, bool finished) {
-    if (const SpeechSynthesizer::DidFinishSpeaking didFinish = m_listeners.take(reading)) {
+// The callback may destroy the synthesizer.
+void SpeechDispatcherSynthesizers::ended(quint64 utterance, bool finished) {
+    if (const SpeechSynthesizer::DidFinishSpeaking didFinish = m_listeners.take(utterance)) {
         didFinish(finished);
     }
 }

@@ -9,9 +9,9 @@
 
 namespace kova {
 
-/// Synthesizers on the speech service, in the voice and rate that the user set there. One text is read at a
-/// time: the one started last. The service is served by a thread, so that a reading that was asked for is
-/// heard even where the main thread is held up next, by a display that hangs.
+/// Synthesizers that use the speech service, with the voice and rate configured there. A new utterance
+/// replaces the current one, of whichever synthesizer. The connection lives in a thread of its own, so that
+/// speech starts even if the main thread is blocked by an unresponsive display.
 class SpeechDispatcherSynthesizers : public SpeechSynthesizers {
 public:
     SpeechDispatcherSynthesizers();
@@ -19,21 +19,21 @@ public:
 
     std::unique_ptr<SpeechSynthesizer> make(SpeechSynthesizer::DidFinishSpeaking didFinish) override;
 
-    /// Ends the reading and the thread; false when the service holds it up.
+    /// Stops speaking and ends the thread. Returns false if the thread has not ended within the timeout.
     bool close(std::chrono::milliseconds timeout);
 
 private:
     class Synthesizer;
 
     void run(std::function<void()> action);
-    void ended(quint64 reading, bool finished);
+    void ended(quint64 utterance, bool finished);
 
-    quint64 m_lastReading = 0;
-    QHash<quint64, SpeechSynthesizer::DidFinishSpeaking> m_listeners; ///< to the readings that go on
-    QObject m_home;                                                   ///< lives on the main thread
+    quint64 m_lastUtterance = 0;
+    QHash<quint64, SpeechSynthesizer::DidFinishSpeaking> m_listeners; ///< by current utterance
+    QObject m_context;                                                ///< lives in the main thread
     QThread m_thread;
-    QObject m_service;                              ///< lives on the other thread
-    std::unique_ptr<SpeechDispatcher> m_dispatcher; ///< used there only
+    QObject m_service;                              ///< lives in the other thread
+    std::unique_ptr<SpeechDispatcher> m_dispatcher; ///< used in the other thread only
 };
 
 } // namespace kova

@@ -7,21 +7,21 @@
 
 namespace kova {
 
-/// Reads nothing and remembers what is being read.
+/// Records what is spoken, without speaking.
 class FakeSpeechSynthesizers : public SpeechSynthesizers {
 public:
-    QString reading;                                      ///< the text being read now, null when silent
-    float volume = -1;                                    ///< of the last reading
-    QStringList readings;                                 ///< all texts begun, in order
-    std::optional<std::chrono::milliseconds> longestTime; ///< of the last reading, where one was asked for
+    QString reading;                                    ///< the text being read now, null when silent
+    float volume = -1;                                  ///< of the last reading
+    QStringList readings;                               ///< all texts begun, in order
+    std::optional<std::chrono::milliseconds> timeLimit; ///< of the last synthesizer, if set
 
     std::unique_ptr<SpeechSynthesizer> make(SpeechSynthesizer::DidFinishSpeaking didFinish) override {
         m_didFinish = std::move(didFinish);
-        longestTime.reset();
+        timeLimit.reset();
         return std::make_unique<Synthesizer>(*this);
     }
 
-    /// The reading comes to its end, or is interrupted from outside.
+    /// Ends the utterance, or interrupts it.
     void finish(bool finished = true) {
         reading = QString();
         const auto didFinish = m_didFinish;
@@ -39,7 +39,7 @@ private:
             m_all.m_didFinish = nullptr;
         }
         void setVolume(float volume) override { m_all.volume = volume; }
-        void setLongestTime(std::chrono::milliseconds time) override { m_all.longestTime = time; }
+        void setTimeLimit(std::chrono::milliseconds time) override { m_all.timeLimit = time; }
         void startSpeaking(const QString &text) override {
             m_all.reading = text;
             m_all.readings.append(text);

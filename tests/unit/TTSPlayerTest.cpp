@@ -30,9 +30,9 @@ private Q_SLOTS:
     }
     void cleanup() { m_player.reset(); }
 
-    void aLoopedMessageRepeatsAfterAPause() {
+    void loopedMessageRepeatsAfterAPause() {
         m_player->speak(m_first, 0.8F, true);
-        QCOMPARE(m_speech.longestTime, 55s);
+        QCOMPARE(m_speech.timeLimit, 55s);
         for (int round = 1; round <= 3; ++round) {
             QCOMPARE(m_speech.volume, 0.8F);
             QCOMPARE(m_speech.reading, m_first);
@@ -45,9 +45,9 @@ private Q_SLOTS:
                  QStringList{QStringLiteral("[TTSPlayer] speaking: \"朝です\" vol=0.8 loop=true")});
     }
 
-    void aTryOutIsReadOnce() {
+    void messageWithoutLoopIsSpokenOnce() {
         m_player->speak(m_first, 1, false);
-        QVERIFY(!m_speech.longestTime);
+        QVERIFY(!m_speech.timeLimit);
         m_speech.finish();
         m_runLoop->advance(60s);
         QCOMPARE(m_speech.readings, QStringList{m_first});
@@ -55,7 +55,7 @@ private Q_SLOTS:
                  QStringList{QStringLiteral("[TTSPlayer] speaking: \"朝です\" vol=1.0 loop=false")});
     }
 
-    void anInterruptedReadingIsNotRepeated() {
+    void interruptedMessageIsNotRepeated() {
         m_player->speak(m_first, 1, true);
         m_speech.finish(false);
         m_runLoop->advance(60s);
@@ -72,7 +72,7 @@ private Q_SLOTS:
         QVERIFY(m_speech.reading.isNull());
     }
 
-    void aLateRepeatNeverCutsOffANewerReading() {
+    void pendingRepeatDoesNotReplaceANewMessage() {
         m_player->speak(m_first, 1, true);
         m_speech.finish();
         m_runLoop->advance(1s);
@@ -85,7 +85,7 @@ private Q_SLOTS:
         QCOMPARE(m_speech.readings.size(), 3);
     }
 
-    void anEmptyTextOnlySilences() {
+    void emptyTextOnlyStops() {
         m_player->speak(m_first, 1, true);
         m_log.lines.clear();
         m_player->speak(QString(), 1, true);
@@ -93,7 +93,7 @@ private Q_SLOTS:
         QVERIFY(m_speech.reading.isNull() && m_log.lines.isEmpty());
     }
 
-    void volumesAreLoggedInTheirShortestForm() {
+    void volumesAreLoggedInShortestForm() {
         const std::pair<float, const char *> rows[] = {
             {0.0F, "0.0"}, {0.05F, "0.05"}, {1.0F / 3, "0.33333334"}, {20.0F, "20.0"}, {1e-7F, "1e-07"}};
         for (const auto &[volume, text] : rows) {
