@@ -1,8 +1,6 @@
 #include "SpeechConnection.h"
 
 #include <QStandardPaths>
-#include <pwd.h>
-#include <unistd.h>
 
 namespace kova {
 
@@ -27,11 +25,6 @@ QString socketPath() {
     const QString address = qEnvironmentVariable("SPEECHD_ADDRESS");
     const QString prefix = QStringLiteral("unix_socket:");
     return address.startsWith(prefix) ? address.mid(prefix.size()) : defaultSocketPath();
-}
-
-QByteArray userName() {
-    const passwd *const user = getpwuid(getuid());
-    return user != nullptr ? QByteArray(user->pw_name) : QByteArray("user");
 }
 
 } // namespace
@@ -110,7 +103,7 @@ void SpeechConnection::onServiceStarted() {
 }
 
 void SpeechConnection::sendHandshake() {
-    command("SET SELF CLIENT_NAME \"" + userName() + ":kova-alarm:main\"");
+    command("SET SELF CLIENT_NAME \"" + qgetenv("USER") + ":kova-alarm:main\"");
     command("SET SELF NOTIFICATION END ON");
     command("SET SELF NOTIFICATION CANCEL ON");
     command("SET SELF PRIORITY IMPORTANT"); // messages of other programs do not replace it

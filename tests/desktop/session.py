@@ -69,7 +69,7 @@ class Session:
         if name == "sound":
             return sound.SoundServer(self.runtime, self.env)
         if name == "speech":
-            return speech.SpeechService(self.folder, self.runtime, self.env)
+            return speech.SpeechService(self.folder, self.runtime, self.env, *options)
         return bus.StandIn(name, self.env, *options)
 
     def __getitem__(self, service):

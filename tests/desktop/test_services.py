@@ -5,9 +5,11 @@ import signal
 import subprocess
 import time
 
+import numpy
 import pytest
 
 import sound
+import speech
 from groups import group
 from session import SERVICES, wait_until
 
@@ -108,18 +110,35 @@ def test_sound_and_speech_come_back(session, service, how):
 def test_speech_resumes_in_the_same_alarm(session, how):
     session.start("sound", "speech")
     session.save(RUN | {"volume": 0})
-    program = session.run("06:59:58.2")
+    program = session.run("06:59:56.2")
     if how == "hangs":
         fail(session, "speech", how)
     program.wait_for("[TTSPlayer] speaking…")
     if how == "dies":
         with session.record() as recording:
-            until(lambda: sound.sounding(recording.samples()))
+            wait_until(lambda: sound.sounding(recording.samples()))
     time.sleep(0.5)
     fail(session, "speech", "dies")
     session.start("speech")
     with session.record() as recording:
-        until(lambda: sound.sounding(recording.samples()[sound.RATE:]))
+        wait_until(lambda: sound.sounding(recording.samples()[sound.RATE:]))
+
+
+@pytest.mark.parametrize("options, text", [("", ""), ("+generic", "会議です"), ("+generic+failing", "会議です"),
+                                           ("+generic+configured", "")])
+def test_japanese_is_spoken_by_another_module_than_espeak(session, options, text, record_property):
+    """`text` is what the generic module receives. If its command fails, or eSpeak is configured for Japanese, eSpeak
+    speaks."""
+    session.start("sound", "speech" + options)
+    session.save(RUN | {"volume": 0, "ttsMessage": "会議です"})
+    program = session.run("06:59:56.2", {"PATH": "/usr/bin"})
+    with session.record() as recording:
+        started = program.wait_for("[TTSPlayer] speaking…").when
+        wait_until(lambda: sound.sounding(recording.samples()))
+    record_property("seconds to speech", recording.started + sound.sounding(recording.samples())[0][0] - started)
+    assert session["speech" + options].received() == text
+    tone = numpy.abs(numpy.fft.rfft(recording.samples()[-sound.RATE // 5:]))
+    assert (tone.argmax() * 5 == speech.TONE) == (options == "+generic")
 
 
 @pytest.mark.parametrize("service", [service for service in SERVICES if service != "sound"])

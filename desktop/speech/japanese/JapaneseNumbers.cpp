@@ -10,20 +10,8 @@ namespace kova {
 namespace {
 
 constexpr quint64 myriad = 10'000;
-
-// The digits 0 to 9 by their place.
-constexpr std::array<QStringView, 10> ones{u"ゼロ", u"イチ", u"ニ",   u"サン", u"ヨン",
-                                           u"ゴ",   u"ロク", u"ナナ", u"ハチ", u"キュー"};
-constexpr std::array<QStringView, 10> tens{u"",           u"ジュー",      u"ニジュー",   u"サンジュー",
-                                           u"ヨンジュー", u"ゴジュー",    u"ロクジュー", u"ナナジュー",
-                                           u"ハチジュー", u"キュージュー"};
-constexpr std::array<QStringView, 10> hundreds{u"",           u"ヒャク",      u"ニヒャク",   u"サンビャク",
-                                               u"ヨンヒャク", u"ゴヒャク",    u"ロッピャク", u"ナナヒャク",
-                                               u"ハッピャク", u"キューヒャク"};
-constexpr std::array<QStringView, 10> thousands{u"",         u"セン",      u"ニセン",   u"サンゼン",
-                                                u"ヨンセン", u"ゴセン",    u"ロクセン", u"ナナセン",
-                                                u"ハッセン", u"キューセン"};
-
+constexpr std::array<QStringView, 10> digitNames{u"ゼロ", u"イチ", u"ニ",   u"サン", u"ヨン",
+                                                 u"ゴ",   u"ロク", u"ナナ", u"ハチ", u"キュー"};
 constexpr QStringView kanjiDigits = u"〇一二三四五六七八九";
 
 struct Unit {
@@ -61,7 +49,7 @@ constexpr std::array<Irregular, 8> irregulars{{
 }};
 
 // Counters that begin with a voiced or a plosive sound after ン.
-constexpr QStringView voicedCounters = u"階軒足";
+constexpr QStringView voicedCounters = u"階軒足百千";
 constexpr QStringView plosiveCounters = u"分泊歩発拍";
 
 constexpr QStringView rowK = u"カキクケコ";
@@ -129,12 +117,17 @@ QString joined(QString number, QString counter, QChar sign) {
     return number + counter;
 }
 
-QString belowMyriad(quint64 value, bool hasUnit) {
-    QString kana = hasUnit && value / 1000 == 1 ? QStringLiteral("イッ") : QString();
-    kana.append(thousands.at(value / 1000))
-        .append(hundreds.at(value / 100 % 10))
-        .append(tens.at(value / 10 % 10));
-    return value % 10 > 0 ? kana.append(ones.at(value % 10)) : kana;
+// Returns the reading of a positive number. Before a unit such as 万, 千 is read イッセン.
+QString readingOf(quint64 value, bool isBeforeUnit) {
+    QString kana;
+    for (const Unit &unit : units) {
+        if (const quint64 count = std::exchange(value, value % unit.value) / unit.value; count > 0) {
+            const bool isBare = count == 1 && unit.value <= (isBeforeUnit ? 100 : 1000);
+            const QString name = unit.name.toString();
+            kana += isBare ? name : joined(readingOf(count, true), name, unit.sign);
+        }
+    }
+    return value > 0 ? kana.append(digitNames.at(value)) : kana;
 }
 
 // Returns a null string if the number is regular before the counter.
@@ -171,21 +164,14 @@ QString numberInKana(const QString &number) {
     if (!value) {
         return digitsInKana(number);
     }
-    QString kana;
-    for (const Unit &unit : units) {
-        if (const quint64 count = *value / unit.value % myriad; unit.value >= myriad && count > 0) {
-            kana += joined(belowMyriad(count, true), unit.name.toString(), unit.sign);
-        }
-    }
-    kana += belowMyriad(*value % myriad, false);
-    return kana.isEmpty() ? ones[0].toString() : kana;
+    return *value > 0 ? readingOf(*value, false) : digitNames[0].toString();
 }
 
 QString digitsInKana(const QString &digits) {
     QString kana;
     for (const QChar character : digits) {
         const Unit *const unit = unitOf(character);
-        kana += unit != nullptr ? unit->name : ones.at(static_cast<size_t>(digitOf(character)));
+        kana += unit != nullptr ? unit->name : digitNames.at(static_cast<size_t>(digitOf(character)));
     }
     return kana;
 }
