@@ -3,13 +3,14 @@
 #include "DesktopApplication.h"
 #include "DesktopClock.h"
 #include "DesktopFileChooser.h"
-#include "EventLoopRunLoop.h"
 #include "FilePreferences.h"
 #include "FreedesktopNotificationCenter.h"
 #include "InhibitorPowerAssertions.h"
 #include "InhibitorProcessActivity.h"
 #include "InodeBookmarks.h"
 #include "InstalledResources.h"
+#include "LineWriter.h"
+#include "Log.h"
 #include "MenuBarHost.h"
 #include "MessageBuses.h"
 #include "Portal.h"
@@ -17,11 +18,12 @@
 #include "ProcessAudioPlayers.h"
 #include "SingleInstance.h"
 #include "SpeechDispatcherSynthesizers.h"
-#include "StandardOutputLog.h"
+#include "WallClockTimer.h"
 #include "bringToFront.h"
 
 #include <QApplication>
 #include <QIcon>
+#include <QStyleHints>
 #include <QTimer>
 #include <QtDebug>
 
@@ -32,8 +34,26 @@ namespace kova {
 
 namespace {
 
-constexpr std::chrono::milliseconds untilTheWindowStands{200};
-constexpr std::chrono::seconds untilTheStartIsOver{2};
+constexpr std::chrono::milliseconds postShowDelay{200};
+constexpr std::chrono::seconds postStartDelay{2};
+
+class StandardOutputLog : public Log {
+public:
+    void print(const QString &line) override { m_lines.write(line); }
+
+private:
+    LineWriter m_lines{STDOUT_FILENO};
+};
+
+class EventLoopRunLoop : public RunLoop {
+public:
+    std::unique_ptr<RepeatingTimer> everySecond(QObject *owner, std::function<void()> action) override {
+        return std::make_unique<WallClockTimer>(owner, std::move(action));
+    }
+    void after(std::chrono::milliseconds delay, QObject *owner, std::function<void()> action) override {
+        QTimer::singleShot(delay, Qt::PreciseTimer, owner, std::move(action));
+    }
+};
 
 std::unique_ptr<NotificationCenter> makeNotificationCenter(MessageBuses &buses, Application &application) {
     if (isSandboxed()) {
@@ -42,14 +62,25 @@ std::unique_ptr<NotificationCenter> makeNotificationCenter(MessageBuses &buses, 
     return std::make_unique<FreedesktopNotificationCenter>(buses, application);
 }
 
-// The theme's own icon would keep each of its sizes in memory, up to 512.
+// The theme's icon itself would keep all its sizes in memory, up to 512.
 QIcon windowIcon() {
-    const QIcon ofTheme = QIcon::fromTheme(QStringLiteral("jp.kova.Alarm"));
+    const QIcon themeIcon = QIcon::fromTheme(QStringLiteral("jp.kova.Alarm"));
     QIcon icon;
     for (const int size : {16, 32, 48, 64}) {
-        icon.addPixmap(ofTheme.pixmap(size));
+        icon.addPixmap(themeIcon.pixmap(size));
     }
     return icon;
+}
+
+// On Wayland, Qt may draw the title bar; its colours are those of the scheme or, in earlier versions, the
+// palette.
+void requestDarkTitleBar(const QPalette &palette) {
+    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+        QGuiApplication::styleHints()->setColorScheme(Qt::ColorScheme::Dark);
+#endif
+        QGuiApplication::setPalette(palette);
+    }
 }
 
 } // namespace
@@ -70,6 +101,7 @@ struct DesktopPlatform::Services {
     MenuBarHost menuBarHost{buses};
     ProcessAudioPlayers audioPlayers{resources};
     SpeechDispatcherSynthesizers speechSynthesizers;
+    SingleInstance *instance = nullptr;
 };
 
 DesktopPlatform::DesktopPlatform() : m_services(std::make_unique<Services>()) {}
@@ -101,31 +133,36 @@ const MenuBarHost &DesktopPlatform::menuBarHost() const {
 void DesktopPlatform::show(QWindow &window, const QPalette &palette) {
     m_services->application.setMainWindow(&window);
     m_services->fileChooser.setParentWindow(&window, palette);
+    requestDarkTitleBar(palette);
     window.show();
-    QTimer::singleShot(untilTheWindowStands, &m_services->menuBarHost, [host = &m_services->menuBarHost] {
+    QTimer::singleShot(postShowDelay, &m_services->menuBarHost, [host = &m_services->menuBarHost] {
         QApplication::setWindowIcon(windowIcon());
         host->watch();
     });
-    // The start needed more than the rest.
-    QTimer::singleShot(untilTheStartIsOver, qApp, [] { malloc_trim(0); });
+    // Returns the memory that only the start needed.
+    QTimer::singleShot(postStartDelay, qApp, [] { malloc_trim(0); });
 }
 
 void DesktopPlatform::listenTo(SingleInstance &instance) {
     QObject::connect(&instance, &SingleInstance::activated, &m_services->application,
                      [this](const QByteArray &token) { bringToFront(m_services->application, token); });
+    m_services->instance = &instance;
     instance.listen();
 }
 
 int DesktopPlatform::end(int status) {
-    constexpr std::chrono::seconds forTheDisk{5};
-    constexpr std::chrono::milliseconds forAService{500};
-    const std::optional<QString> unsaved = m_services->preferences.flush(forTheDisk);
+    constexpr std::chrono::seconds saveTimeout{5};
+    constexpr std::chrono::milliseconds serviceTimeout{500};
+    const std::optional<QString> unsaved = m_services->preferences.flush(saveTimeout);
     if (unsaved) {
-        qWarning().noquote() << "kova-alarm: ends with unsaved changes:" << *unsaved;
+        qWarning().noquote() << "kova-alarm: exiting with unsaved changes:" << *unsaved;
     }
-    const bool isSpeechless = m_services->speechSynthesizers.close(forAService);
-    const bool isOffTheBuses = m_services->buses.close(forAService);
-    if (unsaved || !isSpeechless || !isOffTheBuses || !m_services->bookmarks.isIdle()) {
+    const bool isSpeechClosed = m_services->speechSynthesizers.close(serviceTimeout);
+    const bool areBusesClosed = m_services->buses.close(serviceTimeout);
+    if (unsaved || !isSpeechClosed || !areBusesClosed || !m_services->bookmarks.isIdle()) {
+        if (m_services->instance) {
+            m_services->instance->stopListening();
+        }
         _exit(status);
     }
     return status;

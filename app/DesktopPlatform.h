@@ -11,8 +11,8 @@ namespace kova {
 class MenuBarHost;
 class SingleInstance;
 
-/// The real desktop: every port, and what the desktop wants of the program. Needs the application object.
-/// Main thread.
+/// The implementations of all ports, and the application's integration into the desktop. Needs the
+/// application object. Main thread.
 class DesktopPlatform {
 public:
     DesktopPlatform();
@@ -24,15 +24,16 @@ public:
 
     const MenuBarHost &menuBarHost() const;
 
-    /// Shows the main window for the first time, and soon looks for a place for the menu-bar item. The file
-    /// dialog has these colours. The window must outlive the event loop.
+    /// Shows the main window for the first time, and later watches for a panel for the menu-bar item. The
+    /// file dialog and a title bar drawn by Qt have the palette's colours. The window must outlive the event
+    /// loop.
     void show(QWindow &window, const QPalette &palette);
 
-    /// Shows the window when the program is started again. The instance must outlive the event loop.
+    /// Shows the window when the application is started again. The instance must outlive this object.
     void listenTo(SingleInstance &instance);
 
-    /// Lands what is to be saved and lets go of the machine's sleep, in bounded time. Returns the exit
-    /// status, unless a service still holds up a thread of ours: then the process ends here.
+    /// Saves pending changes and releases the inhibitors, within a time limit. Returns the exit status; exits
+    /// the process if a thread is still blocked by a disk or service.
     int end(int status);
 
 private:

@@ -15,8 +15,8 @@ namespace kova {
 
 struct Platform;
 
-/// The application: it begins the process activity, then makes the store, which loads the list and starts the
-/// scheduler, then the main window and the menu-bar item. Main thread.
+/// The application. Begins the process activity, then creates the store, which loads the list and starts the
+/// scheduler, then the main window. Main thread.
 class KovaAlarmApp : public QObject {
     Q_OBJECT
 
@@ -24,16 +24,16 @@ public:
     /// The ports must be installed already.
     explicit KovaAlarmApp(const Platform &platform);
 
-    /// Made, but not shown yet.
+    /// Not shown yet.
     MainWindow &mainWindow() { return m_mainWindow; }
 
-    /// Call when the desktop has a place for the item, on the message bus or in a tray.
+    /// Creates the menu-bar item. Call when a panel can show it, through the message bus or in a tray.
     void showMenuBarExtra(bool isOnBus);
 
-    /// Brings the main window back, in front of other applications.
+    /// Shows the main window in front of other applications.
     void showWindow();
 
-    /// Lets the machine sleep again, and ends.
+    /// Releases sleep prevention and exits.
     void quit();
 
 private:
@@ -46,7 +46,7 @@ private:
     HomeScreen m_home;
     AlarmEditor m_editor;
     MainWindow m_mainWindow;
-    std::unique_ptr<MenuBarExtra> m_menuBarExtra; ///< from the moment when there is a place for it
+    std::unique_ptr<MenuBarExtra> m_menuBarExtra; ///< null until a panel can show it
 };
 
 } // namespace kova

@@ -8,12 +8,12 @@ namespace kova {
 
 MainWindow::MainWindow(QQmlEngine &engine, QVariantMap inputs) : ViewWindow(&engine) {
     setTitle(QStringLiteral("KOVA Alarm"));
-    setColor(Palette::background()); // until the first frame
+    setColor(Palette::background()); // before the first frame
     setMinimumSize({420, 500});
     resize(440, 620);
     setResizeMode(SizeRootObjectToView);
     setPersistentSceneGraph(false);
-    inputs.insert(QStringLiteral("width"), width()); // lest all is laid out twice
+    inputs.insert(QStringLiteral("width"), width()); // avoids a second layout pass
     inputs.insert(QStringLiteral("height"), height());
     setInitialProperties(inputs);
     setSource(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Kova/window/ContentView.qml")));

@@ -6,20 +6,20 @@ namespace kova {
 
 class HomeScreen;
 
-/// The main window. Closing it only hides it where something can bring it back, and else minimises it. Main
+/// The main window. Closing it hides it if something can show it again, and otherwise minimises it. Main
 /// thread.
 class MainWindow : public ViewWindow {
     Q_OBJECT
 
 public:
-    /// The inputs of the root view. What they point to, and the engine, must outlive the window.
+    /// Takes the inputs of the root view. The objects in them, and the engine, must outlive the window.
     MainWindow(QQmlEngine &engine, QVariantMap inputs);
 
-    /// Call when something can bring a hidden window back.
+    /// Call when something can show a hidden window again.
     void hideOnClose() { m_hidesOnClose = true; }
 
 Q_SIGNALS:
-    void quit(); ///< by the keyboard
+    void quit(); ///< requested by the keyboard
     void closed();
 
 protected:

@@ -6,14 +6,34 @@
 #include "SingleInstance.h"
 #include "TerminationSignals.h"
 #include "drawing/Palette.h"
-#include "prepareProcess.h"
 #include "secondStart.h"
+#include "standardStreams.h"
 #include "startAtLogin.h"
 
 #include <QApplication>
+
+#include <malloc.h>
 #include <string_view>
+#include <sys/resource.h>
 
 namespace {
+
+// GLib aborts the process when it gets no descriptor.
+void raiseDescriptorLimit() {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) == 0) {
+        limit.rlim_cur = limit.rlim_max;
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
+}
+
+void prepareProcess() {
+    kova::prepareStandardStreams();
+    raiseDescriptorLimit();
+    mallopt(M_ARENA_MAX, 1); // an arena for each thread would keep memory that only the start needs
+    qputenv("QT_QUICK_BACKEND", "software"); // a background process must not hold a GPU context
+    qputenv("FC_LANG", "ja");                // Japanese glyphs of the characters that other languages share
+}
 
 void describeApplication() {
     QApplication::setApplicationName(QStringLiteral("KOVA"));
@@ -32,7 +52,7 @@ int main(int argc, char *argv[]) {
     if (const std::optional<int> status = kova::parseArguments(argc, argv)) {
         return *status;
     }
-    kova::prepareProcess();
+    prepareProcess();
     kova::SingleInstance instance(kova::FilePreferences::defaultFolder());
     if (!instance.acquire()) {
         return kova::wakeRunningInstance(instance, argc, argv);

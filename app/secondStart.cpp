@@ -13,17 +13,17 @@ namespace kova {
 
 namespace {
 
-bool isHeard(const SingleInstance &instance, int argc, char *argv[]) {
-    const QCoreApplication withoutDisplay(argc, argv);
+bool requestActivation(const SingleInstance &instance, int argc, char *argv[]) {
+    const QCoreApplication application(argc, argv);
     return instance.activateOwner(activationToken());
 }
 
-// Else somebody who starts the program sees nothing happen. A display that hangs ends the process.
-void tellThatItDoesNotAnswer(int argc, char *argv[]) {
-    constexpr unsigned forTheDisplay = 10; // seconds
-    qWarning("kova-alarm: already running, but it does not answer");
-    alarm(forTheDisplay);
-    const QApplication withDisplay(argc, argv);
+// Shows the warning, or exits if the display is unresponsive too.
+void warnUnresponsive(int argc, char *argv[]) {
+    constexpr unsigned displayTimeout = 10; // seconds
+    qWarning("kova-alarm: already running, but unresponsive");
+    alarm(displayTimeout);
+    const QApplication application(argc, argv);
     alarm(0);
     QMessageBox::warning(nullptr, QStringLiteral("KOVA Alarm"),
                          QStringLiteral("KOVA Alarm はすでに起動していますが、応答がありません。"));
@@ -32,10 +32,10 @@ void tellThatItDoesNotAnswer(int argc, char *argv[]) {
 } // namespace
 
 int wakeRunningInstance(const SingleInstance &instance, int argc, char *argv[]) {
-    if (isHeard(instance, argc, argv)) {
+    if (requestActivation(instance, argc, argv)) {
         return EXIT_SUCCESS;
     }
-    tellThatItDoesNotAnswer(argc, argv);
+    warnUnresponsive(argc, argv);
     return EXIT_FAILURE;
 }
 

@@ -4,8 +4,8 @@ namespace kova {
 
 class SingleInstance;
 
-/// A start that finds the program running already: has the running one show its window, or tells the user
-/// that it does not answer. The exit status. Before any application object; makes its own.
+/// Asks the running process to show its window, or warns the user that it is unresponsive. Returns the exit
+/// status. Call before there is an application object; creates its own.
 int wakeRunningInstance(const SingleInstance &instance, int argc, char *argv[]);
 
 } // namespace kova

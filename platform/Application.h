@@ -2,19 +2,19 @@
 
 namespace kova {
 
-/// This program as the desktop sees it. Main thread.
+/// The application as a desktop service. Main thread.
 class Application {
 public:
     virtual ~Application() = default;
 
-    /// Brings the application in front of the others, or asks for attention where that is refused; soon, so
-    /// that a display that hangs holds up nothing of what the caller does next.
+    /// Brings the application in front of others, or demands attention if the desktop denies that. Queued, so
+    /// that a hung display does not delay the caller.
     virtual void activate() = 0;
 
-    /// Shows the main window, in front and with the keyboard focus; nothing when there is none.
+    /// Shows the main window in front, with keyboard focus. Does nothing if there is none.
     virtual void showMainWindow() = 0;
 
-    /// Leaves the event loop; the process ends with status 0.
+    /// Exits the event loop with status 0.
     virtual void terminate() = 0;
 };
 

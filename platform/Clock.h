@@ -6,7 +6,7 @@
 
 namespace kova {
 
-/// A moment as the user's calendar and time zone show it.
+/// A point in time in the user's calendar and time zone.
 struct LocalTime {
     int hour;    ///< 0 to 23
     int minute;  ///< 0 to 59
@@ -21,7 +21,7 @@ public:
 
     virtual Instant now() const = 0;
 
-    /// None when the calendar can't express the moment.
+    /// Returns nullopt if the calendar cannot represent the moment.
     virtual std::optional<LocalTime> localTime(Instant moment) const = 0;
 };
 

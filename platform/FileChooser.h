@@ -11,15 +11,15 @@ struct FileChooserRequest {
     QStringList allowedContentTypes; ///< MIME types; "audio/*" allows any audio
 };
 
-/// The desktop's dialog for one existing file. Main thread.
+/// The desktop's dialog for choosing one existing file. Main thread.
 class FileChooser {
 public:
     virtual ~FileChooser() = default;
 
-    /// Modal: waits for the user while the event loop runs on. None when the user cancels.
+    /// Modal. Returns nullopt if the user cancels. Rejects a file of another type, but not by its content.
     virtual std::optional<QString> chooseFile(const FileChooserRequest &request) = 0;
 
-    /// Closes an open dialog as the user's cancel does.
+    /// Cancels an open dialog.
     virtual void cancel() = 0;
 };
 

@@ -9,8 +9,8 @@ class Log {
 public:
     virtual ~Log() = default;
 
-    /// Writes one line, whatever control characters are in it, and flushes it, so that a pipe sees it at
-    /// once; never waits for a reader.
+    /// Writes the text as one line, without control characters, and flushes it. Never blocks: a line that a
+    /// reader has no room for is dropped.
     virtual void print(const QString &line) = 0;
 };
 

@@ -8,24 +8,24 @@
 namespace kova {
 
 struct NotificationRequest {
-    QString identifier;                 ///< never used twice, so that no notification replaces another
+    QString identifier;                 ///< unique, so that no notification replaces another
     QString title;                      ///< plain text, shown as typed
     QString body;                       ///< plain text, shown as typed on one line
-    std::chrono::milliseconds lifetime; ///< on the screen, where the service can
+    std::chrono::milliseconds lifetime; ///< on the screen, if the service supports it
 };
 
-/// The desktop's notifications. Neither call waits for the service. Main thread.
+/// The desktop's notifications. No call blocks. Main thread.
 class NotificationCenter {
 public:
-    /// Runs once, on any thread, at any later time.
+    /// Called once, at any time, on any thread.
     using Authorized = std::function<void(bool granted, const std::optional<QString> &error)>;
 
     virtual ~NotificationCenter() = default;
 
-    /// For alerts and sounds.
-    virtual void requestAuthorization(Authorized answer) = 0;
+    /// Requests permission for alerts and sounds.
+    virtual void requestAuthorization(Authorized result) = 0;
 
-    /// Delivers at once; a failure is not reported.
+    /// Delivers immediately. Failures are not reported.
     virtual void add(const NotificationRequest &request) = 0;
 };
 

@@ -16,7 +16,7 @@ class Resources;
 class RunLoop;
 class SpeechSynthesizers;
 
-/// Every port of the running program.
+/// All ports of the application.
 struct Platform {
     Application &application;
     AudioPlayers &audioPlayers;
@@ -32,11 +32,11 @@ struct Platform {
     RunLoop &runLoop;
     SpeechSynthesizers &speechSynthesizers;
 
-    /// Hands the ports to the shared services; once, by main, before any of them is used. The record and its
-    /// ports must outlive every use of a service.
+    /// Sets the ports of the shared services. Call once, from main, before any of them is used. The argument
+    /// and its ports must outlive every use of a service.
     static void install(const Platform &platform);
 
-    /// The installed ports.
+    /// Returns the installed ports.
     static const Platform &installed();
 };
 

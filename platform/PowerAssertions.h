@@ -4,16 +4,16 @@
 
 namespace kova {
 
-/// Names one held assertion.
+/// Identifies a held assertion.
 using AssertionID = quint32;
 
-/// Holds the machine awake. Main thread; a call takes half a second at the very most.
+/// Prevents idle sleep. Main thread; a call blocks for at most half a second.
 class PowerAssertions {
 public:
     virtual ~PowerAssertions() = default;
 
-    /// Holds off idle sleep of the system, not of the screen, until released; the desktop shows the name as
-    /// its reason. The error is the service's result code, never 0.
+    /// Prevents idle sleep of the system, not of the screen, until release(). The desktop shows the name as
+    /// the reason. The error is the service's result code, never 0.
     virtual Result<AssertionID, qint32> createPreventUserIdleSystemSleep(const QString &name) = 0;
 
     virtual void release(AssertionID id) = 0;

@@ -5,19 +5,19 @@
 
 namespace kova {
 
-/// A begun activity; destroying it ends it.
+/// An activity, which ends when the token is destroyed.
 class ActivityToken {
 public:
     virtual ~ActivityToken() = default;
 };
 
-/// Tells the system that this process does something that the user asked for.
+/// Declares to the system that this process performs a task for the user.
 class ProcessActivity {
 public:
     virtual ~ProcessActivity() = default;
 
-    /// Returns at once and can't fail. Holds off idle system sleep and the process's own ending, not the
-    /// screen's sleep.
+    /// Prevents idle sleep of the system, not of the screen, and termination of the process by the system.
+    /// Cannot fail, and does not block.
     virtual std::unique_ptr<ActivityToken> beginUserInitiated(const QString &reason) = 0;
 };
 

@@ -5,12 +5,12 @@
 
 namespace kova {
 
-/// The files that come with the application. Any thread.
+/// The files that are installed with the application. Any thread.
 class Resources {
 public:
     virtual ~Resources() = default;
 
-    /// Where a resource lies; an empty extension looks for a folder. None when there is no such resource.
+    /// Returns the path of a resource, or of a folder if the extension is empty; nullopt if there is none.
     virtual std::optional<QString> path(const QString &name, const QString &extension) const = 0;
 
     virtual bool fileExists(const QString &path) const = 0;

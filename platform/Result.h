@@ -6,11 +6,11 @@
 
 namespace kova {
 
-/// The reason why an operation gave no value.
+/// The reason why an operation returned no value.
 template <typename E> struct Failure { E reason; };
 template <typename E> Failure(E) -> Failure<E>;
 
-/// A value or the reason why there is none, never both.
+/// A value, or the reason why there is none.
 template <typename T, typename E = QString> class Result {
 public:
     Result(T value) : m_state(std::in_place_index<0>, std::move(value)) {}

@@ -27,7 +27,7 @@ QString escaped(QString text) {
 }
 
 QVariantMap hints(const NotificationRequest &request) {
-    constexpr uchar normal = 1; // services keep a critical one on the screen whatever its time-out
+    constexpr uchar normal = 1; // services ignore the timeout of a critical one
     return {
         {QStringLiteral("desktop-entry"), QStringLiteral("jp.kova.Alarm")},
         {QStringLiteral("category"), QStringLiteral("x-kova.alarm")},
@@ -37,42 +37,42 @@ QVariantMap hints(const NotificationRequest &request) {
     };
 }
 
-// The default action. Services that don't take a click on the notification itself make a button of it.
+// The default action: a click on the notification, or, on Xfce, which reports none, a button with this label.
 QStringList click() {
     return {QStringLiteral("default"), QStringLiteral("ウィンドウを表示")};
 }
 
-QDBusMessage notify(const NotificationRequest &request, bool takesMarkup) {
+QDBusMessage notify(const NotificationRequest &request, bool supportsMarkup) {
     constexpr quint32 replacesNone = 0;
     const auto timeout = static_cast<qint32>(request.lifetime.count());
     const QString body = plainLine(request.body);
     return serviceCall(QStringLiteral("Notify"))
            << QStringLiteral("KOVA Alarm") << replacesNone << QStringLiteral("jp.kova.Alarm") << request.title
-           << (takesMarkup ? escaped(body) : body) << click() << hints(request) << timeout;
+           << (supportsMarkup ? escaped(body) : body) << click() << hints(request) << timeout;
 }
 
 } // namespace
 
-void FreedesktopNotificationCenter::requestAuthorization(Authorized answer) {
-    m_buses.run([this, answer = std::move(answer)] {
+void FreedesktopNotificationCenter::requestAuthorization(Authorized result) {
+    m_buses.run([this, result = std::move(result)] {
         m_buses.watch(Bus::Session, service(), [this] {
             m_shown.clear();
-            askCapabilities({});
+            requestCapabilities({});
         });
         listenForClicks();
-        askCapabilities(answer);
+        requestCapabilities(result);
     });
 }
 
 void FreedesktopNotificationCenter::add(const NotificationRequest &request) {
-    m_buses.send(Bus::Session, notify(request, m_takesMarkup), [this](const QDBusMessage &reply) {
+    m_buses.send(Bus::Session, notify(request, m_supportsMarkup), [this](const QDBusMessage &reply) {
         if (reply.type() == QDBusMessage::ReplyMessage) {
             m_shown.insert(reply.arguments().value(0).toUInt());
         }
     });
 }
 
-// A service may tell everybody of every click, so a number that is not ours is passed over.
+// Some services broadcast every click, so the ids of other applications' notifications are ignored.
 void FreedesktopNotificationCenter::listenForClicks() {
     m_buses.listen(service(), QStringLiteral("ActivationToken"), [this](const QDBusMessage &signal) {
         if (m_shown.contains(signal.arguments().value(0).toUInt())) {
@@ -86,16 +86,16 @@ void FreedesktopNotificationCenter::listenForClicks() {
     });
 }
 
-void FreedesktopNotificationCenter::askCapabilities(const Authorized &answer) {
+void FreedesktopNotificationCenter::requestCapabilities(const Authorized &result) {
     m_buses.call(Bus::Session, serviceCall(QStringLiteral("GetCapabilities")),
-                 [this, answer](const QDBusMessage &reply) {
+                 [this, result](const QDBusMessage &reply) {
                      const bool granted = reply.type() == QDBusMessage::ReplyMessage;
                      if (granted) {
                          const QStringList capabilities = reply.arguments().value(0).toStringList();
-                         m_takesMarkup = capabilities.contains(QStringLiteral("body-markup"));
+                         m_supportsMarkup = capabilities.contains(QStringLiteral("body-markup"));
                      }
-                     if (answer) {
-                         answer(granted, granted ? std::nullopt : std::optional(reply.errorMessage()));
+                     if (result) {
+                         result(granted, granted ? std::nullopt : std::optional(reply.errorMessage()));
                      }
                  });
 }

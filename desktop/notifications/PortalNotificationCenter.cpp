@@ -20,13 +20,13 @@ QString click() {
     return QStringLiteral("show-window");
 }
 
-// A record among what comes with a click, where the desktop sends one.
+// Some desktops send it in a dictionary among the parameters of the action.
 QByteArray activationToken(const QDBusMessage &invoked) {
     const auto parameters = qdbus_cast<QVariantList>(invoked.arguments().value(2));
     for (const QVariant &parameter : parameters) {
-        const auto record = parameter.value<QDBusArgument>();
-        if (record.currentSignature() == QLatin1String("a{sv}")) {
-            return qdbus_cast<QVariantMap>(record)
+        const auto dictionary = parameter.value<QDBusArgument>();
+        if (dictionary.currentSignature() == QLatin1String("a{sv}")) {
+            return qdbus_cast<QVariantMap>(dictionary)
                 .value(QStringLiteral("activation-token"))
                 .toString()
                 .toUtf8();
@@ -37,14 +37,14 @@ QByteArray activationToken(const QDBusMessage &invoked) {
 
 } // namespace
 
-void PortalNotificationCenter::requestAuthorization(Authorized answer) {
-    m_buses.run([this, answer = std::move(answer)] {
+void PortalNotificationCenter::requestAuthorization(Authorized result) {
+    m_buses.run([this, result = std::move(result)] {
         const QDBusMessage call =
             portalCall(QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"))
             << interface() << QStringLiteral("version");
-        m_buses.call(Bus::Session, call, [answer](const QDBusMessage &reply) {
+        m_buses.call(Bus::Session, call, [result](const QDBusMessage &reply) {
             const bool granted = reply.type() == QDBusMessage::ReplyMessage;
-            answer(granted, granted ? std::nullopt : std::optional(reply.errorMessage()));
+            result(granted, granted ? std::nullopt : std::optional(reply.errorMessage()));
         });
         m_buses.listen(interface(), QStringLiteral("ActionInvoked"), [this](const QDBusMessage &signal) {
             if (signal.arguments().value(1) == click()) {
@@ -54,7 +54,7 @@ void PortalNotificationCenter::requestAuthorization(Authorized answer) {
     });
 }
 
-// The portal takes the text as it is, and has its own sound.
+// The portal supports no markup, and plays a sound of its own.
 void PortalNotificationCenter::add(const NotificationRequest &request) {
     const QVariantMap notification{
         {QStringLiteral("title"), request.title},

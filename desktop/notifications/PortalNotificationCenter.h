@@ -7,15 +7,16 @@ namespace kova {
 class Application;
 class MessageBuses;
 
-/// The notifications of a sandboxed program. The portal does not tell whether the user wants to see them, so
-/// its being there is the permission. A click on a notification brings the application to the front.
+/// The notifications of a sandboxed application. The portal does not report whether the user permits them, so
+/// authorization is granted if it is available. A click on a notification brings the application to the
+/// front.
 class PortalNotificationCenter : public NotificationCenter {
 public:
     PortalNotificationCenter(MessageBuses &buses, Application &application)
         : m_buses(buses),
           m_application(application) {}
 
-    void requestAuthorization(Authorized answer) override;
+    void requestAuthorization(Authorized result) override;
     void add(const NotificationRequest &request) override;
 
 private:

@@ -15,7 +15,7 @@ namespace {
 
 const QString logind = QStringLiteral("org.freedesktop.login1");
 
-// One way to ask the session: the call, and what takes it back once it was answered.
+// An interface of the session: the call that inhibits, and the one that releases, made from the reply.
 struct SessionInhibitor {
     QDBusMessage call;
     QDBusMessage (*release)(const QDBusMessage &reply);
@@ -34,7 +34,7 @@ QDBusMessage portalRelease(const QDBusMessage &reply) {
                                           QStringLiteral("Close"));
 }
 
-// The service is not started for it.
+// Does not start the service.
 QDBusMessage sessionCall(const char *service, const char *path, const char *interface, const char *method) {
     auto call = QDBusMessage::createMethodCall(QString::fromLatin1(service), QString::fromLatin1(path),
                                                QString::fromLatin1(interface), QString::fromLatin1(method));
@@ -49,7 +49,7 @@ QDBusMessage gnomeCall(const char *method) {
 
 QDBusMessage gnomeInhibit(const QString &reason) {
     constexpr quint32 noWindow = 0;
-    constexpr quint32 suspend = 4; // 8, the idle session, would keep the screen on as well
+    constexpr quint32 suspend = 4; // 8, idle, would keep the screen on as well
     return gnomeCall("Inhibit") << QStringLiteral("jp.kova.Alarm") << noWindow << reason << suspend;
 }
 
@@ -70,7 +70,7 @@ QDBusMessage powerManagementRelease(const QDBusMessage &reply) {
     return powerManagementCall("UnInhibit") << reply.arguments().value(0);
 }
 
-// In the order of trying: the portal knows its desktop best.
+// Tried in this order.
 std::vector<SessionInhibitor> sessionInhibitors(const QString &reason) {
     return {{portalInhibit(reason), &portalRelease},
             {gnomeInhibit(reason), &gnomeRelease},
@@ -106,24 +106,24 @@ bool isError(const QDBusMessage &reply) {
 
 class IdleInhibitor::Locks : public std::enable_shared_from_this<IdleInhibitor::Locks> {
 public:
-    Locks(MessageBuses &buses, const QString &reason, Settled settled)
+    Locks(MessageBuses &buses, const QString &reason, ResultCallback result)
         : m_buses(buses),
           m_reason(reason),
           m_inhibitors(sessionInhibitors(reason)),
-          m_settled(std::move(settled)) {}
+          m_result(std::move(result)) {}
 
     void acquire() {
         acquireFromSystem();
         acquireFromSession(0);
     }
 
-    // The service has a new owner, which knows of nothing. While the session is being asked that may be our
-    // own call's doing.
+    // The new owner of the name has none of our locks. While a session request is pending, that request may
+    // itself have started the service; it is repeated only if it fails.
     void restarted(const QString &service) {
         if (service == logind) {
             acquireFromSystem();
-        } else if (m_isAsking) {
-            m_isToAskAgain = true;
+        } else if (m_isRequestPending) {
+            m_isRetryRequested = true;
         } else if (!m_sessionRelease || m_sessionRelease->service() == service) {
             m_sessionRelease.reset();
             acquireFromSession(0);
@@ -153,18 +153,18 @@ private:
             if (!self->m_isReleased) {
                 self->m_system = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
             }
-            self->settle(0);
+            self->finish(0);
         });
     }
 
     void acquireFromSession(size_t index) {
-        m_isAsking = true;
+        m_isRequestPending = true;
         m_buses.call(Bus::Session, m_inhibitors[index].call,
                      [self = shared_from_this(), index](const QDBusMessage &reply) {
-                         self->m_isAsking = false;
+                         self->m_isRequestPending = false;
                          if (!isError(reply)) {
-                             self->m_isToAskAgain = false;
-                             self->sessionHolds(self->m_inhibitors[index].release(reply));
+                             self->m_isRetryRequested = false;
+                             self->sessionAcquired(self->m_inhibitors[index].release(reply));
                          } else if (index + 1 < self->m_inhibitors.size() && !self->m_isReleased) {
                              self->acquireFromSession(index + 1);
                          } else {
@@ -174,54 +174,54 @@ private:
     }
 
     void sessionFailed(qint32 code) {
-        if (std::exchange(m_isToAskAgain, false) && !m_isReleased) {
+        if (std::exchange(m_isRetryRequested, false) && !m_isReleased) {
             acquireFromSession(0);
         } else {
             failed(code);
         }
     }
 
-    void sessionHolds(const QDBusMessage &release) {
+    void sessionAcquired(const QDBusMessage &release) {
         m_sessionRelease = release;
         if (m_isReleased) {
             this->release();
         }
-        settle(0);
+        finish(0);
     }
 
     void failed(qint32 code) {
         m_failures += 1;
         if (m_failures == 2) {
-            settle(code);
+            finish(code);
         }
     }
 
-    void settle(qint32 code) {
-        if (const Settled settled = std::exchange(m_settled, {})) {
-            settled(code);
+    void finish(qint32 code) {
+        if (const ResultCallback result = std::exchange(m_result, {})) {
+            result(code);
         }
     }
 
     MessageBuses &m_buses;
     const QString m_reason;
     const std::vector<SessionInhibitor> m_inhibitors;
-    Settled m_settled;
+    ResultCallback m_result;
     int m_failures = 0;
     bool m_isReleased = false;
-    bool m_isAsking = false; ///< the session
-    bool m_isToAskAgain = false;
+    bool m_isRequestPending = false; ///< of the session
+    bool m_isRetryRequested = false;
     QDBusUnixFileDescriptor m_system;
     std::optional<QDBusMessage> m_sessionRelease;
 };
 
 IdleInhibitor::IdleInhibitor(MessageBuses &buses)
     : m_buses(buses),
-      m_present(std::make_shared<std::shared_ptr<Locks>>()) {
-    m_buses.run([&buses, present = m_present] {
+      m_locks(std::make_shared<std::shared_ptr<Locks>>()) {
+    m_buses.run([&buses, locks = m_locks] {
         const auto watch = [&](Bus bus, const QString &service) {
-            buses.watch(bus, service, [present, service] {
-                if (*present) {
-                    (*present)->restarted(service);
+            buses.watch(bus, service, [locks, service] {
+                if (*locks) {
+                    (*locks)->restarted(service);
                 }
             });
         };
@@ -233,21 +233,21 @@ IdleInhibitor::IdleInhibitor(MessageBuses &buses)
 }
 
 IdleInhibitor::~IdleInhibitor() {
-    letGo();
+    release();
 }
 
-void IdleInhibitor::hold(const QString &reason, Settled settled) {
-    letGo();
-    m_buses.run([present = m_present, locks = std::make_shared<Locks>(m_buses, reason, std::move(settled))] {
-        *present = locks;
-        locks->acquire();
+void IdleInhibitor::acquire(const QString &reason, ResultCallback result) {
+    release();
+    m_buses.run([locks = m_locks, acquired = std::make_shared<Locks>(m_buses, reason, std::move(result))] {
+        *locks = acquired;
+        acquired->acquire();
     });
 }
 
-void IdleInhibitor::letGo() {
-    m_buses.run([present = m_present] {
-        if (const auto locks = std::exchange(*present, nullptr)) {
-            locks->release();
+void IdleInhibitor::release() {
+    m_buses.run([locks = m_locks] {
+        if (const auto released = std::exchange(*locks, nullptr)) {
+            released->release();
         }
     });
 }

@@ -8,12 +8,12 @@ namespace kova {
 using namespace std::chrono_literals;
 
 Result<AssertionID, qint32> InhibitorPowerAssertions::createPreventUserIdleSystemSleep(const QString &name) {
-    const auto answer = std::make_shared<std::promise<qint32>>();
-    std::future<qint32> answered = answer->get_future();
-    m_inhibitor.hold(name, [answer](qint32 code) { answer->set_value(code); });
-    const bool isInTime = answered.wait_for(450ms) == std::future_status::ready;
-    if (const qint32 code = isInTime ? answered.get() : -ETIMEDOUT; code != 0) {
-        m_inhibitor.letGo();
+    const auto promise = std::make_shared<std::promise<qint32>>();
+    std::future<qint32> result = promise->get_future();
+    m_inhibitor.acquire(name, [promise](qint32 code) { promise->set_value(code); });
+    const bool isInTime = result.wait_for(450ms) == std::future_status::ready;
+    if (const qint32 code = isInTime ? result.get() : -ETIMEDOUT; code != 0) {
+        m_inhibitor.release();
         return Failure{code};
     }
     return ++m_lastId;
@@ -21,7 +21,7 @@ Result<AssertionID, qint32> InhibitorPowerAssertions::createPreventUserIdleSyste
 
 void InhibitorPowerAssertions::release(AssertionID id) {
     if (id == m_lastId) {
-        m_inhibitor.letGo();
+        m_inhibitor.release();
     }
 }
 

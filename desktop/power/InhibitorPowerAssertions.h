@@ -5,7 +5,7 @@
 
 namespace kova {
 
-/// Assertions held as an idle inhibitor, one at a time.
+/// Implements assertions by an idle inhibitor, one at a time.
 class InhibitorPowerAssertions : public PowerAssertions {
 public:
     explicit InhibitorPowerAssertions(MessageBuses &buses) : m_inhibitor(buses) {}

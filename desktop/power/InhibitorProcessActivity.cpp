@@ -9,7 +9,7 @@ namespace {
 class InhibitorToken : public ActivityToken {
 public:
     InhibitorToken(MessageBuses &buses, const QString &reason) : m_inhibitor(buses) {
-        m_inhibitor.hold(reason);
+        m_inhibitor.acquire(reason);
     }
 
 private:

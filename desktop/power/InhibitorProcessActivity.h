@@ -6,8 +6,8 @@ namespace kova {
 
 class MessageBuses;
 
-/// Activities held as idle inhibitors. Nothing here ends a process that the user started, so there is no more
-/// to hold.
+/// Implements activities by idle inhibitors. The desktop does not end a process that the user started, so
+/// nothing else is needed.
 class InhibitorProcessActivity : public ProcessActivity {
 public:
     explicit InhibitorProcessActivity(MessageBuses &buses) : m_buses(buses) {}

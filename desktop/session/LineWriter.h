@@ -6,8 +6,8 @@
 
 namespace kova {
 
-/// Lines on one of the process's output descriptors. A line that its reader has no room for is lost, never
-/// waited for; control characters become spaces. Any thread.
+/// Writes plain lines to an output descriptor. Never blocks; a line that does not fit into the reader's
+/// buffer is dropped. Any thread.
 class LineWriter {
 public:
     explicit LineWriter(int descriptor) : m_descriptor(descriptor) {}
@@ -15,11 +15,11 @@ public:
     void write(const QString &line);
 
 private:
-    qsizetype writeWithoutWaiting(const QByteArray &bytes) const;
+    qsizetype writeNonBlocking(const QByteArray &bytes) const;
 
     const int m_descriptor;
     std::mutex m_mutex;
-    bool m_isCut = false; ///< the last line went out only in part
+    bool m_lastLineIncomplete = false;
 };
 
 } // namespace kova

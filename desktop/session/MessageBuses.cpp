@@ -9,26 +9,26 @@ namespace kova {
 
 namespace {
 
-// Hears one signal of a bus.
-class SignalEar : public QObject {
+// QDBusConnection::connect() takes a slot, no function.
+class SignalForwarder : public QObject {
     Q_OBJECT
 
 public:
-    SignalEar(MessageBuses::Arrived arrived, QObject *parent)
+    SignalForwarder(MessageBuses::SignalCallback received, QObject *parent)
         : QObject(parent),
-          m_arrived(std::move(arrived)) {}
+          m_received(std::move(received)) {}
 
-    Q_SLOT void hear(const QDBusMessage &signal) { m_arrived(signal); }
+    Q_SLOT void forward(const QDBusMessage &signal) { m_received(signal); }
 
 private:
-    const MessageBuses::Arrived m_arrived;
+    const MessageBuses::SignalCallback m_received;
 };
 
 } // namespace
 
 MessageBuses::MessageBuses() {
     m_thread.setObjectName(QStringLiteral("buses"));
-    m_home.moveToThread(&m_thread);
+    m_context.moveToThread(&m_thread);
     m_thread.start();
 }
 
@@ -40,9 +40,9 @@ bool MessageBuses::close(std::chrono::milliseconds timeout) {
     run([this] {
         m_watchers = {};
         for (const Bus bus : {Bus::System, Bus::Session}) {
-            if (const auto present = presentConnection(bus)) {
-                setPresentConnection(bus, std::nullopt);
-                QDBusConnection::disconnectFromBus(present->name());
+            if (const auto current = currentConnection(bus)) {
+                setCurrentConnection(bus, std::nullopt);
+                QDBusConnection::disconnectFromBus(current->name());
             }
         }
         m_thread.quit();
@@ -51,31 +51,31 @@ bool MessageBuses::close(std::chrono::milliseconds timeout) {
 }
 
 void MessageBuses::run(std::function<void()> action) {
-    QMetaObject::invokeMethod(&m_home, std::move(action), Qt::QueuedConnection);
+    QMetaObject::invokeMethod(&m_context, std::move(action), Qt::QueuedConnection);
 }
 
-void MessageBuses::call(Bus bus, const QDBusMessage &message, const Reply &reply,
+void MessageBuses::call(Bus bus, const QDBusMessage &message, const ReplyCallback &reply,
                         std::chrono::milliseconds timeout) {
     const QDBusConnection to = connection(bus);
     if (!to.isConnected()) {
         reply(message.createErrorReply(QDBusError::Disconnected,
-                                       QStringLiteral("The message bus is not there")));
+                                       QStringLiteral("The message bus is not available")));
         return;
     }
-    follow(to.asyncCall(message, static_cast<int>(timeout.count())), reply);
+    awaitReply(to.asyncCall(message, static_cast<int>(timeout.count())), reply);
 }
 
-void MessageBuses::follow(const QDBusPendingCall &call, const Reply &reply) {
-    auto *const watcher = new QDBusPendingCallWatcher(call, &m_home);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &m_home, [watcher, reply] {
+void MessageBuses::awaitReply(const QDBusPendingCall &call, const ReplyCallback &reply) {
+    auto *const watcher = new QDBusPendingCallWatcher(call, &m_context);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &m_context, [watcher, reply] {
         watcher->deleteLater();
         reply(watcher->reply());
     });
 }
 
-void MessageBuses::send(Bus bus, const QDBusMessage &message, const Reply &reply) {
-    if (const auto present = presentConnection(bus); present && present->isConnected()) {
-        run([this, sent = present->asyncCall(message), reply] { follow(sent, reply); });
+void MessageBuses::send(Bus bus, const QDBusMessage &message, const ReplyCallback &reply) {
+    if (const auto current = currentConnection(bus); current && current->isConnected()) {
+        run([this, sent = current->asyncCall(message), reply] { awaitReply(sent, reply); });
     } else {
         run([this, bus, message, reply] { call(bus, message, reply); });
     }
@@ -83,50 +83,50 @@ void MessageBuses::send(Bus bus, const QDBusMessage &message, const Reply &reply
 
 void MessageBuses::watch(Bus bus, const QString &service, std::function<void()> newOwner) {
     m_watches.push_back({bus, service, std::move(newOwner)});
-    watchAnew(bus);
+    refreshWatches(bus);
 }
 
-void MessageBuses::listen(const QString &interface, const QString &signal, Arrived arrived) {
-    m_listenings.push_back({interface, signal, std::move(arrived)});
-    watchAnew(Bus::Session);
+void MessageBuses::listen(const QString &interface, const QString &signal, SignalCallback received) {
+    m_subscriptions.push_back({interface, signal, std::move(received)});
+    refreshWatches(Bus::Session);
 }
 
-void MessageBuses::watchAnew(Bus bus) {
-    if (const auto present = presentConnection(bus)) {
-        startWatching(bus, *present);
+void MessageBuses::refreshWatches(Bus bus) {
+    if (const auto current = currentConnection(bus)) {
+        startWatching(bus, *current);
     }
 }
 
-// A lost connection stays lost, so each new one gets a name of its own.
+// QtDBus keeps a lost connection under its name, so each new one gets another.
 QDBusConnection MessageBuses::connection(Bus bus) {
-    if (const auto present = presentConnection(bus)) {
-        if (present->isConnected()) {
-            return *present;
+    if (const auto current = currentConnection(bus)) {
+        if (current->isConnected()) {
+            return *current;
         }
-        setPresentConnection(bus, std::nullopt);
-        QDBusConnection::disconnectFromBus(present->name());
+        setCurrentConnection(bus, std::nullopt);
+        QDBusConnection::disconnectFromBus(current->name());
     }
     QDBusConnection connected = QDBusConnection::connectToBus(
         bus == Bus::Session ? QDBusConnection::SessionBus : QDBusConnection::SystemBus,
         QStringLiteral("kova-%1").arg(++m_connections));
-    setPresentConnection(bus, connected);
+    setCurrentConnection(bus, connected);
     if (connected.isConnected()) {
         startWatching(bus, connected);
         if (std::exchange(m_wasConnected[static_cast<size_t>(bus)], true)) {
-            tellOwners(bus);
+            notifyWatchers(bus);
         }
     }
     return connected;
 }
 
-std::optional<QDBusConnection> MessageBuses::presentConnection(Bus bus) {
+std::optional<QDBusConnection> MessageBuses::currentConnection(Bus bus) {
     const std::lock_guard lock(m_mutex);
-    return m_present[static_cast<size_t>(bus)];
+    return m_current[static_cast<size_t>(bus)];
 }
 
-void MessageBuses::setPresentConnection(Bus bus, std::optional<QDBusConnection> connection) {
+void MessageBuses::setCurrentConnection(Bus bus, std::optional<QDBusConnection> connection) {
     const std::lock_guard lock(m_mutex);
-    m_present[static_cast<size_t>(bus)] = std::move(connection);
+    m_current[static_cast<size_t>(bus)] = std::move(connection);
 }
 
 void MessageBuses::startWatching(Bus bus, const QDBusConnection &connection) {
@@ -144,18 +144,19 @@ void MessageBuses::startWatching(Bus bus, const QDBusConnection &connection) {
                              }
                          });
     }
-    for (const Listening &listening : m_listenings) {
+    for (const Subscription &subscription : m_subscriptions) {
         if (bus == Bus::Session) {
             QDBusConnection(connection)
-                .connect(QString(), QString(), listening.interface, listening.signal,
-                         new SignalEar(listening.arrived, watchers.get()), SLOT(hear(QDBusMessage)));
+                .connect(QString(), QString(), subscription.interface, subscription.signal,
+                         new SignalForwarder(subscription.received, watchers.get()),
+                         SLOT(forward(QDBusMessage)));
         }
     }
     m_watchers[static_cast<size_t>(bus)] = std::move(watchers);
 }
 
-// What was asked of the services on a bus that was lost went with it.
-void MessageBuses::tellOwners(Bus bus) {
+// A lost bus took the state of its services with it.
+void MessageBuses::notifyWatchers(Bus bus) {
     for (const Watch &watch : m_watches) {
         if (watch.bus == bus) {
             run(watch.newOwner);

@@ -16,15 +16,15 @@ namespace kova {
 
 enum class Bus { Session, System };
 
-/// The desktop's message buses, served by one thread, so that nobody waits for a bus or a service that is
-/// missing, slow or hung. Each is connected at its first use, and again at the next one after it was lost.
+/// The session and system bus on a dedicated thread, so that a missing, slow or hung bus or service does not
+/// block callers. Each bus is connected on first use and reconnected on the next use after a disconnect.
 class MessageBuses {
 public:
-    using Reply = std::function<void(const QDBusMessage &reply)>;
-    using Arrived = std::function<void(const QDBusMessage &signal)>;
+    using ReplyCallback = std::function<void(const QDBusMessage &reply)>;
+    using SignalCallback = std::function<void(const QDBusMessage &signal)>;
 
     MessageBuses();
-    /// Waits for the thread, as long as a bus holds it up.
+    /// Waits for the thread without a time limit.
     ~MessageBuses();
     MessageBuses(const MessageBuses &) = delete;
     MessageBuses &operator=(const MessageBuses &) = delete;
@@ -32,22 +32,23 @@ public:
     /// Runs the action on the buses' thread. Any thread.
     void run(std::function<void()> action);
 
-    /// Sends a call; its reply or error comes to the buses' thread. On the buses' thread.
-    void call(Bus bus, const QDBusMessage &message, const Reply &reply,
+    /// Sends a call and passes its reply or error to `reply` on the buses' thread. On the buses' thread.
+    void call(Bus bus, const QDBusMessage &message, const ReplyCallback &reply,
               std::chrono::milliseconds timeout = std::chrono::seconds(25));
 
-    /// The same, sent at once where the bus is connected. Any thread.
+    /// Like call(), but from any thread; sent before it returns if the bus is connected.
     void send(
-        Bus bus, const QDBusMessage &message, const Reply &reply = [](const QDBusMessage &) {});
+        Bus bus, const QDBusMessage &message, const ReplyCallback &reply = [](const QDBusMessage &) {});
 
-    /// Tells each new owner of a service's name, and that a bus that was lost is there again. It does not
-    /// connect the bus. On the buses' thread.
+    /// Calls `newOwner` whenever the service name gains an owner and after a lost bus is reconnected. Does
+    /// not open the connection itself. On the buses' thread.
     void watch(Bus bus, const QString &service, std::function<void()> newOwner);
 
-    /// Tells each arrival of a signal on the session bus, whoever sends it. On the buses' thread.
-    void listen(const QString &interface, const QString &signal, Arrived arrived);
+    /// Calls `received` for each such signal on the session bus, whoever sends it. On the buses' thread.
+    void listen(const QString &interface, const QString &signal, SignalCallback received);
 
-    /// Lets everything that was run so far be sent, and ends the thread; false when a bus holds it up.
+    /// Sends everything that was run before and ends the thread. Returns false if a bus blocks it for longer
+    /// than the timeout.
     bool close(std::chrono::milliseconds timeout);
 
 private:
@@ -57,29 +58,29 @@ private:
         std::function<void()> newOwner;
     };
 
-    struct Listening {
+    struct Subscription {
         QString interface;
         QString signal;
-        Arrived arrived;
+        SignalCallback received;
     };
 
-    void follow(const QDBusPendingCall &call, const Reply &reply);
+    void awaitReply(const QDBusPendingCall &call, const ReplyCallback &reply);
     QDBusConnection connection(Bus bus);
-    void watchAnew(Bus bus);
-    std::optional<QDBusConnection> presentConnection(Bus bus);
-    void setPresentConnection(Bus bus, std::optional<QDBusConnection> connection);
-    void tellOwners(Bus bus);
+    void refreshWatches(Bus bus);
+    std::optional<QDBusConnection> currentConnection(Bus bus);
+    void setCurrentConnection(Bus bus, std::optional<QDBusConnection> connection);
+    void notifyWatchers(Bus bus);
     void startWatching(Bus bus, const QDBusConnection &connection);
 
     QThread m_thread;
-    QObject m_home;                                     ///< lives on the thread
-    std::array<std::unique_ptr<QObject>, 2> m_watchers; ///< of the present connections
+    QObject m_context;                                  ///< lives in the thread
+    std::array<std::unique_ptr<QObject>, 2> m_watchers; ///< of the current connections
     std::mutex m_mutex;
-    std::array<std::optional<QDBusConnection>, 2> m_present; ///< guarded; never held while a bus is called
+    std::array<std::optional<QDBusConnection>, 2> m_current; ///< guarded; never held while a bus is called
     int m_connections = 0;
     std::array<bool, 2> m_wasConnected{};
     std::vector<Watch> m_watches;
-    std::vector<Listening> m_listenings;
+    std::vector<Subscription> m_subscriptions;
 };
 
 } // namespace kova

@@ -5,11 +5,10 @@
 
 namespace kova {
 
-/// Whether the program runs in a Flatpak sandbox, where the desktop is reached through its portals only.
-/// Any thread.
+/// Returns whether the process runs in a Flatpak sandbox, where only the portals are available. Any thread.
 bool isSandboxed();
 
-/// A call of a method of the desktop's portals. Any thread.
+/// Returns a call of a method of the desktop's portals. Any thread.
 QDBusMessage portalCall(const QString &interface, const QString &method);
 
 } // namespace kova

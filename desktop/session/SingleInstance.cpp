@@ -17,33 +17,33 @@ namespace kova {
 
 namespace {
 
-constexpr std::chrono::seconds patience{2};
+constexpr std::chrono::seconds activationTimeout{2};
 constexpr std::chrono::milliseconds retryInterval{20};
-constexpr qint64 longestToken = 4096;
+constexpr qint64 maxTokenSize = 4096;
 
-// Each start in a Flatpak sandbox has a runtime folder of its own; this part of it is the same for all.
+// Each Flatpak sandbox has a runtime folder of its own; this part of it is shared by all of an application.
 QString runtimeFolder() {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     const QString shared = folder + QStringLiteral("/app/") + qEnvironmentVariable("FLATPAK_ID");
     return qEnvironmentVariableIsEmpty("FLATPAK_ID") ? folder : shared;
 }
 
-// Short, since a socket's path may have about 100 bytes; one for each place where a list is saved.
+// Each configuration folder has its own socket; hashed, since a socket's path is limited to 107 bytes.
 QString socketPathFor(const QString &configFolder) {
     const QByteArray name = QCryptographicHash::hash(QFile::encodeName(QDir(configFolder).absolutePath()),
                                                      QCryptographicHash::Sha1);
     return runtimeFolder() + QStringLiteral("/kova-alarm-") + QString::fromLatin1(name.toHex().left(16));
 }
 
-// Also when so many wait already that one more has to.
+// Returns true also if the queue of connections is full.
 bool isListenedTo(const QString &path) {
     QLocalSocket socket;
     socket.connectToServer(path);
     return socket.state() != QLocalSocket::UnconnectedState;
 }
 
-// One line with the token there, one byte back: the owner has heard it.
-bool tell(const QString &path, const QByteArray &line, QDeadlineTimer deadline) {
+// Sends the line and waits for the acknowledgement, one byte.
+bool requestActivation(const QString &path, const QByteArray &line, QDeadlineTimer deadline) {
     QLocalSocket socket;
     socket.connectToServer(path);
     return socket.waitForConnected(int(deadline.remainingTime())) && socket.write(line) == line.size() &&
@@ -56,10 +56,11 @@ SingleInstance::SingleInstance(const QString &configFolder)
     : m_lockPath(configFolder + QStringLiteral("/instance")),
       m_socketPath(socketPathFor(configFolder)) {
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
-    connect(&m_server, &QLocalServer::newConnection, this, &SingleInstance::hear);
+    connect(&m_server, &QLocalServer::newConnection, this, &SingleInstance::acceptConnections);
 }
 
 SingleInstance::~SingleInstance() {
+    stopListening(); // before another process can own the lock and a socket of the same name
     if (m_lock >= 0) {
         ::close(m_lock);
     }
@@ -69,8 +70,8 @@ bool SingleInstance::acquire() {
     return lock() && !isListenedTo(m_socketPath);
 }
 
-// Not the toolkit's lock file, which names its process by a number: each sandbox counts its own. The
-// descriptor is closed in child processes: a speech service that outlives us must not keep the lock.
+// Not QLockFile, which stores a process id: each sandbox counts its own. Close-on-exec, since a spawned
+// speech service that outlives this process must not keep the lock.
 bool SingleInstance::lock() {
     const QString folder = QFileInfo(m_lockPath).path();
     QDir().mkpath(QFileInfo(folder).path());
@@ -81,16 +82,16 @@ bool SingleInstance::lock() {
 
 bool SingleInstance::holdsLock() const {
     struct stat ours {};
-    struct stat present {};
-    return ::fstat(m_lock, &ours) == 0 && ::stat(QFile::encodeName(m_lockPath).constData(), &present) == 0 &&
-           ours.st_ino == present.st_ino && ours.st_dev == present.st_dev;
+    struct stat current {};
+    return ::fstat(m_lock, &ours) == 0 && ::stat(QFile::encodeName(m_lockPath).constData(), &current) == 0 &&
+           ours.st_ino == current.st_ino && ours.st_dev == current.st_dev;
 }
 
-// The owner may have the lock and not listen yet, so it is tried again.
+// Retries, since the owner may hold the lock but not listen yet.
 bool SingleInstance::activateOwner(const QByteArray &activationToken) const {
-    const QByteArray line = activationToken.simplified().left(longestToken) + '\n';
-    for (const QDeadlineTimer deadline(patience); !deadline.hasExpired();) {
-        if (tell(m_socketPath, line, deadline)) {
+    const QByteArray line = activationToken.simplified().left(maxTokenSize) + '\n';
+    for (const QDeadlineTimer deadline(activationTimeout); !deadline.hasExpired();) {
+        if (requestActivation(m_socketPath, line, deadline)) {
             return true;
         }
         QThread::msleep(retryInterval.count());
@@ -99,18 +100,18 @@ bool SingleInstance::activateOwner(const QByteArray &activationToken) const {
 }
 
 void SingleInstance::listen() {
-    QLocalServer::removeServer(m_socketPath); // left behind by a process that was killed
+    QLocalServer::removeServer(m_socketPath); // of a process that was killed
     m_server.listen(m_socketPath);
     m_watcher = std::make_unique<QFileSystemWatcher>(QStringList{m_lockPath, m_socketPath});
-    connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, &SingleInstance::renew);
+    connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, &SingleInstance::restoreFiles);
 }
 
-// A start that has taken the free lock meanwhile finds us by the socket and lets go again.
-void SingleInstance::renew() {
+// Another process that has locked a new file meanwhile finds this one's socket and exits.
+void SingleInstance::restoreFiles() {
     if (!holdsLock()) {
         ::close(m_lock);
         if (!lock()) {
-            QTimer::singleShot(std::chrono::seconds(1), this, &SingleInstance::renew);
+            QTimer::singleShot(std::chrono::seconds(1), this, &SingleInstance::restoreFiles);
         }
     }
     if (!QFile::exists(m_socketPath)) {
@@ -121,18 +122,18 @@ void SingleInstance::renew() {
     m_watcher->addPaths({m_lockPath, m_socketPath});
 }
 
-void SingleInstance::hear() {
+void SingleInstance::acceptConnections() {
     while (QLocalSocket *socket = m_server.nextPendingConnection()) {
-        socket->setReadBufferSize(2 * longestToken);
+        socket->setReadBufferSize(2 * maxTokenSize);
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
         connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
             if (socket->canReadLine()) {
-                const QByteArray token = socket->readLine(longestToken + 2).trimmed();
+                const QByteArray token = socket->readLine(maxTokenSize + 2).trimmed();
                 socket->write("!");
-                socket->flush(); // not after what the activation does, which may take long
+                socket->flush(); // before the activation, which may take long
                 socket->disconnectFromServer();
                 Q_EMIT activated(token);
-            } else if (socket->bytesAvailable() > longestToken) {
+            } else if (socket->bytesAvailable() > maxTokenSize) {
                 socket->abort();
             }
         });

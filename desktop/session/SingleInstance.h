@@ -8,42 +8,47 @@
 
 namespace kova {
 
-/// Makes sure that one process at a time owns the saved list. The owner holds a lock on a file beside the
-/// list, which the system drops with the process however it ends, and listens under a name of the list's.
-/// Either keeps others out; one that is deleted is made anew. Main thread.
+/// Ensures that one process at a time owns the saved list. The owner locks a file beside the list, which the
+/// kernel unlocks whenever the process ends, and listens on a socket named after the list. Either excludes
+/// others, and either is re-created if deleted. Main thread.
 class SingleInstance : public QObject {
     Q_OBJECT
 
 public:
-    /// Nothing is touched before `acquire`.
+    /// Opens nothing before acquire().
     explicit SingleInstance(const QString &configFolder);
+    /// Removes the socket and releases the lock.
     ~SingleInstance() override;
 
-    /// True when this process is the one; it stays so until it ends. True also where the file system knows no
-    /// locks: an alarm clock that does not start is worse. Needs no application object.
+    /// Returns true if this process is now the owner, until it exits. A lock file that cannot be opened, or a
+    /// file system without locks, does not prevent the start. Needs no application object.
     bool acquire();
 
-    /// Asks the owner to show its window and waits, two seconds at most, until it has heard it. The token is
-    /// the desktop's permission to take the focus, or empty. Needs an application object.
+    /// Asks the owner to show its window. Returns whether it acknowledged that within two seconds. The token
+    /// is the desktop's permission to take the focus, or empty. Needs an application object.
     bool activateOwner(const QByteArray &activationToken) const;
 
-    /// Starts to hear other starts; needs the event loop.
+    /// Accepts requests of other processes from the event loop on.
     void listen();
 
+    /// Removes the socket, but keeps the lock.
+    void stopListening() { m_server.close(); }
+
 Q_SIGNALS:
+    /// Another process was started with this token.
     void activated(const QByteArray &activationToken);
 
 private:
     bool lock();
     bool holdsLock() const;
-    void renew();
-    void hear();
+    void restoreFiles();
+    void acceptConnections();
 
     const QString m_lockPath;
     const QString m_socketPath;
     int m_lock = -1;
     QLocalServer m_server;
-    std::unique_ptr<QFileSystemWatcher> m_watcher; ///< of both files, from `listen` on
+    std::unique_ptr<QFileSystemWatcher> m_watcher; ///< of both files, from listen() on
 };
 
 } // namespace kova

@@ -12,13 +12,13 @@ namespace {
 
 constexpr std::array terminations{SIGTERM, SIGINT, SIGHUP};
 
-// A handler can reach nothing but a global: the pipe that carries the news to the event loop.
+// Self-pipe: a signal handler gets no context pointer, so the pipe that wakes the event loop is global.
 std::array<int, 2> thePipe{-1, -1};
 
-extern "C" void tellEventLoop(int) {
+extern "C" void wakeEventLoop(int) {
     const int error = errno;
-    const char news = 0;
-    [[maybe_unused]] const ssize_t written = write(thePipe[1], &news, 1);
+    const char byte = 0;
+    [[maybe_unused]] const ssize_t written = write(thePipe[1], &byte, 1);
     errno = error;
 }
 
@@ -40,12 +40,13 @@ bool isIgnored(int signal) {
 
 TerminationSignals::TerminationSignals() {
     handle(SIGPIPE, &doNothing);
+    handle(SIGXFSZ, &doNothing);
     if (pipe2(thePipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
         return;
     }
     for (const int signal : terminations) {
-        if (!isIgnored(signal)) { // as nohup asks for
-            handle(signal, &tellEventLoop);
+        if (!isIgnored(signal)) {
+            handle(signal, &wakeEventLoop);
         }
     }
 }
@@ -54,8 +55,8 @@ void TerminationSignals::listen(std::function<void()> action) {
     m_notifier = std::make_unique<QSocketNotifier>(thePipe[0], QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
                      [action = std::move(action)] {
-                         std::array<char, 16> news{};
-                         while (read(thePipe[0], news.data(), news.size()) > 0) {
+                         std::array<char, 16> bytes{};
+                         while (read(thePipe[0], bytes.data(), bytes.size()) > 0) {
                          }
                          action();
                      });

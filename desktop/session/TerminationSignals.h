@@ -6,15 +6,15 @@
 
 namespace kova {
 
-/// Turns the signals that ask the process to end (SIGTERM, SIGINT, SIGHUP) into an action of the event loop,
-/// and keeps a reader that went away (SIGPIPE) from killing it. One per process; child processes inherit none
-/// of it.
+/// Passes the signals that request termination (SIGTERM, SIGINT, SIGHUP) to the event loop, and turns those
+/// about a failed write (SIGPIPE, SIGXFSZ) into the error that write() returns. One per process; child
+/// processes start with the default handlers.
 class TerminationSignals {
 public:
-    /// From now on no such signal kills the process.
+    /// Installs the handlers. A termination signal that is ignored, as by nohup, stays ignored.
     TerminationSignals();
 
-    /// Runs the action for each signal from the construction on.
+    /// Runs the action from the event loop after each termination signal since the construction.
     void listen(std::function<void()> action);
 
 private:

@@ -15,7 +15,7 @@ void bringToFront(Application &application, const QByteArray &activationToken) {
     QMetaObject::invokeMethod(
         QCoreApplication::instance(),
         [&application, activationToken] {
-            qputenv("XDG_ACTIVATION_TOKEN", activationToken); // where the toolkit looks for it
+            qputenv("XDG_ACTIVATION_TOKEN", activationToken); // where Qt reads it
             application.showMainWindow();
         },
         Qt::QueuedConnection);

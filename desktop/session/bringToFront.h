@@ -6,11 +6,11 @@ namespace kova {
 
 class Application;
 
-/// The desktop's permission to take the focus, given to the process that the user started; or empty.
+/// Returns the token by which the desktop permits the started process to take the focus, or an empty one.
 QByteArray activationToken();
 
-/// Brings the application's window to the front, with the desktop's permission to take the focus where there
-/// is one. Any thread; it happens on the main thread, and the application must outlive the event loop.
+/// Shows the main window in front, with the token if it is not empty. Any thread; queued to the main thread,
+/// so the application must outlive the event loop.
 void bringToFront(Application &application, const QByteArray &activationToken);
 
 } // namespace kova

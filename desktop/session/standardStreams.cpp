@@ -23,18 +23,17 @@ bool isOpen(int descriptor) {
     return fcntl(descriptor, F_GETFD) != -1 || errno != EBADF;
 }
 
-// Opened anew, a pipe or a terminal has a mode of its own: the one that is shared with other programs stays
-// as it is for them.
-void neverWait(int descriptor) {
+// Reopens the pipe or terminal: the mode of the inherited open file is shared with other processes.
+void makeNonBlocking(int descriptor) {
     struct stat status {};
     if (fstat(descriptor, &status) != 0 || (!S_ISFIFO(status.st_mode) && !isatty(descriptor))) {
         return;
     }
     const std::string path = "/proc/self/fd/" + std::to_string(descriptor);
-    const int anew = open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (anew >= 0) {
-        dup2(anew, descriptor);
-        close(anew);
+    const int reopened = open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (reopened >= 0) {
+        dup2(reopened, descriptor);
+        close(reopened);
     }
 }
 
@@ -43,11 +42,11 @@ void neverWait(int descriptor) {
 void prepareStandardStreams() {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (!isOpen(descriptor)) {
-            [[maybe_unused]] const int lowest = open("/dev/null", O_RDWR); // this descriptor
+            [[maybe_unused]] const int lowest = open("/dev/null", O_RDWR); // becomes the descriptor
         }
     }
-    neverWait(STDOUT_FILENO);
-    neverWait(STDERR_FILENO);
+    makeNonBlocking(STDOUT_FILENO);
+    makeNonBlocking(STDERR_FILENO);
     qInstallMessageHandler(&message);
 }
 

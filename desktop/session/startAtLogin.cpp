@@ -17,7 +17,7 @@ namespace kova {
 
 namespace {
 
-// Each of these tells why it can't be done, or nothing.
+// These return the reason for a failure, or an empty text.
 
 QString makeEntry() {
     const QString name = QStringLiteral("jp.kova.Alarm");
@@ -26,26 +26,26 @@ QString makeEntry() {
     const QDir config(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
     const QString own = config.filePath(QStringLiteral("autostart/") + name + u'.' + extension);
     if (!shipped) {
-        return QStringLiteral("the program is not installed");
+        return QStringLiteral("the application is not installed");
     }
     QFile entry(*shipped);
     config.mkpath(QStringLiteral("autostart"));
-    QFile::remove(own); // which may be switched off
+    QFile::remove(own); // it may be a disabled one
     return entry.copy(own) ? QString() : entry.errorString();
 }
 
-// What the portal answers once the user has decided.
-QString obstacle(const QDBusMessage &response) {
+// The response follows the user's decision.
+QString reasonForDenial(const QDBusMessage &response) {
     const auto results = qdbus_cast<QVariantMap>(response.arguments().value(1));
     const bool isGranted = results.value(QStringLiteral("autostart")).toBool();
-    return isGranted ? QString() : QStringLiteral("it was not allowed");
+    return isGranted ? QString() : QStringLiteral("permission denied");
 }
 
 QString askPortal() {
     std::promise<QString> promise;
-    auto answer = [&promise, isGiven = false](const QString &text) mutable {
-        if (!std::exchange(isGiven, true)) {
-            promise.set_value(text);
+    auto finish = [&promise, isFinished = false](const QString &reason) mutable {
+        if (!std::exchange(isFinished, true)) {
+            promise.set_value(reason);
         }
     };
     const QVariantMap options{{QStringLiteral("autostart"), true},
@@ -54,12 +54,12 @@ QString askPortal() {
         portalCall(QStringLiteral("org.freedesktop.portal.Background"), QStringLiteral("RequestBackground"))
         << QString() << options;
     MessageBuses buses;
-    buses.run([&buses, &answer, &call] {
+    buses.run([&buses, &finish, &call] {
         buses.listen(QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Response"),
-                     [&answer](const QDBusMessage &response) { answer(obstacle(response)); });
-        buses.call(Bus::Session, call, [&answer](const QDBusMessage &reply) {
+                     [&finish](const QDBusMessage &response) { finish(reasonForDenial(response)); });
+        buses.call(Bus::Session, call, [&finish](const QDBusMessage &reply) {
             if (reply.type() == QDBusMessage::ErrorMessage) {
-                answer(reply.errorMessage());
+                finish(reply.errorMessage());
             }
         });
     });
@@ -72,7 +72,7 @@ int startAtLogin(int argc, char *argv[]) {
     const QCoreApplication application(argc, argv);
     const QString reason = isSandboxed() ? askPortal() : makeEntry();
     if (!reason.isEmpty()) {
-        std::fprintf(stderr, "kova-alarm: no start at login: %s\n", qPrintable(reason));
+        std::fprintf(stderr, "kova-alarm: cannot enable start at login: %s\n", qPrintable(reason));
     }
     return reason.isEmpty() ? 0 : 1;
 }

@@ -13,8 +13,8 @@ Instant DesktopClock::now() const {
 
 std::optional<LocalTime> DesktopClock::localTime(Instant moment) const {
     const double seconds = std::floor(moment + instantEpoch);
-    constexpr double mostSeconds = 1e17; // beyond any calendar, and a safe cast
-    if (!(std::abs(seconds) < mostSeconds)) {
+    constexpr double maxSeconds = 1e17; // exceeds any calendar, and fits into time_t
+    if (!(std::abs(seconds) < maxSeconds)) {
         return std::nullopt;
     }
     const auto time = static_cast<time_t>(seconds);
@@ -23,8 +23,8 @@ std::optional<LocalTime> DesktopClock::localTime(Instant moment) const {
         return std::nullopt;
     }
     if (local.tm_sec == 0) {
-        // localtime_r keeps the zone that it found first; looking for another one costs file accesses, so
-        // only the second that counts pays for it.
+        // localtime_r keeps the zone that it read first. tzset() accesses files, so it is called only in the
+        // second in which alarms fire.
         tzset();
         if (localtime_r(&time, &local) == nullptr) {
             return std::nullopt;

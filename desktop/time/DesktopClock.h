@@ -4,8 +4,7 @@
 
 namespace kova {
 
-/// The system clock in the system's time zone. A zone that changes while we run is followed from the next
-/// second 0 on.
+/// The system clock in the system's time zone. A change of the zone takes effect at the next second 0.
 class DesktopClock : public Clock {
 public:
     Instant now() const override;

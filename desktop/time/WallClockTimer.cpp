@@ -27,9 +27,9 @@ WallClockTimer::WallClockTimer(QObject *owner, std::function<void()> action)
       m_action(std::move(action)) {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
-    connect(&m_timer, &QTimer::timeout, this, &WallClockTimer::second);
+    connect(&m_timer, &QTimer::timeout, this, &WallClockTimer::onTimeout);
     watchClock();
-    aim(wallClock());
+    schedule(wallClock());
 }
 
 WallClockTimer::~WallClockTimer() {
@@ -39,8 +39,8 @@ WallClockTimer::~WallClockTimer() {
     }
 }
 
-// An alarm of the kernel's that never comes due, and that is cancelled when the clock is set or the machine
-// wakes up. Without it the next tick would still follow the new time, up to a second late.
+// A timerfd that never expires but becomes readable when the clock is set or the machine resumes
+// (TFD_TIMER_CANCEL_ON_SET). Without it the timer notices up to a second late.
 void WallClockTimer::watchClock() {
     m_clockDescriptor = timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC);
     if (m_clockDescriptor < 0) {
@@ -55,17 +55,17 @@ void WallClockTimer::watchClock() {
     connect(m_clockNotifier.get(), &QSocketNotifier::activated, this, &WallClockTimer::clockWasSet);
 }
 
-void WallClockTimer::aim(const timespec &now) {
-    m_aimedAt = now.tv_sec + 1;
+void WallClockTimer::schedule(const timespec &now) {
+    m_targetSecond = now.tv_sec + 1;
     m_timer.start(delayToNextSecond(now));
 }
 
-void WallClockTimer::second() {
-    // The wall clock may run a little slower than the timer's while it is being adjusted.
-    constexpr long mostEarly = 900'000'000;
+void WallClockTimer::onTimeout() {
+    // The wall clock runs slower than the timer's monotonic clock while it is being adjusted.
+    constexpr long earliest = 900'000'000;
     const timespec now = wallClock();
-    const bool early = now.tv_sec == m_aimedAt - 1 && now.tv_nsec >= mostEarly;
-    aim(now);
+    const bool early = now.tv_sec == m_targetSecond - 1 && now.tv_nsec >= earliest;
+    schedule(now);
     if (!early) {
         run();
     }
@@ -75,17 +75,18 @@ void WallClockTimer::clockWasSet() {
     quint64 expirations = 0;
     const ssize_t count = read(m_clockDescriptor, &expirations, sizeof expirations);
     if (count > 0) {
-        // It came due, under a clock that is not the kernel's: no help, and it must not spin.
+        // It expired after all, so the process runs under a simulated clock. Stop watching, or the notifier
+        // would fire continuously.
         m_clockNotifier->setEnabled(false);
     }
     if (count >= 0 || errno != ECANCELED) {
         return;
     }
-    aim(wallClock());
+    schedule(wallClock());
     run();
 }
 
-// The action may end the timer.
+// The action may destroy the timer.
 void WallClockTimer::run() const {
     if (m_owner) {
         const std::function<void()> action = m_action;

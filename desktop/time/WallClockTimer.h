@@ -11,11 +11,11 @@ class QSocketNotifier;
 
 namespace kova {
 
-/// From a time of the wall clock to just after its next whole second; never less, at most a millisecond more.
+/// Returns the time from `now` to the next whole second, rounded up to milliseconds.
 std::chrono::milliseconds delayToNextSecond(const timespec &now);
 
-/// Runs an action just after each whole second of the wall clock, and at once when the clock was set. It aims
-/// anew at every tick: a timer with a free phase would drift and step over a second now and then.
+/// Runs an action just after each whole second of the wall clock, and immediately when the clock is set. It
+/// is rescheduled at every tick, since a periodic timer would drift and occasionally skip a second.
 class WallClockTimer : public QObject, public RepeatingTimer {
 public:
     WallClockTimer(QObject *owner, std::function<void()> action);
@@ -23,15 +23,15 @@ public:
 
 private:
     void watchClock();
-    void aim(const timespec &now);
-    void second();
+    void schedule(const timespec &now);
+    void onTimeout();
     void clockWasSet();
     void run() const;
 
     QPointer<QObject> m_owner;
     std::function<void()> m_action;
     QTimer m_timer;
-    time_t m_aimedAt = 0;
+    time_t m_targetSecond = 0;
     int m_clockDescriptor = -1;
     std::unique_ptr<QSocketNotifier> m_clockNotifier;
 };

@@ -13,7 +13,7 @@ bool isOnX11() {
     return QGuiApplication::platformName() == QLatin1String("xcb");
 }
 
-// Attention is asked for first: it stays where the desktop refuses the focus, and goes with the focus.
+// Demands attention first: that remains if the desktop denies the focus, and ends with the focus.
 void bringToFront(QWindow &window) {
     if (!window.isVisible()) {
         return;
@@ -56,7 +56,7 @@ void DesktopApplication::terminate() {
     QCoreApplication::quit();
 }
 
-// A window that was closed gets a new one of the display's when it is shown again.
+// A closed window gets a new platform window when it is shown again.
 bool DesktopApplication::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::PlatformSurface && isOnX11() &&
         static_cast<QPlatformSurfaceEvent *>(event)->surfaceEventType() ==

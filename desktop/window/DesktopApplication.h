@@ -10,7 +10,8 @@ namespace kova {
 /// The application with its one main window.
 class DesktopApplication : public QObject, public Application {
 public:
-    /// The window that is brought to the front; it may be hidden. Before its first show. Not owned.
+    /// Sets the window that is brought to the front; it may be hidden. Call before it is first shown. Not
+    /// owned.
     void setMainWindow(QWindow *window);
 
     void activate() override;

@@ -9,12 +9,13 @@
 #include <QMimeDatabase>
 #include <QStandardPaths>
 #include <QTranslator>
+#include <algorithm>
 
 namespace kova {
 
 namespace {
 
-// What Qt's own dialog tells of a file beside its name; Qt has it in the desktop's language, and in parts in
+// Size, type and date of a file in Japanese; Qt's own dialog shows them in the desktop's language, or in
 // English.
 class JapaneseFiles : public QIdentityProxyModel {
 public:
@@ -40,18 +41,24 @@ private:
     QLocale m_japanese{QLocale::Japanese};
 };
 
-// Of the type's files those that are played.
+// Returns the patterns of the type's suffixes that the player supports.
 QStringList patterns(const QString &contentType) {
-    QStringList played;
+    QStringList supported;
     for (const SoundForm &form : soundForms()) {
-        played << QStringLiteral("*.") +
-                      QLatin1String(form.suffix.data(), static_cast<int>(form.suffix.size()));
+        supported << QStringLiteral("*.") +
+                         QLatin1String(form.suffix.data(), static_cast<int>(form.suffix.size()));
     }
     if (!contentType.endsWith(QLatin1String("/*"))) {
         const QStringList own = QMimeDatabase().mimeTypeForName(contentType).globPatterns();
-        played.removeIf([&own](const QString &pattern) { return !own.contains(pattern); });
+        supported.removeIf([&own](const QString &pattern) { return !own.contains(pattern); });
     }
-    return played;
+    return supported;
+}
+
+bool isOffered(const QString &file, const QStringList &contentTypes) {
+    return std::any_of(contentTypes.begin(), contentTypes.end(), [&file](const QString &type) {
+        return QDir::match(patterns(type), QFileInfo(file).fileName());
+    });
 }
 
 QString filter(const QString &name, const QStringList &patterns) {
@@ -100,13 +107,16 @@ std::optional<QString> DesktopFileChooser::chooseFile(const FileChooserRequest &
     dialog.setNameFilters(fileNameFilters(request.allowedContentTypes));
     dialog.setWindowModality(Qt::ApplicationModal);
     if (m_parentWindow) {
-        dialog.winId(); // makes the window handle
+        dialog.winId(); // creates the window handle
         dialog.windowHandle()->setTransientParent(m_parentWindow);
     }
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
-        return std::nullopt;
+    while (dialog.exec() == QDialog::Accepted) {
+        const QString file = dialog.selectedFiles().value(0);
+        if (isOffered(file, request.allowedContentTypes)) {
+            return file;
+        } // the name of another file can be typed
     }
-    return dialog.selectedFiles().constFirst();
+    return std::nullopt;
 }
 
 void DesktopFileChooser::cancel() {

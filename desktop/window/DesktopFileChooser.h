@@ -9,10 +9,10 @@
 
 namespace kova {
 
-/// The desktop's own file dialog, or its portal's, where there is one; else Qt's, in Japanese.
+/// The file dialog of the desktop or the portal if available, otherwise Qt's, in Japanese.
 class DesktopFileChooser : public FileChooser {
 public:
-    /// The dialog stands in front of this window, which is not owned; Qt's own has these colours.
+    /// Sets the window that the dialog belongs to, which is not owned, and the colours of Qt's own dialog.
     void setParentWindow(QWindow *window, const QPalette &palette) {
         m_parentWindow = window;
         m_palette = palette;
@@ -28,8 +28,8 @@ private:
     QPointer<QFileDialog> m_dialog;
 };
 
-/// Name filters for MIME types: first all of them together, then each one. None names a file that is not
-/// played.
+/// Returns name filters for MIME types: one for all, then one for each. None contains a suffix that the
+/// player does not support.
 QStringList fileNameFilters(const QStringList &contentTypes);
 
 } // namespace kova

@@ -16,14 +16,14 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
 void MenuBarHost::watch() {
     m_buses.run([this] {
-        m_buses.watch(Bus::Session, watcherService, [this] { ask(); });
+        m_buses.watch(Bus::Session, watcherService, [this] { requestState(); });
         m_buses.listen(watcherService, QStringLiteral("StatusNotifierHostRegistered"),
-                       [this](const QDBusMessage &) { ask(); });
-        ask();
+                       [this](const QDBusMessage &) { requestState(); });
+        requestState();
     });
 }
 
-void MenuBarHost::ask() {
+void MenuBarHost::requestState() {
     QDBusMessage call = QDBusMessage::createMethodCall(watcherService, watcherPath,
                                                        QStringLiteral("org.freedesktop.DBus.Properties"),
                                                        QStringLiteral("Get"));
@@ -33,12 +33,12 @@ void MenuBarHost::ask() {
         const bool isRegistered = reply.type() == QDBusMessage::ReplyMessage &&
                                   reply.arguments().value(0).value<QDBusVariant>().variant().toBool();
         QMetaObject::invokeMethod(
-            this, [this, isRegistered] { answer(isRegistered); }, Qt::QueuedConnection);
+            this, [this, isRegistered] { update(isRegistered); }, Qt::QueuedConnection);
     });
 }
 
-// The toolkit decides once, at the first icon, where icons go: none may be made before there is a place.
-void MenuBarHost::answer(bool isRegistered) {
+// Qt decides at the first icon how it shows all of them, so none may be created before a panel exists.
+void MenuBarHost::update(bool isRegistered) {
     if (m_isAvailable) {
         return;
     }

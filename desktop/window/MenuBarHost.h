@@ -6,9 +6,8 @@ namespace kova {
 
 class MessageBuses;
 
-/// Waits for the desktop's place for a menu-bar item: a host of status notifiers, or a tray of the X11
-/// screen. An alarm clock is often started at login, before the panel. Main thread; no call waits for the
-/// bus.
+/// Watches for a panel that shows the menu-bar item: a status notifier host, or a tray of the X11 screen. An
+/// alarm clock is often started at login, before the panel. Main thread; does not block.
 class MenuBarHost : public QObject {
     Q_OBJECT
 
@@ -19,12 +18,12 @@ public:
     void watch();
 
 Q_SIGNALS:
-    /// At most once. A host takes the item's menu from the bus, a tray leaves it to the program to draw.
+    /// Emitted at most once. A host reads the item's menu from the bus; with a tray the application draws it.
     void available(bool isOnBus);
 
 private:
-    void ask();
-    void answer(bool isRegistered);
+    void requestState();
+    void update(bool isRegistered);
 
     MessageBuses &m_buses;
     bool m_isAvailable = false;

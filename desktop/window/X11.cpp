@@ -28,7 +28,7 @@ xcb_atom_t atom(xcb_connection_t *connection, const char *name) {
     return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
 
-// The server's clock as of now: it stamps the change of a property.
+// Returns the server's current time, which it reports with the change of a property.
 xcb_timestamp_t serverTime(xcb_connection_t *connection, xcb_window_t root) {
     const xcb_window_t window = xcb_generate_id(connection);
     const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -50,7 +50,7 @@ xcb_timestamp_t serverTime(xcb_connection_t *connection, xcb_window_t root) {
 
 } // namespace
 
-// Over a connection of its own, so that waiting for the time can't swallow an event of the interface.
+// Uses its own connection, so that waiting for the time cannot consume an event of Qt's.
 void activateX11Window(WId window) {
     const std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(nullptr, nullptr));
     if (xcb_connection_has_error(connection.get()) != 0) {
@@ -88,7 +88,7 @@ void describeX11Window(WId window) {
         xcb_change_property(connection, XCB_PROP_MODE_REPLACE, xcb_window_t(window), property, type, 8,
                             uint32_t(value.size()), value.constData());
     };
-    const QByteArray name = QGuiApplication::desktopFileName().toLatin1() + '\0'; // each ends with a zero
+    const QByteArray name = QGuiApplication::desktopFileName().toLatin1() + '\0'; // two terminated strings
     set(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, name + name);
     set(atom(x11->connection(), "_GTK_THEME_VARIANT"), atom(x11->connection(), "UTF8_STRING"), "dark");
 }

@@ -1,4 +1,4 @@
-"""Private message buses and the stand-ins for the services on them."""
+"""Private message buses and stand-ins for their services."""
 
 import json
 import sys
@@ -18,7 +18,7 @@ CONFIG = """<busconfig>
 
 
 class Bus(Process):
-    """A dbus-daemon that starts no services by itself."""
+    """A dbus-daemon that activates no services."""
 
     def __init__(self, kind, folder, env):
         self.address = f"unix:path={folder}/{kind}-bus"
@@ -30,14 +30,14 @@ class Bus(Process):
 
 
 class Accessibility(Process):
-    """The desktop's own bus for assistive tools."""
+    """The bus for assistive tools."""
 
     def __init__(self, env):
         super().__init__(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"], env)
 
 
 class StandIn(Process):
-    """A recording stand-in for one service of the desktop, as standins.py serves it."""
+    """A stand-in for a service of the desktop that records calls (standins.py)."""
 
     def __init__(self, service, env, *options):
         script = Path(__file__).with_name("standins.py")
@@ -45,7 +45,7 @@ class StandIn(Process):
         self.wait_for("ready")
 
     def wait_for_call(self, event, timeout=10, **values):
-        """The next call of that name with these values among its own."""
+        """Returns the next call of that name with these values."""
         def is_wanted(line):
             call = json.loads(line)
             return call["event"] == event and values.items() <= call.items()
@@ -58,7 +58,7 @@ class StandIn(Process):
 
 
 class Call(dict):
-    """What a stand-in recorded of one call, and when it was read."""
+    """A recorded call and the monotonic time at which it was read."""
 
     def __init__(self, line):
         super().__init__(json.loads(line))

@@ -1,4 +1,4 @@
-"""The wall clock that the program sees: it can be set while the program runs, and runs on from there."""
+"""The program's wall clock, which can be set while it runs."""
 
 import glob
 import time
@@ -21,30 +21,30 @@ class Clock:
             "FAKETIME_NO_CACHE": "1",
             "FAKETIME_DONT_FAKE_MONOTONIC": "1",
             "FAKETIME_DONT_RESET": "1",
-            "FAKETIME_FORCE_MONOTONIC_FIX": "0",  # else timed waits for the monotonic clock end at once
+            "FAKETIME_FORCE_MONOTONIC_FIX": "0",  # otherwise timed waits on the monotonic clock return immediately
             "TZ": ZONE,
         }
         self.set("06:30:00")
 
     def set(self, time_of_day, day=MONDAY):
-        """Shows that time from now on, for instance "06:59:58.5" in Tokyo."""
+        """Sets the clock, for instance to "06:59:58.5" in Tokyo."""
         self._offset += self.seconds_to(time_of_day, day)
         self._file.with_suffix(".new").write_text(f"{self._offset:+.6f}\n")
         self._file.with_suffix(".new").replace(self._file)
 
     def fixed_env(self, time_of_day):
-        """For a program whose clock is never set again, and costs less."""
+        """Returns the environment for a clock that is not set again, which needs no file."""
         self.set(time_of_day)
         env = {key: value for key, value in self.env.items() if key != "FAKETIME_TIMESTAMP_FILE"}
         return env | {"FAKETIME": f"{self._offset:+.6f}"}
 
     def seconds_to(self, time_of_day, day=MONDAY):
-        """How long it takes until the clock shows that time."""
+        """Returns the seconds until that time."""
         whole, _, fraction = time_of_day.partition(".")
         shown = datetime.fromisoformat(f"{day} {whole}").replace(tzinfo=ZoneInfo(ZONE)).timestamp()
         return shown + float(f"0.{fraction or 0}") - time.time() - self._offset
 
     def text(self, when=None):
-        """What the clock shows, or showed at a monotonic time: "07:00:00.012"."""
+        """Returns the time now, or at a monotonic time: "07:00:00.012"."""
         real = time.time() + ((when or time.monotonic()) - time.monotonic())
         return datetime.fromtimestamp(real + self._offset, ZoneInfo(ZONE)).strftime("%H:%M:%S.%f")[:-3]

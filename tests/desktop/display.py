@@ -1,4 +1,4 @@
-"""A virtual display: what it shows, and a hand on its mouse and keyboard."""
+"""A virtual display, its contents and its mouse."""
 
 import ctypes
 import mmap
@@ -46,12 +46,12 @@ class Display(Process):
         self._x11.XSync(self._connection, 0)
 
     def grab(self):
-        """Keeps the display from serving anybody else."""
+        """Keeps the server from serving other clients."""
         self._x11.XGrabServer(self._connection)
         self._x11.XSync(self._connection, 0)
 
     def pixels(self):
-        """Width, height and the rows of the screen, three bytes a pixel."""
+        """Returns width, height and the rows of the screen, three bytes per pixel."""
         dump = self._screen.read_bytes()
         header = struct.unpack(">25I", dump[:100])
         size, width, height, line, colors = header[0], header[4], header[5], header[12], header[19]
@@ -65,7 +65,7 @@ class Display(Process):
         return width, height, rows
 
     def watch(self, left, top, width, height):
-        """A function that reads the bytes of a rectangle, fast enough to be called until they change."""
+        """Returns a function that reads the bytes of a rectangle, fast enough for polling."""
         with self._screen.open("rb") as file:
             memory = mmap.mmap(file.fileno(), 0, access=mmap.ACCESS_READ)
         header = struct.unpack(">25I", memory[:100])
@@ -74,7 +74,7 @@ class Display(Process):
         return lambda: [memory[line] for line in lines]
 
     def wait_until_still(self, seconds=0.4, timeout=10):
-        """Waits until the picture has not changed for so long."""
+        """Waits until the screen has not changed for that time."""
         deadline = time.monotonic() + timeout
         last, since = None, time.monotonic()
         while time.monotonic() - since < seconds and time.monotonic() < deadline:
@@ -98,7 +98,7 @@ class Display(Process):
 
 
 def close_windows(name):
-    """Asks every window on the display to close, as its title bar would; tells how many there are."""
+    """Asks every window to close, as a title bar does. Returns the number of windows."""
     display = Xlib.display.Display(name)
     protocols, delete = display.intern_atom("WM_PROTOCOLS"), display.intern_atom("WM_DELETE_WINDOW")
     windows = [window for window in display.screen().root.query_tree().children

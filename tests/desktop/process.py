@@ -25,8 +25,8 @@ class Process:
             command, env=env, stdin=subprocess.DEVNULL, stdout=stdout, stderr=stderr,
             start_new_session=True, preexec_fn=_prepare_child, **options)
         self.pid = self.popen.pid
-        self.lines = []  # (when, text) of all that was read
-        self._next = 0  # the first line that no wait has passed
+        self.lines = []  # (when, text)
+        self._next = 0  # the first line that no wait has skipped
         self._rest = b""
         if self.popen.stdout:
             os.set_blocking(self.popen.stdout.fileno(), False)
@@ -38,14 +38,14 @@ class Process:
         return [text for _, text in self.lines]
 
     def wait_for(self, wanted, timeout=10):
-        """The next line that is `wanted`, starts with it up to a "…" at its end, or pleases it as a function.
-        Lines before it are passed over, so that waits follow the order of the output."""
+        """Returns the next line that equals `wanted`, starts with it if it ends with "…", or satisfies it as a
+        function. Skips the lines before it, so that waits follow the order of the output."""
         deadline = time.monotonic() + timeout
         while True:
             while self._next < len(self.lines):
                 line = self.lines[self._next]
                 self._next += 1
-                if _pleases(line[1], wanted):
+                if _matches(line[1], wanted):
                     return Line(line)
             left = deadline - time.monotonic()
             if left <= 0 or not self._read(left):
@@ -53,7 +53,7 @@ class Process:
                 raise AssertionError(f"no {wanted!r} {when} of the output: {self.texts()}")
 
     def _read(self, timeout):
-        """False at the end of the output."""
+        """Returns False at the end of the output."""
         if not self._selector.select(timeout):
             return True
         when = time.monotonic()
@@ -69,7 +69,7 @@ class Process:
         self.popen.send_signal(number)
 
     def wait(self, timeout=10):
-        """The exit status; negative for a signal."""
+        """Returns the exit status; negative for a signal."""
         return self.popen.wait(timeout)
 
     def kill(self):
@@ -90,7 +90,7 @@ class Line(str):
         return self
 
 
-def _pleases(text, wanted):
+def _matches(text, wanted):
     if callable(wanted):
         return wanted(text)
     return text.startswith(wanted[:-1]) if wanted.endswith("…") else text == wanted

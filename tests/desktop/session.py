@@ -1,5 +1,4 @@
-"""A desktop session of its own: home, buses, services, sound, speech and clock, where only the program under
-test is real, and all that it meets is private."""
+"""A private desktop session: home, buses, services, sound, speech and clock for the program under test."""
 
 import json
 import os
@@ -22,7 +21,7 @@ from process import Process
 
 ROOT = Path(__file__).resolve().parents[2]
 PROGRAM = Path(os.environ.get("KOVA_PROGRAM", ROOT / "build/release/kova-alarm"))
-ASSISTED = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}  # the program's environment when it is to be used
+ASSISTED = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}  # the program's environment for assist()
 SERVICES = ("session-bus", "system-bus", "sound", "speech", "notifications", "logind")
 
 
@@ -89,9 +88,8 @@ class Session:
         self.list_file.write_bytes(raw)
 
     def run(self, at="06:59:58.5", env=None, under=(), stderr=None, arguments=()):
-        """Starts the program, under another command where one is given, waits until it has come to rest, and sets
-        its clock to that time: a start may take longer than what is left of a minute. A variable that is None is
-        not set."""
+        """Starts the program, under another command if given, waits until it is idle, and sets its clock to that
+        time, since a start may take longer than the rest of a minute. A variable that is None is unset."""
         program = self.launch("03:00:00.5", env, under, stderr, arguments)
         program.wait_for("[Scheduler] Started", 20)
         wait_until(program.is_at_rest)
@@ -100,8 +98,8 @@ class Session:
 
     def launch(self, at, env=None, under=(), stderr=None, arguments=()):
         self.clock.set(at)
-        alone = {"PATH": "/nonexistent"}  # it can't start a speech service of its own
-        # Even root must heed the permissions of files.
+        alone = {"PATH": "/nonexistent"}  # it cannot spawn a speech service
+        # File permissions must apply to root too.
         plain = ["/usr/bin/setpriv", "--bounding-set=-all", "--inh-caps=-all"] if os.getuid() == 0 else []
         every = self.env | self.clock.env | alone | (env or {})
         env = {name: value for name, value in every.items() if value is not None}
@@ -110,7 +108,7 @@ class Session:
         return program
 
     def assist(self, *words):
-        """Uses the program as assistive.py describes; it needs a session bus, a display and accessibility."""
+        """Runs a command of assistive.py. Needs a session bus, a display and accessibility."""
         script = Path(__file__).with_name("assistive.py")
         done = subprocess.run([sys.executable, "-W", "ignore", script, *words], env=self.env, capture_output=True,
                               text=True, timeout=30)
@@ -122,7 +120,7 @@ class Session:
             if process.is_running():
                 process.signal(signal.SIGCONT)
                 process.kill()
-        # What was spawned in the session and left its group is known by its environment.
+        # Spawned processes that left their group are recognised by their environment.
         mark = f"XDG_RUNTIME_DIR={self.runtime}".encode()
         for entry in Path("/proc").glob("[0-9]*/environ"):
             try:
@@ -135,26 +133,29 @@ class Session:
 
 class Program(Process):
     def log_lines(self):
-        """Its lines, but for the notification service's answer, which may come at any time."""
+        """Returns its lines without the result of the notification service, which may come at any time."""
         return [text for text in self.texts() if not text.startswith("[Scheduler] Notification")]
 
     def is_at_rest(self):
-        """Whether its main thread waits, and goes on waiting for a while."""
-        stat = Path(f"/proc/{self.pid}/task/{self.pid}/stat")
+        """Returns whether all its threads stay asleep for a while: during the start one may wait for another."""
         for _ in range(10):
-            if stat.read_text().rpartition(") ")[2][0] != "S":
+            threads = Path(f"/proc/{self.pid}/task").glob("*/stat")
+            try:
+                if any(thread.read_text().rpartition(") ")[2][0] != "S" for thread in threads):
+                    return False
+            except OSError:  # a thread has exited
                 return False
             time.sleep(0.005)
         return True
 
     def end(self, number=signal.SIGTERM):
-        """Ends it in the proper way."""
+        """Terminates it and checks that it exits normally."""
         self.signal(number)
         assert self.wait(5) == 0
 
 
 def mounting(command):
-    """Runs a program where a mount has been made that nobody else sees. Skips the test where that is forbidden."""
+    """Returns a command that runs a program with a private mount. Skips the test if mounts are not permitted."""
     private = ["/usr/bin/unshare", "--mount", *([] if os.getuid() == 0 else ["--map-root-user"])]
     if subprocess.run([*private, "/bin/true"]).returncode != 0:
         pytest.skip("mounts are forbidden here")
@@ -162,9 +163,9 @@ def mounting(command):
 
 
 def wait_until(condition, timeout=10, step=0.01):
-    """Waits for what no event tells."""
+    """Polls a condition that no event reports."""
     deadline = time.monotonic() + timeout
     while not condition():
         if time.monotonic() > deadline:
-            raise AssertionError("waited in vain")
+            raise AssertionError("timeout")
         time.sleep(step)

@@ -13,7 +13,7 @@ from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
 
 
-def tell(event, **values):
+def record(event, **values):
     print(json.dumps({"event": event, **values}), flush=True)
 
 
@@ -27,7 +27,7 @@ class Notifications(dbus.service.Object):
 
     @dbus.service.method(name, in_signature="susssasa{sv}i", out_signature="u")
     def Notify(self, app, replaces, icon, summary, body, actions, hints, timeout):
-        tell("Notify", app=app, replaces=replaces, summary=summary, body=body, actions=actions,
+        record("Notify", app=app, replaces=replaces, summary=summary, body=body, actions=actions,
              hints={key: str(value) for key, value in hints.items()}, timeout=timeout)
         Notifications.last += 1
         return Notifications.last
@@ -61,8 +61,8 @@ class Logind(dbus.service.Object):
     def Inhibit(self, what, who, why, mode):
         ours, theirs = os.pipe()
         lock = {"what": what, "who": who, "why": why, "mode": mode}
-        tell("Inhibit", **lock)
-        GLib.io_add_watch(ours, GLib.IO_HUP, lambda *_: (os.close(ours), tell("released", **lock)) and False)
+        record("Inhibit", **lock)
+        GLib.io_add_watch(ours, GLib.IO_HUP, lambda *_: (os.close(ours), record("released", **lock)) and False)
         descriptor = dbus.types.UnixFd(theirs)
         os.close(theirs)
         return descriptor
@@ -77,7 +77,7 @@ class Portal(dbus.service.Object):
     def Inhibit(self, window, flags, options, sender, bus):
         Portal.locks += 1
         lock = {"flags": flags, "why": str(options.get("reason", ""))}
-        tell("Inhibit", **lock)
+        record("Inhibit", **lock)
         token = str(options.get("handle_token", f"t{Portal.locks}"))
         client = sender[1:].replace(".", "_")
         request = Request(bus, f"/org/freedesktop/portal/desktop/request/{client}/{token}", lock)
@@ -87,7 +87,7 @@ class Portal(dbus.service.Object):
     @dbus.service.method("org.freedesktop.portal.Background", in_signature="sa{sv}", out_signature="o",
                          connection_keyword="bus")
     def RequestBackground(self, window, options, bus):
-        tell("RequestBackground", autostart=options["autostart"])
+        record("RequestBackground", autostart=options["autostart"])
         request = Request(bus, "/org/freedesktop/portal/desktop/request/background", {})
         granted = dbus.Dictionary({"autostart": "deny" not in sys.argv}, signature="sv")
         GLib.idle_add(request.Response, dbus.UInt32(0), granted)
@@ -95,8 +95,8 @@ class Portal(dbus.service.Object):
 
     @dbus.service.method("org.freedesktop.portal.Notification", in_signature="sa{sv}")
     def AddNotification(self, identifier, notification):
-        tell("AddNotification", id=identifier, **notification)
-        # Before the token comes something that is none.
+        record("AddNotification", id=identifier, **notification)
+        # An unrelated dictionary precedes the token.
         token = dbus.Dictionary({"activation-token": "token"}, signature="sv")
         self.clicked = identifier, notification["default-action"], [{"a": "b"}, token]
 
@@ -124,12 +124,12 @@ class Request(dbus.service.Object):
 
     @dbus.service.method("org.freedesktop.portal.Request")
     def Close(self):
-        tell("Close", **self.lock)
+        record("Close", **self.lock)
         self.end()
 
     def end(self):
         if self.lock:
-            tell("released", **self.lock)
+            record("released", **self.lock)
             self.lock = None
             self.remove_from_connection()
 
@@ -143,7 +143,7 @@ class SessionManager(dbus.service.Object):
     def Inhibit(self, app, window, why, flags, sender, bus):
         cookie = len(self.locks) + 1
         self.locks[cookie] = {"why": why, "flags": flags}
-        tell("Inhibit", **self.locks[cookie])
+        record("Inhibit", **self.locks[cookie])
         watch_client(bus, sender, lambda: self.end(cookie))
         return cookie
 
@@ -153,7 +153,7 @@ class SessionManager(dbus.service.Object):
 
     def end(self, cookie):
         if self.locks.get(cookie):
-            tell("released", **self.locks[cookie])
+            record("released", **self.locks[cookie])
             self.locks[cookie] = None
 
 
@@ -175,7 +175,7 @@ class MenuBar(dbus.service.Object):
 
     @dbus.service.method(name, in_signature="s", sender_keyword="sender")
     def RegisterStatusNotifierItem(self, item, sender):
-        tell("Register", item=str(item), owner=str(sender))
+        record("Register", item=str(item), owner=str(sender))
 
     @dbus.service.method(dbus.INTROSPECTABLE_IFACE, out_signature="s")
     def Introspect(self):

@@ -48,7 +48,7 @@ def test_qt_options_are_passed_on(tmp_path, arguments):
 
 
 @pytest.mark.parametrize("portal, result", [
-    ("portal", (0, "", "")), ("portal+deny", (1, "", "kova-alarm: no start at login: it was not allowed\n"))])
+    ("portal", (0, "", "")), ("portal+deny", (1, "", "kova-alarm: cannot enable start at login: permission denied\n"))])
 def test_in_a_sandbox_the_portal_is_asked_for_the_start_at_login(session, portal, result):
     session.start("session-bus", portal)
     assert run(session.folder, "--start-at-login", env=session.env | {"container": "flatpak"}) == result

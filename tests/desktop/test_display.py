@@ -1,4 +1,4 @@
-"""A display that hangs, or that another program has grabbed, takes nothing from the alarm of that minute."""
+"""An alarm rings although the display hangs or is grabbed by another client."""
 
 import re
 import signal

@@ -1,4 +1,4 @@
-"""The program as a person uses it, from adding a group to the silence after its alarm, and its menu."""
+"""The application end to end, from adding a group to the silence after its alarm, and its menu."""
 
 import json
 import signal
@@ -27,11 +27,11 @@ def add_group(session):
         ("set", "TTS音量", "0.25"),
     ]:
         session.assist(verb, name, *value)
-    told = session.assist("tell")
+    lines = session.assist("tell")
     assert {"dialog\t新規アラーム\t\t\tmodal", "combo box\t分\t\t45", "spin button\t回数\t\t2回", "heading\tサウンド\t\t",
             "check box\t月\t\t\tchecked", "check box\t火\t\t", "radio button\tWake-up Pulse\t\t\tchecked",
             "slider\t音量\t\t0.5 of 0 to 1", "text\tラベル\t例: 朝のアラーム\twalk", "list item\t6:45\t\t",
-            "list item\t6:48\t最終アラーム\t", "push button\tアラーム追加\t\t\tdisabled"} <= set(told)
+            "list item\t6:48\t最終アラーム\t", "push button\tアラーム追加\t\t\tdisabled"} <= set(lines)
     session.assist("try", "アラーム追加")
     session.assist("press", "保存")
     wait_until(session.list_file.exists)
@@ -47,9 +47,9 @@ def change_group(session):
     session.assist("write", "ラベル", "run")
     session.assist("press", "保存")
     session.assist("toggle", "6:45 run")
-    told = session.assist("tell")
+    lines = session.assist("tell")
     assert {"list item\t6:45 run\t\t", "check box\t6:45 run\t\t", "push button\t6:45 run\t月・水 2回 / 3分間隔\t",
-            "push button\t複製 6:45 run\t\t"} <= set(told)
+            "push button\t複製 6:45 run\t\t"} <= set(lines)
     session.assist("toggle", "6:45 run")
     session.assist("press", "編集")
     session.assist("try", "0件を削除")
@@ -61,7 +61,7 @@ def change_group(session):
     session.assist("press", "完了")
 
 
-def test_a_group_is_made_edited_rung_and_stopped_without_eyes(session):
+def test_a_group_is_created_edited_and_stopped_by_an_assistive_tool(session):
     session.start_all()
     session.start("display", "accessibility")
     program = session.run("06:40:00", ASSISTED)
@@ -110,21 +110,21 @@ def test_the_menu_summarises_and_quits(session, count):
         assert labels[2:] == ["アラームなし", "---", "---", "ウィンドウを表示", "終了"]
     else:
         assert labels[2] == f"有効: {count - 1} / {count}" and labels[3] == "---"
-        # On the bus "_" is the mark of a mnemonic; the one in front keeps the toolkit from marking the "&".
+        # In D-Bus menus "_" marks the mnemonic; the first one keeps Qt from converting the "&".
         assert labels[4:9] == [f"_{hour}:05  g__{hour} & co" for hour in range(5)]
         assert [state for *_, state in shown[4:9]] == [1, 0, 1, 1, 1]
         more = ["他 2件..."] if count > 5 else []
         assert labels[9:] == [*more, "---", "スリープ防止中", "---", "ウィンドウを表示", "終了"]
     assert [enabled for _, label, enabled, _ in shown if label == "KOVA アラーム"] == [False]
     quit_entry = next(number for number, label, *_ in shown if label == "終了")
-    # It need not answer before it is gone.
+    # The application may exit before it replies.
     menu.Event(quit_entry, "clicked", dbus.Int32(0), dbus.UInt32(0), ignore_reply=True)
     assert program.wait() == 0
     assert ("[PowerManager] Sleep prevention OFF" in program.texts()) == (count > 0)
 
 
 @pytest.mark.parametrize("service, env", [("notifications", {}), ("portal", {"container": "flatpak"})])
-def test_a_closed_window_is_silent_and_comes_back_by_the_notification(session, service, env):
+def test_a_closed_window_stops_the_alarm_and_is_shown_by_the_notification(session, service, env):
     session.start("session-bus", "sound", "display", "menu-bar", service)
     session.save(group(soundName="wakeup_pulse"))
     session.run("06:59:57", env)
@@ -150,12 +150,12 @@ def test_a_second_start_shows_the_window_of_the_first(session):
     program.end()
 
 
-def test_a_second_start_tells_that_the_first_does_not_answer(session):
+def test_a_second_start_warns_of_an_unresponsive_first(session):
     session.start("session-bus", "display", "accessibility")
     program = session.run("05:30:00")
     program.signal(signal.SIGSTOP)
     second = session.launch("05:30:00", ASSISTED, stderr=subprocess.STDOUT)
-    second.wait_for("kova-alarm: already running, but it does not answer")
+    second.wait_for("kova-alarm: already running, but unresponsive")
     wait_until(lambda: "KOVA Alarm はすでに起動していますが、応答がありません。" in str(session.assist("tell")))
     session.assist("press", "OK")
     assert second.wait() == 1

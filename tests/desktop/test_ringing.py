@@ -1,4 +1,4 @@
-"""An alarm rings: at its minute, with its sound, its message and its notification, and ends by itself."""
+"""An alarm rings at its minute, with its sound, message and notification, and ends automatically."""
 
 import re
 import subprocess
@@ -28,7 +28,7 @@ def test_alarms_of_a_run_ring_in_their_minutes(session):
     program.wait_for("[TTSPlayer] speaking…")
 
     lines = [re.sub(r"\(id: [1-9]\d*\)", "(id: N)", text) for text in program.texts()]
-    lines.remove("[Scheduler] Notifications granted")  # the service answers when it likes
+    lines.remove("[Scheduler] Notifications granted")  # the service may reply at any time
     assert lines == [
         "[PowerManager] Sleep prevention ON (id: N)",
         "[Scheduler] Started",
@@ -40,7 +40,7 @@ def test_alarms_of_a_run_ring_in_their_minutes(session):
     notified = session["notifications"].calls("Notify")
     assert [(call["summary"], call["body"], call["replaces"]) for call in notified] == [
         ("KOVA", "朝 — 7:00", 0), ("KOVA", "朝 — 7:01", 0)]
-    # Else it stays on the screen until somebody dismisses it.
+    # Otherwise it stays on the screen until it is dismissed.
     assert all(0 < call["timeout"] <= 60_000 and call["hints"]["urgency"] == chr(1) for call in notified)
     identifiers = {call["hints"]["x-kova-identifier"] for call in notified}
     assert len(identifiers) == 2 and all(str(uuid.UUID(text)).upper() == text for text in identifiers)
@@ -51,8 +51,9 @@ def test_alarms_of_a_run_ring_in_their_minutes(session):
     ("notifications+markup", "朝 <b>&", "朝 <b>&", "朝 &lt;b&gt;&amp; — 7:00"),
     ("notifications+markup", "", "", "アラーム 7:00"),
     ("notifications", "a\0b\x1b[31m\x7f\x85\n\u2028c", "a b [31m    c", "a b [31m    c — 7:00"),
+    ("notifications", "\u202e\u2067b\u200f\ufeff👨\u200d👩", "b👨\u200d👩", "b👨\u200d👩 — 7:00"),
 ])
-def test_a_notification_shows_the_label_as_typed(session, service, label, line, body):
+def test_a_notification_shows_the_label_as_plain_text(session, service, label, line, body):
     session.start("session-bus", service)
     session.save(group(label=label))
     program = session.run()
@@ -106,7 +107,7 @@ def test_a_japanese_message_is_read_as_it_sounds(session):
 
 
 @pytest.mark.slow
-def test_the_ringing_ends_by_itself(session):
+def test_the_ringing_ends_automatically(session):
     session.start("sound", "speech")
     session.save(group(soundName="wakeup_pulse", ttsLastEnabled=True, ttsLastMessage="wake up"))
     with session.record() as recording:

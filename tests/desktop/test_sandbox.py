@@ -1,5 +1,5 @@
-"""The program keeps to itself: it makes no connection to a network, writes nothing but its list, and reads
-nothing of the user's but the sound that was chosen. Watched call by call through a whole run."""
+"""The application uses no network, writes nothing but its list, and reads no file of the user but the chosen sound.
+The system calls of a whole run are checked."""
 
 import re
 import sys
@@ -39,7 +39,7 @@ def violations(log, program, writable, readable):
     _, _, run = log.read_text().partition(f'execve("{program}"')
     for line in run.splitlines()[1:]:
         thread, call = line.split(maxsplit=1)
-        if call.endswith("<unfinished ...>"):  # another thread's call came between
+        if call.endswith("<unfinished ...>"):  # interrupted by the call of another thread
             begun[thread] = call.removesuffix("<unfinished ...>")
             continue
         call = re.sub(r"^<\.\.\. \w+ resumed>", lambda _: begun.pop(thread), call)
@@ -55,12 +55,12 @@ def is_allowed(call, writable, readable):
         return call.startswith("socket(AF_UNIX,")
     reads = call.startswith("open") and not re.search("O_WRONLY|O_RDWR|O_CREAT|O_TRUNC", call)
     if call.startswith("exec"):
-        return bool(re.match(r'execve\("/proc/\d+/fd/\d+"', call))  # the player, which was opened
+        return bool(re.match(r'execve\("/proc/\d+/fd/\d+"', call))  # the player, which was opened before
     return all(
         re.fullmatch("|".join(readable + writable if reads else writable), path) for path in paths(call))
 
 
-def test_a_whole_run_stays_inside(session):
+def test_a_run_accesses_nothing_else(session):
     log, own = session.folder / "calls", session.folder / "music/own.wav"
     own.parent.mkdir()
     sound.write(own, sound.read(SOUNDS / "wakeup_pulse.mp3")[:sound.RATE])
@@ -68,7 +68,7 @@ def test_a_whole_run_stays_inside(session):
     session.start("display", "accessibility")
     session.save(group(label="x", customSoundPath=bookmark(own), customSoundName=own.name, ttsLastEnabled=True,
                        ttsLastMessage="wake up"))
-    # Every look at a clock that can be set would open a file.
+    # Each reading of a clock that can be set opens a file.
     fixed = session.clock.fixed_env("06:59:45") | {"FAKETIME_TIMESTAMP_FILE": None}
     program = session.run("06:59:45", fixed | ASSISTED, watching(log))
     session.assist("press", "アラーム追加")
@@ -78,16 +78,16 @@ def test_a_whole_run_stays_inside(session):
     session.assist("press", "停止")
     program.end()
     wait_until(lambda: has_ended(program, log))
-    for needed in (own, "/Sounds/wakeup_pulse.mp3", f"{session.list_file}~"):  # or the run was none, or not watched
+    for needed in (own, "/Sounds/wakeup_pulse.mp3", f"{session.list_file}~"):  # otherwise the run was not traced
         assert str(needed) in log.read_text()
 
     home, runtime = re.escape(str(session.folder)), re.escape(str(session.runtime))
     writable = [
         rf"{home}/config/kova-alarm(/.*)?",
-        rf"{runtime}/(\.\w{{6}}(/s)?|kova-alarm-\w+)",  # where a second start finds the first
+        rf"{runtime}/(\.\w{{6}}(/s)?|kova-alarm-\w+)",  # the socket for a second start
         rf"(/var|{home})/cache/fontconfig(/.*)?",  # the font library's
-        r"/proc/self/fd/\d+",  # an unnamed file of its own, about to get a name
-        r".*/pipe:\[\d+\]|pipe:\[\d+\]",  # its own standard output, opened anew
+        r"/proc/self/fd/\d+",  # its own unnamed file, to be linked
+        r".*/pipe:\[\d+\]|pipe:\[\d+\]",  # its own standard output, reopened
         "/dev/null",  # the player's standard streams
         r"/dev/shm/((sem\.)?faketime_\w+|sem\.\w{6})",  # the clock of this test
     ]
@@ -102,11 +102,11 @@ def test_a_whole_run_stays_inside(session):
     assert violations(log, PROGRAM, writable, readable) == []
 
 
-def test_what_leaves_is_seen(tmp_path):
+def test_violations_are_detected(tmp_path):
     log, own = tmp_path / "calls", tmp_path / "own"
-    deeds = ["open('own', 'w')", "open('own')", "os.rename('own', 'other')", "open('other')",
+    operations = ["open('own', 'w')", "open('own')", "os.rename('own', 'other')", "open('other')",
              "socket.socket(socket.AF_INET)", "os.execv('/bin/true', ['true'])"]
-    script = "import os, socket; os.chdir(os.environ['HOME']); " + "; ".join(deeds)
+    script = "import os, socket; os.chdir(os.environ['HOME']); " + "; ".join(operations)
     process = Process([*watching(log), sys.executable, "-I", "-c", script], {"HOME": str(tmp_path)})
     wait_until(lambda: has_ended(process, log))
     seen = violations(log, sys.executable, [re.escape(str(own))], ["/(usr|etc|proc)/.*"])

@@ -69,5 +69,5 @@ def test_a_full_disk_costs_no_change(session):
     session.assist("toggle", "8:00 y")
     program.wait_for("kova-alarm: can't save…")
     program.end()
-    assert "No space left" in program.wait_for("kova-alarm: ends with unsaved changes…")
+    assert "No space left" in program.wait_for("kova-alarm: exiting with unsaved changes…")
     assert sum(text.startswith("kova-alarm:") and "save" in text for text in program.texts()) == 3

@@ -1,5 +1,5 @@
-"""Each service of the desktop may be missing, die or hang. The alarms ring all the same, each in its second,
-and a service that comes back is used again."""
+"""Services of the desktop may be missing, exit or hang. Alarms ring in their second nevertheless, and a service
+that is available again is used again."""
 
 import signal
 import subprocess
@@ -18,7 +18,7 @@ RUN = group("7:00", label="x", alarmCount=20, volume=0.5, ttsEnabled=True, ttsMe
 
 
 def rings(program, session, minute):
-    """The alarm of that minute fires in its second: whoever holds up the main thread misses it."""
+    """Waits for the alarm of that minute, which a blocked main thread would miss."""
     fired = program.wait_for(f"[Scheduler] FIRE: x alarm #{minute + 1}", 5)
     assert session.clock.text(fired.when).startswith(f"07:{minute:02d}:00")
     program.wait_for("[TTSPlayer] speaking…", 5)
@@ -34,7 +34,7 @@ def fail(session, service, how):
 @pytest.mark.parametrize("service, how", [
     (service, how) for service in SERVICES for how in ("is missing", "dies", "hangs", "hangs from the start")
     if not (service.endswith("-bus") and how == "hangs from the start")])
-def test_a_service_that_fails_holds_nothing_up(session, service, how):
+def test_a_failing_service_delays_no_alarm(session, service, how):
     notifies = service not in ("notifications", "session-bus")
     clients = {"session-bus": ["notifications"], "system-bus": ["logind"]}.get(service, [])
     session.start_all(without=[service, *clients] if how == "is missing" else [])
@@ -53,7 +53,7 @@ def test_a_service_that_fails_holds_nothing_up(session, service, how):
 
 
 @pytest.mark.parametrize("bus", ["session-bus", "system-bus"])
-def test_a_bus_that_answers_late_is_used(session, bus):
+def test_a_late_bus_is_used(session, bus):
     session.start_all()
     session.start("display")
     session.save(RUN)
@@ -69,7 +69,7 @@ def test_a_bus_that_answers_late_is_used(session, bus):
 
 @pytest.mark.parametrize("how", ["dies", "hangs"])
 @pytest.mark.parametrize("service", ["session-bus", "notifications"])
-def test_notifications_come_back(session, service, how):
+def test_notifications_resume(session, service, how):
     session.start("session-bus", "notifications+markup")
     session.save(RUN | {"label": "x"})
     program = session.run("06:59:58.2")
@@ -175,10 +175,10 @@ def test_a_sound_server_that_restarts_sounds_again_in_the_same_alarm(session, re
         wait_until(lambda: sound.sounding(recording.samples()))
 
 
-def test_in_a_sandbox_the_portals_serve(session):
+def test_portals_are_used_in_a_sandbox(session):
     session.start("session-bus", "notifications", "portal")
     session.save(group("7:00", label="x <b>&", alarmCount=2))
-    shared = session.runtime / "app/jp.kova.Alarm"  # by all starts, for the second one to find the first
+    shared = session.runtime / "app/jp.kova.Alarm"  # shared by all sandboxes of the application
     shared.mkdir(parents=True)
     program = session.run("06:59:58.5", {"container": "flatpak", "FLATPAK_ID": shared.name})
     session["portal"].wait_for_call("Inhibit", flags=4)

@@ -1,12 +1,16 @@
-"""The standard streams as the program may find them: the alarms ring all the same."""
+"""Alarms ring although the standard streams are blocked or closed, or the process has run into a limit."""
 
 import os
 import pty
+import resource
+import subprocess
 import termios
 
 import pytest
 
+import sound
 from groups import group
+from session import ASSISTED, wait_until
 
 
 def unread_pipe():
@@ -29,25 +33,45 @@ def stopped_terminal():
 
 
 @pytest.mark.parametrize("open_stream", [unread_pipe, stopped_terminal])
-def test_standard_error_holds_nothing_up(session, open_stream):
+def test_a_blocked_standard_error_delays_no_alarm(session, open_stream):
     reading, writing = open_stream()
-    session.save(group("7:00", label="x", alarmCount=20, ttsEnabled=True, ttsMessage="no service, so a complaint"))
+    session.save(group("7:00", label="x", alarmCount=20, ttsEnabled=True, ttsMessage="no service, so a warning"))
     program = session.run("06:59:58.2", stderr=writing)
     for minute in range(3):
         fired = program.wait_for(f"[Scheduler] FIRE: x alarm #{minute + 1}", 5)
         assert session.clock.text(fired.when).startswith(f"07:{minute:02d}:00")
         session.clock.set(f"07:{minute:02d}:59.2")
-    assert os.get_blocking(writing)  # others may write there too
+    assert os.get_blocking(writing)  # other processes may share it
     program.end()
     os.close(reading)
     os.close(writing)
 
 
-def test_closed_streams_end_nothing(session):
+def test_closed_streams_are_tolerated(session):
     session.start("system-bus", "logind")
-    free = {"LD_PRELOAD": None}  # the test's clock would take the places of the streams
+    free = {"LD_PRELOAD": None}  # the library of the test's clock would open files in their place
     program = session.launch("06:00:00", free, ["/bin/sh", "-c", 'exec "$@" <&- >&- 2>&-', "sh"])
     session["logind"].wait_for_call("Inhibit")
     second = session.launch("06:00:00", free)
-    assert second.wait() == 0 and program.is_running()  # it was heard
+    assert second.wait() == 0 and program.is_running()
     program.end()
+
+
+def test_a_low_descriptor_limit_is_raised(session):
+    session.start("sound")
+    session.save(group())
+    program = session.run(under=["/usr/bin/prlimit", "--nofile=32:"])
+    program.wait_for("[Scheduler] FIRE…")
+    with session.record() as recording:
+        wait_until(lambda: sound.sounding(recording.samples()))
+
+
+def test_a_file_size_limit_is_an_error_of_the_disk(session):
+    session.start("session-bus", "display", "accessibility")
+    session.save(group("12:00", label="x"))
+    program = session.run(env=ASSISTED, stderr=subprocess.STDOUT)
+    resource.prlimit(program.pid, resource.RLIMIT_FSIZE, (0, resource.RLIM_INFINITY))
+    session.assist("toggle", "12:00 x")
+    program.wait_for(lambda text: text.startswith("kova-alarm: ") and "File too large" in text)
+    program.end()  # with unsaved changes, so without running any destructor
+    assert not list(session.runtime.glob("kova-alarm-*"))

@@ -2,6 +2,7 @@
 #include "SoundForms.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -14,10 +15,10 @@ class FileChooserTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void onlyWhatIsPlayedIsOffered() {
+    void onlySupportedFormatsAreOffered() {
         const QStringList filters = fileNameFilters(
             {QStringLiteral("audio/*"), QStringLiteral("audio/x-aiff"), QStringLiteral("audio/midi")});
-        QCOMPARE(filters.size(), 2); // none for what is not played
+        QCOMPARE(filters.size(), 2); // none for an unsupported type
         QSet<QString> offered;
         const QRegularExpression pattern(QStringLiteral("\\*\\.(\\w+)"));
         for (auto match = pattern.globalMatch(filters.join(u' ')); match.hasNext();) {
@@ -32,7 +33,7 @@ private Q_SLOTS:
         }
     }
 
-    void qtsDialogSpeaksJapaneseAndStartsAtHome() {
+    void qtDialogIsJapaneseAndStartsInTheHomeFolder() {
         const QTemporaryDir home; // without a folder for music
         qputenv("HOME", home.path().toUtf8());
         QVERIFY(QDir(home.path()).mkdir(QStringLiteral("b")));
@@ -55,6 +56,25 @@ private Q_SLOTS:
         QCOMPARE(chooser.chooseFile({QStringLiteral("選択"), {QStringLiteral("audio/*")}}), std::nullopt);
         QCOMPARE(texts.join(u'|'), home.path() + QStringLiteral("|キャンセル|b|フォルダ|a.mp3|3 バイト|"
                                                                 "MP3 オーディオ|2026/03/02 0:00"));
+    }
+
+    void typedFileOfAnotherTypeIsRejected() {
+        const QTemporaryDir folder;
+        for (const char *const name : {"notes.txt", "a.MP3"}) {
+            QVERIFY(QFile(folder.filePath(QString::fromLatin1(name))).open(QFile::WriteOnly));
+        }
+        DesktopFileChooser chooser;
+        const auto type = [](const QString &path) {
+            auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+            dialog->findChild<QLineEdit *>()->setText(path);
+            QMetaObject::invokeMethod(dialog, "accept");
+        };
+        QTimer::singleShot(0, this, [&] {
+            QTimer::singleShot(0, this, [&] { type(folder.filePath(QStringLiteral("a.MP3"))); });
+            type(folder.filePath(QStringLiteral("notes.txt")));
+        });
+        const auto chosen = chooser.chooseFile({QStringLiteral("選択"), {QStringLiteral("audio/*")}});
+        QCOMPARE(chosen.value_or(QString()), folder.filePath(QStringLiteral("a.MP3")));
     }
 };
 

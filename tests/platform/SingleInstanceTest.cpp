@@ -23,16 +23,16 @@ private Q_SLOTS:
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_home->path()));
     }
 
-    void aSecondStartIsHeard_data() {
+    void secondStartActivatesTheFirst_data() {
         QTest::addColumn<bool>("isLockDeleted");
         QTest::addColumn<bool>("isSocketDeleted");
-        QTest::newRow("at once") << false << false;
+        QTest::newRow("immediately") << false << false;
         QTest::newRow("after the lock's file was deleted") << true << false;
         QTest::newRow("after the socket was deleted") << false << true;
         QTest::newRow("after both were deleted") << true << true;
     }
 
-    void aSecondStartIsHeard() {
+    void secondStartActivatesTheFirst() {
         QFETCH(bool, isLockDeleted);
         QFETCH(bool, isSocketDeleted);
         SingleInstance first(folder());
@@ -45,21 +45,21 @@ private Q_SLOTS:
         QVERIFY((isLockDeleted && isSocketDeleted) || !SingleInstance(folder()).acquire());
         QTRY_VERIFY(QFile::exists(lock) && QFile::exists(socket));
         QSignalSpy activated(&first, &SingleInstance::activated);
-        bool heard = false;
-        const std::unique_ptr<QThread> second(QThread::create([this, &heard] {
+        bool isAcknowledged = false;
+        const std::unique_ptr<QThread> second(QThread::create([this, &isAcknowledged] {
             SingleInstance instance(folder());
-            heard = !instance.acquire() && instance.activateOwner("a token\n");
+            isAcknowledged = !instance.acquire() && instance.activateOwner("a token\n");
         }));
-        // It has its answer before the first one acts, which may take long.
+        // It is acknowledged before the first one is activated, which may take long.
         connect(&first, &SingleInstance::activated, second.get(), [&second] { second->wait(); });
         second->start();
         QTRY_COMPARE(activated.size(), 1);
-        QVERIFY(heard);
+        QVERIFY(isAcknowledged);
         QCOMPARE(activated.at(0).at(0).toByteArray(), QByteArray("a token"));
         QCOMPARE(QFile::permissions(folder()) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     }
 
-    void aKilledOwnerLeavesNothingBehind() {
+    void killedOwnerReleasesTheLock() {
         int ready[2];
         QCOMPARE(::pipe(ready), 0);
         const pid_t owner = ::fork();
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QVERIFY(after.acquire());
     }
 
-    void anOwnerThatDoesNotAnswerIsNotWaitedForLong() {
+    void unresponsiveOwnerTimesOut() {
         SingleInstance first(folder());
         QVERIFY(first.acquire());
         first.listen();
@@ -90,7 +90,7 @@ private Q_SLOTS:
             waiting.push_back(std::make_unique<QLocalSocket>());
             waiting.back()->connectToServer(socketPath());
         } while (waiting.back()->state() == QLocalSocket::ConnectedState);
-        QCOMPARE(waiting.back()->state(), QLocalSocket::ConnectingState); // there is no room for more
+        QCOMPARE(waiting.back()->state(), QLocalSocket::ConnectingState); // the queue is full
         SingleInstance second(folder());
         QVERIFY(!second.acquire());
         QVERIFY(!second.activateOwner({}));
