@@ -20,7 +20,7 @@ QString click() {
     return QStringLiteral("show-window");
 }
 
-// Some desktops send it in a dictionary among the parameters of the action.
+// Some desktops pass the token in a dictionary among the parameters of the action.
 QByteArray activationToken(const QDBusMessage &invoked) {
     const auto parameters = qdbus_cast<QVariantList>(invoked.arguments().value(2));
     for (const QVariant &parameter : parameters) {
@@ -54,7 +54,7 @@ void PortalNotificationCenter::requestAuthorization(Authorized result) {
     });
 }
 
-// The portal supports no markup, and plays a sound of its own.
+// The portal supports no markup and plays its own sound.
 void PortalNotificationCenter::add(const NotificationRequest &request) {
     const QVariantMap notification{
         {QStringLiteral("title"), request.title},

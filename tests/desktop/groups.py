@@ -7,7 +7,7 @@ import uuid
 
 
 def group(time="7:00", **fields):
-    """A run that starts at the time, with one alarm unless the fields say otherwise."""
+    """Returns a group whose run starts at the time; one alarm by default."""
     hour, minute = map(int, time.split(":"))
     return {
         "id": str(uuid.uuid4()).upper(), "label": "", "targetHour": hour, "targetMinute": minute,
@@ -18,8 +18,8 @@ def group(time="7:00", **fields):
 
 
 def bookmark(path):
-    """A reference to a file as a group keeps it: the form's name and version, device, inode, time of birth
-    (0: not known) and path, in Base64."""
+    """Returns a bookmark as a group stores it: format and version, device, inode, creation time (0: unknown) and
+    path, in Base64."""
     status = os.stat(path)
-    form = b"KOVAbmk1" + struct.pack(">QQq", status.st_dev, status.st_ino, 0) + os.fsencode(path)
-    return base64.b64encode(form).decode()
+    data = b"KOVAbmk1" + struct.pack(">QQq", status.st_dev, status.st_ino, 0) + os.fsencode(path)
+    return base64.b64encode(data).decode()

@@ -1,4 +1,4 @@
-"""The clock is set, or the machine sleeps, while the program runs."""
+"""The clock is set, or the machine is suspended, while the application runs."""
 
 import os
 import shutil
