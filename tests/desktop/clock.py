@@ -21,6 +21,7 @@ class Clock:
             "FAKETIME_NO_CACHE": "1",
             "FAKETIME_DONT_FAKE_MONOTONIC": "1",
             "FAKETIME_DONT_RESET": "1",
+            "NO_FAKE_STAT": "1",  # otherwise every start scans the fonts again, since their caches seem out of date
             "FAKETIME_FORCE_MONOTONIC_FIX": "0",  # otherwise timed waits on the monotonic clock return immediately
             "TZ": ZONE,
         }
