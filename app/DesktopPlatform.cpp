@@ -13,9 +13,9 @@
 #include "Log.h"
 #include "MenuBarHost.h"
 #include "MessageBuses.h"
+#include "PlayerLauncher.h"
 #include "Portal.h"
 #include "PortalNotificationCenter.h"
-#include "ProcessAudioPlayers.h"
 #include "SingleInstance.h"
 #include "SpeechDispatcherSynthesizers.h"
 #include "WallClockTimer.h"
@@ -99,7 +99,7 @@ struct DesktopPlatform::Services {
     InhibitorPowerAssertions powerAssertions{buses};
     std::unique_ptr<NotificationCenter> notificationCenter = makeNotificationCenter(buses, application);
     MenuBarHost menuBarHost{buses};
-    ProcessAudioPlayers audioPlayers{resources};
+    PlayerLauncher audioPlayers{resources};
     SpeechDispatcherSynthesizers speechSynthesizers;
     SingleInstance *instance = nullptr;
 };

@@ -12,8 +12,15 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const auto tryOut = QStringLiteral("__preview__");
-const auto playError = QStringLiteral("[SoundPlayer] play error: ");
+constexpr auto earlyFailureLimit = 3s; // longer than it takes to detect an unresponsive player
+const auto editorPreview = QStringLiteral("__preview__");
+
+// Qt accepts Base64 without its padding.
+std::optional<QByteArray> decodeBase64(const QString &text) {
+    const QByteArray base64 = text.toUtf8();
+    auto decoded = QByteArray::fromBase64Encoding(base64, QByteArray::AbortOnBase64DecodingErrors);
+    return decoded && base64.size() % 4 == 0 ? std::optional(std::move(*decoded)) : std::nullopt;
+}
 
 } // namespace
 
@@ -32,88 +39,95 @@ SoundPlayer &SoundPlayer::shared() {
     return *player;
 }
 
-// A group with a file of the user's never falls back to its built-in sound.
+// A group with a custom file never falls back to its built-in sound.
 void SoundPlayer::play(const AlarmGroup &group, bool loop, const QString &previewId) {
-    m_request.reset();
+    m_context.reset();
+    m_earlyFailures = 0;
     const QString customSoundPath = group.customSoundPath.value_or(QString());
     if (customSoundPath.isEmpty()) {
         playFile(builtInSoundURL(group.soundName), group, loop, previewId);
         return;
     }
-    const auto bookmark =
-        QByteArray::fromBase64Encoding(customSoundPath.toUtf8(), QByteArray::AbortOnBase64DecodingErrors);
+    const std::optional<QByteArray> bookmark = decodeBase64(customSoundPath);
     if (!bookmark) {
         playFile(std::nullopt, group, loop, previewId);
         return;
     }
-    m_request = std::make_unique<QObject>();
-    m_bookmarks.resolve(*bookmark, m_request.get(), [=, this](const Result<ResolvedBookmark> &file) {
-        playFoundFile(file, group, loop, previewId);
+    m_context = std::make_unique<QObject>();
+    m_pendingPreviewId = previewId;
+    m_bookmarks.resolve(*bookmark, m_context.get(), [=, this](const Result<QString> &path) {
+        m_pendingPreviewId.clear();
+        if (!path) {
+            m_log.print(QStringLiteral("[SoundPlayer] resolve bookmark error: ") + path.error());
+        }
+        playFile(path ? std::optional(path.value()) : std::nullopt, group, loop, previewId);
     });
-}
-
-void SoundPlayer::playFoundFile(const Result<ResolvedBookmark> &file, const AlarmGroup &group, bool loop,
-                                const QString &previewId) {
-    if (!file) {
-        m_log.print(QStringLiteral("[SoundPlayer] resolve bookmark error: ") + file.error());
-        playFile(std::nullopt, group, loop, previewId);
-    } else if (file.value().obstacle) {
-        m_log.print(playError + *file.value().obstacle);
-    } else {
-        playFile(file.value().path, group, loop, previewId);
-    }
 }
 
 void SoundPlayer::playFile(const std::optional<QString> &path, const AlarmGroup &group, bool loop,
                            const QString &previewId) {
-    if (!path) {
+    if (path) {
+        playSound({*path, group.volume, loop, previewId});
+    } else {
         m_log.print(QStringLiteral("[SoundPlayer] Sound not found: ") + group.soundName);
-        return;
     }
-    const bool isOurs = group.customSoundPath.value_or(QString()).isEmpty();
-    playSound({*path, group.volume, loop, isOurs, previewId});
 }
 
-// A sound of our own that fails while its alarm rings is tried again each second: what broke it may pass.
 void SoundPlayer::playSound(const Sound &sound) {
-    const QString error =
-        sound.previewId == tryOut ? QStringLiteral("[SoundPlayer] preview error: ") : playError;
-    auto player = m_audioPlayers.open(sound.path, [this, sound, error](const QString &reason) {
-        if (sound.elapsed == 0s) {
-            m_log.print(error + reason);
-        }
-        stop();
-        if (sound.isLooped && sound.isOurs && sound.elapsed + 1s < longestRinging) {
-            Sound again = sound;
-            again.elapsed += 1s;
-            m_request = std::make_unique<QObject>();
-            m_runLoop.after(1s, m_request.get(), [this, again] { playSound(again); });
-        }
-    });
+    auto player =
+        m_audioPlayers.open(sound.path, [this, sound](const PlaybackError &error) { onError(sound, error); });
     if (!player) {
-        m_log.print(error + player.error());
+        printError(sound, player.error());
         return;
     }
     player.value()->setVolume(sound.volume);
     player.value()->setNumberOfLoops(sound.isLooped ? -1 : 0);
     if (sound.isLooped) {
-        player.value()->setLongestTime(longestRinging - sound.elapsed);
+        player.value()->setMaximumDuration(longestRinging - sound.pauses);
     }
     m_player = std::move(player).value();
     m_player->play();
+    m_context = std::make_unique<QObject>();
+    m_runLoop.after(earlyFailureLimit, m_context.get(), [this] { m_earlyFailures = 0; });
     setCurrentPreviewId(sound.previewId);
+}
+
+// Retries an alarm's sound every second, since the error may be temporary. A file that keeps failing early,
+// for instance because it crashes its decoder, is retried less often, so that it does not keep the machine
+// busy.
+void SoundPlayer::onError(const Sound &sound, const PlaybackError &error) {
+    constexpr int maxFastRetries = 3;
+    if (sound.pauses == 0s || error.isFinal) {
+        printError(sound, error.reason);
+    }
+    stop();
+    m_earlyFailures += 1;
+    const std::chrono::seconds pause = m_earlyFailures > maxFastRetries ? 5s : 1s;
+    if (sound.isLooped && !error.isFinal && sound.pauses + pause < longestRinging) {
+        Sound again = sound;
+        again.pauses += pause;
+        m_context = std::make_unique<QObject>();
+        m_runLoop.after(pause, m_context.get(), [this, again] { playSound(again); });
+    }
+}
+
+void SoundPlayer::printError(const Sound &sound, const QString &reason) {
+    const bool isEditorPreview = sound.previewId == editorPreview;
+    m_log.print((isEditorPreview ? QStringLiteral("[SoundPlayer] preview error: ")
+                                 : QStringLiteral("[SoundPlayer] play error: ")) +
+                reason);
 }
 
 void SoundPlayer::preview(const QString &soundName, float volume) {
     stop();
     if (const std::optional<QString> path = builtInSoundURL(soundName)) {
-        playSound({*path, volume, false, true, tryOut});
+        playSound({*path, volume, false, editorPreview});
     }
 }
 
 void SoundPlayer::togglePreview(const AlarmGroup &group) {
     const QString key = group.idText();
-    const bool isPreviewed = m_currentPreviewId == key;
+    const bool isPreviewed = m_currentPreviewId == key || m_pendingPreviewId == key;
     stop();
     if (!isPreviewed) {
         play(group, false, key);
@@ -121,7 +135,8 @@ void SoundPlayer::togglePreview(const AlarmGroup &group) {
 }
 
 void SoundPlayer::stop() {
-    m_request.reset();
+    m_context.reset();
+    m_pendingPreviewId.clear();
     if (m_player) {
         m_player->stop();
         m_player.reset();

@@ -11,12 +11,10 @@ class Bookmarks;
 class Log;
 class Resources;
 class RunLoop;
-struct ResolvedBookmark;
 
-/// Plays one sound at a time: a ringing alarm's in a loop, a preview's once. Failures are logged, never
-/// returned. It does not notice the end of a sound: what was started counts as playing until `stop`. A file
-/// of the user's on a slow disk starts when it is there, unless something was played or stopped meanwhile.
-/// Main thread.
+/// Plays one sound at a time: a ringing alarm's in a loop, a preview's once. Errors are logged, not returned.
+/// The end of a sound is not observed: a started sound counts as playing until stop(). A custom file on a
+/// slow disk starts once the disk responds, unless play(), preview() or stop() is called first. Main thread.
 class SoundPlayer : public QObject {
     Q_OBJECT
 
@@ -24,26 +22,26 @@ public:
     SoundPlayer(AudioPlayers &audioPlayers, Bookmarks &bookmarks, Resources &resources, RunLoop &runLoop,
                 Log &log);
 
-    /// The one player of the process, on the installed ports.
+    /// The shared instance, on the installed ports.
     static SoundPlayer &shared();
 
     bool isPlaying() const { return m_player != nullptr; }
 
-    /// What was started last: a group's id text, "alarm" or "__preview__"; null after `stop`.
+    /// The sound that was started last: a group's id text, "alarm" or "__preview__"; null after stop().
     QString currentPreviewId() const { return m_currentPreviewId; }
 
-    /// Starts the group's sound at its volume. The caller stops what plays already.
+    /// Starts the group's sound at its volume. The caller must call stop() before.
     void play(const AlarmGroup &group, bool loop, const QString &previewId);
 
-    /// Stops what plays and plays a built-in sound once.
+    /// Stops the current sound and plays a built-in sound once.
     void preview(const QString &soundName, float volume);
 
-    /// Starts or stops the preview of the group's own sound.
+    /// Starts or stops the preview of the group's sound.
     void togglePreview(const AlarmGroup &group);
 
     void stop();
 
-    /// The file of a built-in sound; none when there is no such file.
+    /// Returns the path of a built-in sound; `nullopt` if there is no such file.
     std::optional<QString> builtInSoundURL(const QString &soundName) const;
 
 Q_SIGNALS:
@@ -54,16 +52,15 @@ private:
         QString path;
         float volume;
         bool isLooped;
-        bool isOurs; ///< not a file of the user's
         QString previewId;
-        std::chrono::seconds elapsed{}; ///< since its alarm fired
+        std::chrono::seconds pauses{}; ///< before its retries, since its alarm fired
     };
 
-    void playFoundFile(const Result<ResolvedBookmark> &file, const AlarmGroup &group, bool loop,
-                       const QString &previewId);
     void playFile(const std::optional<QString> &path, const AlarmGroup &group, bool loop,
                   const QString &previewId);
     void playSound(const Sound &sound);
+    void onError(const Sound &sound, const PlaybackError &error);
+    void printError(const Sound &sound, const QString &reason);
     void setCurrentPreviewId(const QString &previewId);
 
     AudioPlayers &m_audioPlayers;
@@ -73,8 +70,10 @@ private:
     Log &m_log;
 
     QString m_currentPreviewId;
+    QString m_pendingPreviewId; ///< of a file whose disk has not yet responded
     std::unique_ptr<AudioPlayer> m_player;
-    std::unique_ptr<QObject> m_request; ///< owns what starts a sound later
+    std::unique_ptr<QObject> m_context; ///< of delayed calls for the current sound
+    int m_earlyFailures = 0;            ///< of the current sound in a row
 };
 
 } // namespace kova

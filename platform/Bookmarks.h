@@ -4,32 +4,25 @@
 
 #include <QByteArray>
 #include <functional>
-#include <optional>
 
 class QObject;
 
 namespace kova {
 
-/// A file of the user's, found again. Access to it lasts as long as the process.
-struct ResolvedBookmark {
-    QString path;
-    std::optional<QString> obstacle; ///< why it can't be read
-};
-
-/// Lasting references to files of the user's that survive a rename in the same folder. A disk may sleep and a
-/// mount may hang: an answer runs before the call returns where it is there within 40 ms, else from the event
-/// loop, and not at all once its owner is gone. Main thread.
+/// Persistent references to the user's files that survive a rename in the same folder. Disks may sleep and
+/// mounts hang, so a result is passed on before the call returns if it is available within 40 ms, otherwise
+/// from the event loop; never after `owner` is destroyed. Main thread.
 class Bookmarks {
 public:
     using Created = std::function<void(const Result<QByteArray> &bookmark)>;
-    using Resolved = std::function<void(const Result<ResolvedBookmark> &file)>;
+    using Resolved = std::function<void(const Result<QString> &path)>;
 
     virtual ~Bookmarks() = default;
 
-    virtual void create(const QString &path, QObject *owner, Created answer) = 0;
+    virtual void create(const QString &path, QObject *owner, Created done) = 0;
 
-    /// Any bytes may come in.
-    virtual void resolve(const QByteArray &bookmark, QObject *owner, Resolved answer) = 0;
+    /// Passes on the path of the file, which may still be unreadable. Accepts arbitrary bytes.
+    virtual void resolve(const QByteArray &bookmark, QObject *owner, Resolved done) = 0;
 };
 
 } // namespace kova

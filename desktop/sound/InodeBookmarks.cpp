@@ -1,6 +1,6 @@
 #include "InodeBookmarks.h"
 
-#include "BookmarkForm.h"
+#include "BookmarkCodec.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,7 +18,7 @@ namespace kova {
 
 namespace {
 
-// None, with errno set, where there is no regular file.
+// Returns `nullopt` and sets errno unless a regular file exists at the path.
 std::optional<FileIdentity> fileAt(const QByteArray &path) {
     struct statx status {};
     if (statx(AT_FDCWD, path.constData(), AT_STATX_SYNC_AS_STAT, STATX_TYPE | STATX_INO | STATX_BTIME,
@@ -38,8 +38,8 @@ std::optional<FileIdentity> fileAt(const QByteArray &path) {
     };
 }
 
-// A device number may change from one start of the machine to the next, and an inode be used again by another
-// file; the time of birth settles both where it is known.
+// Device numbers may change when the machine is restarted, and inode numbers are reused. The time of birth
+// identifies the file reliably, where it is known.
 bool isSameFile(const FileIdentity &a, const FileIdentity &b) {
     if (a.inode != b.inode) {
         return false;
@@ -66,21 +66,15 @@ QString reason(int error, const QString &path) {
     return QString::fromLocal8Bit(std::strerror(error)) + QStringLiteral(": ") + path;
 }
 
-// Why the file can't be read. It reads a little, which wakes a disk, and does not wait for a pipe's other
-// end.
-std::optional<QString> obstacle(const QByteArray &path) {
+// Reads a byte, which spins up a sleeping disk: the player would be taken for hung meanwhile. Does not block
+// on a pipe. The player reports errors.
+QString awakened(const QByteArray &path) {
     const int descriptor = open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    char byte = 0;
-    const bool isReadable = descriptor >= 0 && read(descriptor, &byte, 1) >= 0;
-    const int error = errno;
-    if (descriptor >= 0) {
+    if (char byte = 0; descriptor >= 0) {
+        [[maybe_unused]] const ssize_t size = read(descriptor, &byte, 1);
         close(descriptor);
     }
-    return isReadable ? std::nullopt : std::optional(reason(error, QFile::decodeName(path)));
-}
-
-ResolvedBookmark found(const QByteArray &path) {
-    return {.path = QFile::decodeName(path), .obstacle = obstacle(path)};
+    return QFile::decodeName(path);
 }
 
 } // namespace
@@ -94,18 +88,18 @@ Result<QByteArray> createBookmark(const QString &path) {
     return encodeBookmark({.path = absolutePath, .file = *file});
 }
 
-Result<ResolvedBookmark> resolveBookmark(const QByteArray &bookmark) {
+Result<QString> resolveBookmark(const QByteArray &bookmark) {
     const std::optional<BookmarkRecord> record = decodeBookmark(bookmark);
     if (!record) {
         return Failure{QStringLiteral("The data is not a bookmark")};
     }
     if (fileAt(record->path)) {
-        return found(record->path);
+        return awakened(record->path);
     }
     const int error = errno;
     const QByteArray folder = record->path.left(record->path.lastIndexOf('/') + 1);
     if (const std::optional<QByteArray> renamed = findInFolder(folder, record->file)) {
-        return found(*renamed);
+        return awakened(*renamed);
     }
     return Failure{reason(error, QFile::decodeName(record->path))};
 }

@@ -1,34 +1,34 @@
 #pragma once
 
-#include "Background.h"
 #include "Bookmarks.h"
+#include "FileWorker.h"
 
 namespace kova {
 
-/// A bookmark of a path with the file's identity. Any thread; may wait for a disk.
+/// Creates a bookmark with the path and the identity of a file. Any thread; may block on a disk.
 Result<QByteArray> createBookmark(const QString &path);
 
-/// Whatever file lies at the path is taken, since editors save by replacing; only when none does, the file is
-/// looked for under another name in its folder. Any thread; may wait for a disk.
-Result<ResolvedBookmark> resolveBookmark(const QByteArray &bookmark);
+/// Returns the file that is now at the path, since editors save by replacing; if there is none, searches the
+/// folder for the original file under another name. Any thread; may block on a disk.
+Result<QString> resolveBookmark(const QByteArray &bookmark);
 
-/// Both, in the background.
+/// Creates and resolves bookmarks on worker threads.
 class InodeBookmarks : public Bookmarks {
 public:
-    void create(const QString &path, QObject *owner, Created answer) override {
-        m_background.run(
-            owner, [path] { return createBookmark(path); }, std::move(answer));
+    void create(const QString &path, QObject *owner, Created done) override {
+        m_worker.run(
+            owner, [path] { return createBookmark(path); }, std::move(done));
     }
-    void resolve(const QByteArray &bookmark, QObject *owner, Resolved answer) override {
-        m_background.run(
-            owner, [bookmark] { return resolveBookmark(bookmark); }, std::move(answer));
+    void resolve(const QByteArray &bookmark, QObject *owner, Resolved done) override {
+        m_worker.run(
+            owner, [bookmark] { return resolveBookmark(bookmark); }, std::move(done));
     }
 
-    /// False while a disk holds up a thread of ours.
-    bool isIdle() { return m_background.isIdle(); }
+    /// Returns false while a worker thread is blocked.
+    bool isIdle() { return m_worker.isIdle(); }
 
 private:
-    Background m_background;
+    FileWorker m_worker;
 };
 
 } // namespace kova

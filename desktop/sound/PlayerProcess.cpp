@@ -1,9 +1,9 @@
 #include "PlayerProcess.h"
 
 #include <QtDebug>
-#include <array>
 #include <cerrno>
-#include <cstring>
+#include <cmath>
+#include <linux/close_range.h>
 #include <sys/socket.h>
 #include <unistd.h>
 #include <utility>
@@ -12,28 +12,37 @@ namespace kova {
 
 namespace {
 
-using Kind = message::Answer::Kind;
+using Kind = protocol::Event::Kind;
 using namespace std::chrono_literals;
 
-constexpr auto longestSilence = 2s;
-constexpr auto patience = 250ms;
+constexpr auto heartbeatTimeout = 2s;
+constexpr auto gracePeriod = 250ms;
+const auto startError = QStringLiteral("The player cannot be started: ");
 
-// More than a player tells that is in order, even if we were away for a while.
-qint64 mostAnswers(qint64 age) {
+// Upper bound on messages after `age` ms: twice the heartbeat rate plus a margin. Counted from the start, so
+// that a backlog that is read late does not exceed it.
+qint64 maxMessages(qint64 age) {
     return 16 + 4 * age / 1000;
+}
+
+// Replaces characters that would break or disguise a line of the log.
+QString printable(const std::string &text) {
+    QString line = QString::fromStdString(text);
+    for (QChar &letter : line) {
+        letter = letter.isPrint() || letter.isSurrogate() ? letter : u' ';
+    }
+    return line;
 }
 
 } // namespace
 
-PlayerProcess::PlayerProcess(QByteArray program, std::string path, AudioPlayers::Refusal refused,
-                             std::vector<int> held)
+PlayerProcess::PlayerProcess(Program program, std::string_view path, AudioPlayers::ErrorCallback onError)
     : m_program(std::move(program)),
-      m_held(std::move(held)),
-      m_refused(std::move(refused)) {
-    m_request.path = std::move(path);
-    m_request.longest = 1h;
-    m_silence.setSingleShot(true);
-    connect(&m_silence, &QTimer::timeout, this, &PlayerProcess::fallenSilent);
+      m_onError(std::move(onError)) {
+    m_request.path = path;
+    setMaximumDuration(1h);
+    m_heartbeatTimer.setSingleShot(true);
+    connect(&m_heartbeatTimer, &QTimer::timeout, this, &PlayerProcess::onHeartbeatTimeout);
 }
 
 PlayerProcess::~PlayerProcess() {
@@ -41,136 +50,182 @@ PlayerProcess::~PlayerProcess() {
     close(m_socket);
 }
 
+void PlayerProcess::setMaximumDuration(std::chrono::milliseconds duration) {
+    m_request.maxDuration = static_cast<std::int32_t>(duration.count());
+}
+
 void PlayerProcess::play() {
     m_age.start();
-    m_silence.start(longestSilence);
-    if (const std::optional<QString> reason = start()) {
-        fail(QStringLiteral("The player can't be started: ") + *reason);
-    }
-}
-
-void PlayerProcess::stop() {
-    m_refused = {};
-    m_silence.stop();
-    if (m_child) {
-        tell(message::Stop());
-        ChildProcess::endSoon(std::move(m_child), patience);
-    }
-}
-
-// Why it can't be.
-std::optional<QString> PlayerProcess::start() {
+    m_heartbeatTimer.start(heartbeatTimeout);
     std::array<int, 2> ends{-1, -1};
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) {
-        return QString::fromLocal8Bit(std::strerror(errno));
+        fail(startError + QString::fromLocal8Bit(std::strerror(errno)));
+        return;
     }
     m_socket = ends[0];
     m_notifier = std::make_unique<QSocketNotifier>(m_socket, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &PlayerProcess::receive);
-    tell(m_request);
-    std::vector<int> descriptors{ends[1]};
-    descriptors.insert(descriptors.end(), m_held.begin(), m_held.end());
-    auto child = ChildProcess::start(m_program, descriptors, [this](int signal) { childEnded(signal); });
+    sendRequest(protocol::Request::Kind::Play);
+    start(ends[1]);
     close(ends[1]);
-    if (!child) {
-        return child.error();
-    }
-    m_child = std::move(child).value();
-    return std::nullopt;
 }
 
+// Starts the player in its own process group, so that Ctrl+C in the terminal does not reach it, with no
+// descriptors but its own.
+void PlayerProcess::start(int socket) {
+    m_process = std::make_unique<QProcess>();
+    m_process->setProcessEnvironment(m_program.environment);
+    m_process->setStandardInputFile(QProcess::nullDevice());
+    m_process->setStandardOutputFile(QProcess::nullDevice());
+    m_process->setStandardErrorFile(QProcess::nullDevice());
+    m_process->setChildProcessModifier([socket, descriptors = m_program.descriptors] {
+        setpgid(0, 0);
+        int number = dup2(socket, protocol::socket);
+        for (const int descriptor : descriptors) {
+            number += 1;
+            descriptor < 0 ? close(number) : dup2(descriptor, number);
+        }
+        close_range(static_cast<unsigned int>(number) + 1, ~0U, CLOSE_RANGE_CLOEXEC);
+    });
+    connect(m_process.get(), &QProcess::finished, this, &PlayerProcess::onExit);
+    connect(m_process.get(), &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) {
+            fail(startError + m_process->errorString());
+        }
+    });
+    m_process->start(m_program.path);
+}
+
+void PlayerProcess::stop() {
+    m_onError = {};
+    m_heartbeatTimer.stop();
+    if (m_process) {
+        sendRequest(protocol::Request::Kind::Stop);
+        releaseProcess(gracePeriod);
+    }
+}
+
+// Kills the process after the grace period. Its object deletes itself, since the destructor of a running
+// QProcess blocks; at the end of the application the player exits by itself.
+void PlayerProcess::releaseProcess(std::chrono::milliseconds gracePeriod) {
+    QProcess *const process = m_process.release();
+    process->disconnect(this);
+    if (process->state() == QProcess::NotRunning) {
+        process->deleteLater();
+        return;
+    }
+    connect(process, &QProcess::finished, process, &QObject::deleteLater);
+    connect(process, &QProcess::errorOccurred, process, [process](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) {
+            process->deleteLater();
+        }
+    });
+    QTimer::singleShot(gracePeriod, process, [process] { process->kill(); });
+}
+
+// An invalid volume is loud, since silence wakes nobody.
 void PlayerProcess::setVolume(float volume) {
-    m_request.volume = message::clampedVolume(volume);
-    if (m_child) {
-        tell(message::Volume{m_request.volume});
+    m_request.volume = std::isnan(volume) ? 1 : std::clamp(volume, 0.0F, 1.0F);
+    if (m_process) {
+        sendRequest(protocol::Request::Kind::SetVolume);
     }
 }
 
-// A player that does not take it will be found to be silent.
-void PlayerProcess::tell(const message::Request &request) {
-    const std::string packet = message::encode(request);
-    send(m_socket, packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+// A player that does not read its requests is detected by its heartbeat.
+void PlayerProcess::sendRequest(protocol::Request::Kind kind) {
+    m_request.kind = kind;
+    send(m_socket, &m_request, sizeof m_request, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
-// Not more at a time than leaves room for others in the event loop.
+// Handles a bounded number of packets per call, to avoid starving the event loop.
 void PlayerProcess::receive() {
-    constexpr int most = 32;
-    for (int i = 0; i < most && receiveOne(); ++i) {
+    constexpr int maxPackets = 32;
+    for (int i = 0; i < maxPackets && receiveOne(); ++i) {
     }
 }
 
 bool PlayerProcess::receiveOne() {
-    std::array<char, message::longest> packet{};
+    std::array<char, sizeof(protocol::Event)> packet{};
     const ssize_t size = recv(m_socket, packet.data(), packet.size(), MSG_TRUNC | MSG_DONTWAIT);
     if (size < 0) {
         return false;
     }
     if (size == 0) {
-        m_notifier->setEnabled(false); // its end comes by itself
+        m_notifier->setEnabled(false); // end of file; QProcess reports the exit
         return false;
     }
-    m_silence.start(longestSilence);
-    m_answers += 1;
-    const bool isWhole = static_cast<size_t>(size) <= packet.size();
-    const auto answer =
-        isWhole ? message::decodeAnswer({packet.data(), static_cast<size_t>(size)}) : std::nullopt;
-    if (m_answers > mostAnswers(m_age.elapsed())) {
-        fail(QStringLiteral("The player talks without end"));
-    } else if (!answer) {
-        fail(QStringLiteral("The player talks nonsense"));
+    m_heartbeatTimer.start(heartbeatTimeout);
+    m_messages += 1;
+    const bool isWhole = static_cast<size_t>(size) == packet.size();
+    const auto event = isWhole ? protocol::decode<protocol::Event>(packet) : std::nullopt;
+    if (m_messages > maxMessages(m_age.elapsed())) {
+        fail(QStringLiteral("The player sends too many messages"));
+    } else if (!event) {
+        fail(QStringLiteral("The player sent an invalid message"));
     } else {
-        heed(*answer);
+        handleEvent(*event);
     }
-    return m_refused != nullptr;
+    return m_onError != nullptr;
 }
 
-void PlayerProcess::heed(const message::Answer &answer) {
-    switch (answer.kind) {
+void PlayerProcess::handleEvent(const protocol::Event &event) {
+    const QString reason = printable(event.reason.toString());
+    switch (event.kind) {
     case Kind::Playing:
     case Kind::Alive:
         m_isOutage = false;
         break;
     case Kind::Waiting:
         if (!std::exchange(m_isOutage, true)) {
-            qWarning().noquote() << "kova-alarm: no sound:" << QString::fromStdString(answer.reason);
+            qWarning().noquote() << "kova-alarm: no sound:" << reason;
         }
         break;
-    case Kind::Refused:
-        fail(QString::fromStdString(answer.reason));
+    case Kind::Rejected:
+    case Kind::Failed:
+        fail(reason, event.kind == Kind::Rejected);
         break;
     case Kind::Ended:
-        m_refused = {};
-        m_silence.stop();
+        if (m_request.loops < 0 && m_age.elapsed() < m_request.maxDuration) {
+            fail(QStringLiteral("The repeated sound has ended"));
+        }
+        m_onError = {};
+        m_heartbeatTimer.stop();
         break;
     }
 }
 
-// What it has told may still lie in the socket, if we were away ourselves.
-void PlayerProcess::fallenSilent() {
-    const qint64 heard = m_answers;
+// Reads the socket once more, since messages may be queued if the event loop was blocked.
+void PlayerProcess::onHeartbeatTimeout() {
+    const qint64 before = m_messages;
     receive();
-    if (m_answers == heard) {
-        fail(QStringLiteral("The player does not answer"));
+    if (m_messages == before) {
+        fail(QStringLiteral("The player does not respond"));
     }
 }
 
-void PlayerProcess::childEnded(int signal) {
+// The exit code of a crashed process is the signal.
+void PlayerProcess::onExit(int code, QProcess::ExitStatus status) {
     receive();
-    fail(signal == 0 ? QStringLiteral("The player ended too soon")
-                     : QStringLiteral("The player crashed: ") + QString::fromLocal8Bit(strsignal(signal)));
+    fail(status == QProcess::NormalExit
+             ? QStringLiteral("The player exited unexpectedly")
+             : QStringLiteral("The player crashed: ") + QString::fromLocal8Bit(strsignal(code)));
 }
 
-void PlayerProcess::fail(const QString &reason) {
-    m_silence.stop();
+void PlayerProcess::fail(const QString &reason, bool isFinal) {
+    m_heartbeatTimer.stop();
     if (m_notifier) {
         m_notifier->setEnabled(false);
     }
-    if (m_child) {
-        ChildProcess::endSoon(std::move(m_child), 0ms);
+    if (m_process) {
+        releaseProcess(0ms);
     }
-    if (const AudioPlayers::Refusal refused = std::exchange(m_refused, {})) {
+    if (const AudioPlayers::ErrorCallback onError = std::exchange(m_onError, {})) {
         QMetaObject::invokeMethod(
-            this, [refused, reason] { refused(reason); }, Qt::QueuedConnection);
+            this,
+            [onError, reason, isFinal] {
+                onError({reason, isFinal});
+            },
+            Qt::QueuedConnection);
     }
 }
 

@@ -1,53 +1,55 @@
 #pragma once
 
 #include "AudioPlayer.h"
-#include "ChildProcess.h"
-#include "Messages.h"
+#include "PlayerProtocol.h"
 
 #include <QElapsedTimer>
-#include <QObject>
+#include <QProcess>
 #include <QSocketNotifier>
 #include <QTimer>
-#include <optional>
 #include <vector>
 
 namespace kova {
 
-/// The player of one sound in a process of its own, watched over: one that crashes, falls silent or talks
-/// without end is killed. No call waits for it. Main thread.
+/// Plays one sound in a supervised child process. A player that crashes, stops sending heartbeats or sends
+/// invalid or too many messages is cleaned up and reported. Calls do not block. Main thread.
 class PlayerProcess : public QObject, public AudioPlayer {
 public:
-    /// The program finds the held files after its end of the socket pair.
-    PlayerProcess(QByteArray program, std::string path, AudioPlayers::Refusal refused,
-                  std::vector<int> held = {});
+    struct Program {
+        QString path;
+        QProcessEnvironment environment;
+        std::vector<int> descriptors; ///< become 4, 5, …; above that range; -1 leaves its number closed
+    };
+
+    PlayerProcess(Program program, std::string_view path, AudioPlayers::ErrorCallback onError);
     ~PlayerProcess() override;
 
     void setVolume(float volume) override;
     void setNumberOfLoops(int loops) override { m_request.loops = loops; }
-    void setLongestTime(std::chrono::milliseconds time) override { m_request.longest = time; }
+    void setMaximumDuration(std::chrono::milliseconds duration) override;
     void play() override;
     void stop() override;
 
 private:
-    std::optional<QString> start();
-    void tell(const message::Request &request);
+    void start(int socket);
+    void releaseProcess(std::chrono::milliseconds gracePeriod);
+    void sendRequest(protocol::Request::Kind kind);
     void receive();
     bool receiveOne();
-    void heed(const message::Answer &answer);
-    void fallenSilent();
-    void childEnded(int signal);
-    void fail(const QString &reason);
+    void handleEvent(const protocol::Event &event);
+    void onHeartbeatTimeout();
+    void onExit(int code, QProcess::ExitStatus status);
+    void fail(const QString &reason, bool isFinal = false);
 
-    const QByteArray m_program;
-    const std::vector<int> m_held;
-    message::Play m_request;
-    AudioPlayers::Refusal m_refused; ///< empty once there is nothing to refuse any more
+    const Program m_program;
+    protocol::Request m_request;
+    AudioPlayers::ErrorCallback m_onError; ///< empty once the result is known
     int m_socket = -1;
     std::unique_ptr<QSocketNotifier> m_notifier;
-    std::unique_ptr<ChildProcess> m_child;
-    QTimer m_silence;
+    std::unique_ptr<QProcess> m_process;
+    QTimer m_heartbeatTimer;
     QElapsedTimer m_age;
-    qint64 m_answers = 0;
+    qint64 m_messages = 0;
     bool m_isOutage = false; ///< of the sound server
 };
 

@@ -1,6 +1,6 @@
 #include "DesktopFileChooser.h"
 
-#include "SoundForms.h"
+#include "SoundFormats.h"
 
 #include <QCoreApplication>
 #include <QFileSystemModel>
@@ -44,9 +44,9 @@ private:
 // Returns the patterns of the type's suffixes that the player supports.
 QStringList patterns(const QString &contentType) {
     QStringList supported;
-    for (const SoundForm &form : soundForms()) {
+    for (const SoundFormat &format : soundFormats()) {
         supported << QStringLiteral("*.") +
-                         QLatin1String(form.suffix.data(), static_cast<int>(form.suffix.size()));
+                         QLatin1String(format.suffix.data(), static_cast<int>(format.suffix.size()));
     }
     if (!contentType.endsWith(QLatin1String("/*"))) {
         const QStringList own = QMimeDatabase().mimeTypeForName(contentType).globPatterns();

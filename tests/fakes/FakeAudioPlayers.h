@@ -7,7 +7,7 @@
 
 namespace kova {
 
-/// Plays nothing and remembers what sounds. Paths in `unreadable` can't be opened.
+/// Records the sounds that play. Paths in `unreadable` cannot be opened.
 class FakeAudioPlayers : public AudioPlayers {
 public:
     struct Sound {
@@ -19,23 +19,23 @@ public:
     };
 
     QMap<QString, QString> unreadable; ///< path to reason
-    QList<Sound> sounding;             ///< what plays now
+    QList<Sound> sounding;             ///< playing now
     int opened = 0;
-    std::chrono::milliseconds longestTime{}; ///< that was asked for last
+    std::chrono::milliseconds maximumDuration{}; ///< as last set
 
-    Result<std::unique_ptr<AudioPlayer>> open(const QString &path, Refusal refused) override {
+    Result<std::unique_ptr<AudioPlayer>> open(const QString &path, ErrorCallback onError) override {
         if (unreadable.contains(path)) {
             return Failure{unreadable.value(path)};
         }
         opened += 1;
-        m_refused = std::move(refused);
+        m_onError = std::move(onError);
         return std::unique_ptr<AudioPlayer>(std::make_unique<Player>(*this, path));
     }
 
-    /// The content of the file opened last turns out not to be sound.
-    void refuse(const QString &reason) {
-        const Refusal refused = m_refused;
-        refused(reason);
+    /// Reports an error of the file opened last.
+    void fail(const QString &reason, bool isFinal = false) {
+        const ErrorCallback onError = m_onError;
+        onError({reason, isFinal});
     }
 
 private:
@@ -45,7 +45,9 @@ private:
         ~Player() override { stop(); }
         void setVolume(float volume) override { m_sound.volume = volume; }
         void setNumberOfLoops(int loops) override { m_sound.loops = loops; }
-        void setLongestTime(std::chrono::milliseconds time) override { m_players.longestTime = time; }
+        void setMaximumDuration(std::chrono::milliseconds duration) override {
+            m_players.maximumDuration = duration;
+        }
         void play() override { m_players.sounding.append(m_sound); }
         void stop() override { m_players.sounding.removeOne(m_sound); }
 
@@ -54,7 +56,7 @@ private:
         Sound m_sound;
     };
 
-    Refusal m_refused;
+    ErrorCallback m_onError;
 };
 
 } // namespace kova

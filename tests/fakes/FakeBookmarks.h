@@ -2,41 +2,37 @@
 
 #include "Bookmarks.h"
 
-#include <QMap>
 #include <QPointer>
 #include <QStringList>
 #include <vector>
 
 namespace kova {
 
-/// A bookmark is "bookmark:" and the path. Paths in `lost` can be neither marked nor found, those in
-/// `unreadable` be found but not read.
+/// A bookmark is "bookmark:" and the path. Paths in `lost` can be neither created nor resolved.
 class FakeBookmarks : public Bookmarks {
 public:
     QStringList lost;
-    QMap<QString, QString> unreadable; ///< path to obstacle
-    bool isSlow = false;               ///< answers only when told to
+    bool isSlow = false; ///< waits for respond()
 
-    void create(const QString &path, QObject *owner, Created answer) override {
-        later(owner, [this, path, answer] {
-            answer(lost.contains(path) ? Result<QByteArray>(Failure{QStringLiteral("no such file")})
-                                       : "bookmark:" + path.toUtf8());
+    void create(const QString &path, QObject *owner, Created done) override {
+        later(owner, [this, path, done] {
+            done(lost.contains(path) ? Result<QByteArray>(Failure{QStringLiteral("no such file")})
+                                     : "bookmark:" + path.toUtf8());
         });
     }
-    void resolve(const QByteArray &bookmark, QObject *owner, Resolved answer) override {
-        later(owner, [this, bookmark, answer] {
+    void resolve(const QByteArray &bookmark, QObject *owner, Resolved done) override {
+        later(owner, [this, bookmark, done] {
             const QString path = QString::fromUtf8(bookmark).section(u':', 1);
             if (!bookmark.startsWith("bookmark:") || lost.contains(path)) {
-                answer(Failure{QStringLiteral("no such file")});
+                done(Failure{QStringLiteral("no such file")});
             } else {
-                answer(ResolvedBookmark{
-                    path, unreadable.contains(path) ? std::optional(unreadable.value(path)) : std::nullopt});
+                done(path);
             }
         });
     }
 
-    /// The disk has woken up.
-    void answer() {
+    /// Completes the pending calls.
+    void respond() {
         for (const auto &[owner, action] : std::exchange(m_waiting, {})) {
             if (owner) {
                 action();
@@ -48,7 +44,7 @@ private:
     void later(QObject *owner, const std::function<void()> &action) {
         m_waiting.emplace_back(owner, action);
         if (!isSlow) {
-            answer();
+            respond();
         }
     }
 

@@ -5,8 +5,10 @@
 #include <fcntl.h>
 #include <linux/landlock.h>
 #include <sys/mman.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,16 +16,25 @@ using namespace kova;
 
 namespace {
 
-// Whether the deed succeeds in a process of its own that is confined.
-template <typename Deed> bool canStill(Deed deed) {
+// Returns whether the operation succeeds in a confined process.
+template <typename Operation> bool canStill(Operation operation) {
     const pid_t child = fork();
     if (child == 0) {
         confine();
-        _exit(deed() ? 0 : 1);
+        _exit(operation() ? 0 : 1);
     }
     int status = 0;
     waitpid(child, &status, 0);
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+bool canBind(const QByteArray &path) {
+    return canStill([&] {
+        sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+        qstrncpy(address.sun_path, path.constData(), sizeof address.sun_path);
+        return bind(socket(AF_UNIX, SOCK_STREAM, 0), reinterpret_cast<sockaddr *>(&address),
+                    sizeof address) == 0;
+    });
 }
 
 bool canOpen(const QByteArray &path, int flags) {
@@ -36,20 +47,23 @@ class ConfinementTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aPlayerReadsAndNoMore() {
+    void playerCanOnlyReadAndPlay() {
         if (syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION) < 1) {
-            QSKIP("this kernel can't confine it");
+            QSKIP("this kernel does not support Landlock");
         }
         const QTemporaryDir folder;
         const QByteArray file = QFile::encodeName(folder.filePath(QStringLiteral("file")));
         QVERIFY(close(open(file.constData(), O_CREAT | O_WRONLY, 0600)) == 0);
         QVERIFY(canOpen(file, O_RDONLY));
+        QVERIFY(canOpen("/dev/null", O_RDWR)); // of ALSA's type null
+        const QTemporaryDir sockets(QStringLiteral("/tmp/kova-XXXXXX"));
+        QVERIFY(canBind(QFile::encodeName(sockets.filePath(QStringLiteral("dmix"))))); // of ALSA's type dmix
         QVERIFY(!canOpen(file, O_WRONLY));
         QVERIFY(!canOpen(file + "2", O_CREAT | O_RDONLY));
         QVERIFY(!canStill([&] { return unlink(file.constData()) == 0; }));
         QVERIFY(!canStill([&] { return mkdir((file + "3").constData(), 0700) == 0; }));
         QVERIFY(!canStill([] { return execl("/bin/true", "true", nullptr) == 0; }));
-        QVERIFY(canStill([] { // what the sound server shares
+        QVERIFY(canStill([] { // memory shared with the sound server
             const int shared = memfd_create("shared", MFD_CLOEXEC);
             return ftruncate(shared, 64 << 20) == 0;
         }));

@@ -1,5 +1,5 @@
 #include "DesktopFileChooser.h"
-#include "SoundForms.h"
+#include "SoundFormats.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -24,12 +24,12 @@ private Q_SLOTS:
         for (auto match = pattern.globalMatch(filters.join(u' ')); match.hasNext();) {
             offered.insert(match.next().captured(1));
         }
-        QCOMPARE(offered.size(), soundForms().size());
+        QCOMPARE(offered.size(), soundFormats().size());
         for (const QString &suffix : std::as_const(offered)) {
-            QVERIFY(soundFormOf("/a/b." + suffix.toUpper().toStdString()) != nullptr);
+            QVERIFY(soundFormatOf("/a/b." + suffix.toUpper().toStdString()) != nullptr);
         }
         for (const char *const other : {"/a/b.mid", "/a/b.mp3.mod", "/a.mp3/b", "mp3", ""}) {
-            QVERIFY(soundFormOf(other) == nullptr);
+            QVERIFY(soundFormatOf(other) == nullptr);
         }
     }
 

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <csignal>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 using namespace kova;
@@ -34,52 +35,76 @@ QList<pid_t> childIds() {
 class PlayerProcessTest : public QObject {
     Q_OBJECT
 
-    const QByteArray m_player =
-        QFile::encodeName(QCoreApplication::applicationDirPath()) + "/../kova-alarm-player";
+    const QString m_player = QCoreApplication::applicationDirPath() + QStringLiteral("/../kova-alarm-player");
     QTemporaryDir m_folder;
     QStringList m_reasons;
 
-    std::unique_ptr<PlayerProcess> start(const QByteArray &program, std::chrono::milliseconds longest = 10s) {
-        auto process =
-            std::make_unique<PlayerProcess>(program, KOVA_SOUNDS "/wakeup_pulse.mp3",
-                                            [this](const QString &reason) { m_reasons.append(reason); });
-        process->setNumberOfLoops(-1);
-        process->setLongestTime(longest);
+    std::unique_ptr<PlayerProcess> start(const QString &path, std::chrono::milliseconds duration = 10s,
+                                         int loops = -1) {
+        QProcessEnvironment environment;
+        environment.insert(QStringLiteral("PATH"), QStringLiteral("/usr/bin:/bin"));
+        environment.insert(QStringLiteral("SDL_AUDIODRIVER"), QStringLiteral("dummy"));
+        const PlayerProcess::Program program{.path = path, .environment = environment, .descriptors = {}};
+        auto process = std::make_unique<PlayerProcess>(
+            program, KOVA_SOUNDS "/wakeup_pulse.mp3", [this](const PlaybackError &error) {
+                m_reasons.append(error.reason + (error.isFinal ? QStringLiteral(" (final)") : QString()));
+            });
+        process->setNumberOfLoops(loops);
+        process->setMaximumDuration(duration);
         process->play();
         return process;
     }
 
+    void writeEvent(const QString &name, const protocol::Event &event) {
+        QFile file(m_folder.filePath(name));
+        QVERIFY(file.open(QFile::WriteOnly));
+        file.write(reinterpret_cast<const char *>(&event), sizeof event);
+    }
+
 private Q_SLOTS:
-    void initTestCase() { qputenv("SDL_AUDIODRIVER", "dummy"); }
+    void initTestCase() {
+        using Kind = protocol::Event::Kind;
+        writeEvent(QStringLiteral("alive"), {.kind = Kind::Alive, .reason = {}});
+        writeEvent(QStringLiteral("ended"), {.kind = Kind::Ended, .reason = {}});
+        writeEvent(QStringLiteral("failed"), {.kind = Kind::Failed, .reason = {"no memory"}});
+        writeEvent(QStringLiteral("rejected"), {.kind = Kind::Rejected, .reason = {"it\t is\n mute"}});
+        writeEvent(QStringLiteral("unexplained"), {.kind = Kind::Rejected, .reason = {}});
+    }
     void init() { m_reasons.clear(); }
 
-    void aPlayerThatMisbehavesIsToldOnceAndCleared_data() {
+    void misbehavingPlayerIsReportedOnceAndCleanedUp_data() {
         QTest::addColumn<QByteArray>("script");
         QTest::addColumn<QString>("reason");
-        const auto row = [](const char *script, const char *reason) {
-            QTest::newRow(script) << QByteArray(script) << QString::fromLatin1(reason);
+        QTest::addColumn<int>("loops");
+        const auto row = [](const char *script, const char *reason, int loops = -1) {
+            QTest::addRow("%s, %d loops", script, loops)
+                << QByteArray(script) << QString::fromLatin1(reason) << loops;
         };
-        row("while :; do printf alive >&3; done", "The player talks without end");
-        row("printf hello >&3; exec sleep 60", "The player talks nonsense");
-        row("head -c 5000 /dev/zero >&3; exec sleep 60", "The player talks nonsense");
-        row("exec 3>&-; exec sleep 60", "The player does not answer");
-        row("kill -STOP $$", "The player does not answer");
+        row("while :; do cat alive >&3; done", "The player sends too many messages");
+        row("printf hello >&3; exec sleep 60", "The player sent an invalid message");
+        row("head -c 5000 /dev/zero >&3; exec sleep 60", "The player sent an invalid message");
+        row("cat unexplained >&3; exec sleep 60", "The player sent an invalid message");
+        row("exec 3>&-; exec sleep 60", "The player does not respond");
+        row("kill -STOP $$", "The player does not respond");
         row("kill -SEGV $$", "The player crashed: Segmentation fault");
-        row("printf alive >&3", "The player ended too soon");
-        row("printf 'refused it\\t is\\n mute' >&3; printf 'refused twice' >&3", "it  is  mute");
-        row("printf ended >&3", "");
+        row("cat alive >&3", "The player exited unexpectedly");
+        row("cat rejected >&3; cat rejected >&3", "it  is  mute (final)");
+        row("cat failed >&3", "no memory");
+        row("cat ended >&3", "The repeated sound has ended");
+        row("cat ended >&3", "", 0);
     }
-    void aPlayerThatMisbehavesIsToldOnceAndCleared() {
+    void misbehavingPlayerIsReportedOnceAndCleanedUp() {
         QFETCH(QByteArray, script);
         QFETCH(QString, reason);
+        QFETCH(int, loops);
         QFile program(m_folder.filePath(QStringLiteral("player")));
         QVERIFY(program.open(QFile::WriteOnly));
-        program.write("#!/bin/sh\n" + script + "\n");
+        program.write("#!/bin/sh\ncd " + QFile::encodeName(m_folder.path()) + "\n" + script + "\n");
         program.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
         program.close();
 
         const qsizetype before = openDescriptors();
-        auto process = start(QFile::encodeName(program.fileName()));
+        auto process = start(program.fileName(), 10s, loops);
         QTRY_COMPARE(m_reasons.join(u'|'), reason);
         QTRY_VERIFY(childIds().isEmpty());
         process.reset();
@@ -90,8 +115,8 @@ private Q_SLOTS:
     }
 
     // The real player, without a sound server.
-    void aPlayerMayBeKilledAtAnyMoment() {
-        constexpr int kills = 200;
+    void playerCanBeKilledAtAnyMoment() {
+        const int kills = qEnvironmentVariableIsSet("KOVA_THOROUGH") ? 200 : 40;
         const qsizetype before = openDescriptors();
         for (int number = 1; number <= kills; ++number) {
             const auto process = start(m_player);
@@ -107,7 +132,7 @@ private Q_SLOTS:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCOMPARE(openDescriptors(), before);
         auto last = start(m_player);
-        QTest::qWait(700); // it lives on, and beats
+        QTest::qWait(700); // longer than the interval of its heartbeat
         QCOMPARE(m_reasons.size(), kills);
         QCOMPARE(childIds().size(), 1);
         last.reset();
@@ -115,7 +140,19 @@ private Q_SLOTS:
         QCOMPARE(m_reasons.size(), kills);
     }
 
-    void aPlayerEndsByItselfInTime() {
+    void startFailsCleanlyWithoutDescriptors() {
+        rlimit limit{};
+        getrlimit(RLIMIT_NOFILE, &limit);
+        const rlimit none{static_cast<rlim_t>(openDescriptors()), limit.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &none);
+        const auto process = start(m_player);
+        setrlimit(RLIMIT_NOFILE, &limit);
+        QTRY_COMPARE(m_reasons.size(), 1);
+        QVERIFY(m_reasons.first().startsWith(QStringLiteral("The player cannot be started: ")));
+        QVERIFY(childIds().isEmpty());
+    }
+
+    void playerExitsAtItsMaximumDuration() {
         const auto process = start(m_player, 300ms);
         QTRY_COMPARE(childIds().size(), 1);
         QTRY_VERIFY(childIds().isEmpty());

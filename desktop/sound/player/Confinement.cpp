@@ -13,26 +13,26 @@ namespace kova {
 
 namespace {
 
-// A decoder takes a few megabytes; what is shared with the sound server does not count.
+// A decoder needs a few megabytes; memory shared with the sound server is not counted.
 constexpr rlim_t memory = 256 << 20;
 
-// The sanitizer's own memory is without bounds.
+// AddressSanitizer reserves terabytes.
 #ifdef __SANITIZE_ADDRESS__
 constexpr bool isMemoryLimited = false;
 #else
 constexpr bool isMemoryLimited = true;
 #endif
 
-void limit(__rlimit_resource resource, rlim_t most) {
-    const rlimit both{most, most};
+void limit(__rlimit_resource resource, rlim_t maximum) {
+    const rlimit both{maximum, maximum};
     setrlimit(resource, &both);
 }
 
-// The rights of the kernel's interface that came after the first one.
+// Access rights of later Landlock versions, which the headers may lack.
 constexpr std::uint64_t truncate = 1U << 14;
 constexpr std::uint64_t deviceControl = 1U << 15;
 
-std::uint64_t rightsToTakeAway(long version) {
+std::uint64_t handledRights(long version) {
     std::uint64_t rights = LANDLOCK_ACCESS_FS_EXECUTE;
     for (std::uint64_t right = LANDLOCK_ACCESS_FS_WRITE_FILE; right <= LANDLOCK_ACCESS_FS_MAKE_SYM;
          right <<= 1) {
@@ -51,19 +51,21 @@ void allow(int rules, const char *path, std::uint64_t rights) {
     }
 }
 
-void forbidWriting() {
+void restrictFileSystem() {
     const long version = syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
     if (version < 1) {
         return;
     }
-    landlock_ruleset_attr attributes{}; // newer headers have more in it
-    attributes.handled_access_fs = rightsToTakeAway(version);
+    landlock_ruleset_attr attributes{};
+    attributes.handled_access_fs = handledRights(version);
     const auto rules = static_cast<int>(
         syscall(SYS_landlock_create_ruleset, &attributes, sizeof attributes.handled_access_fs, 0));
     if (rules < 0) {
         return;
     }
     const std::uint64_t all = attributes.handled_access_fs;
+    allow(rules, "/dev/null", all & LANDLOCK_ACCESS_FS_WRITE_FILE); // of ALSA's type null
+    allow(rules, "/tmp", LANDLOCK_ACCESS_FS_MAKE_SOCK);             // of ALSA's type dmix
     allow(rules, "/dev/snd", all & (LANDLOCK_ACCESS_FS_WRITE_FILE | deviceControl));
     allow(rules, "/dev/shm",
           all & (LANDLOCK_ACCESS_FS_WRITE_FILE | LANDLOCK_ACCESS_FS_MAKE_REG |
@@ -81,7 +83,7 @@ void confine() {
     if (isMemoryLimited) {
         limit(RLIMIT_DATA, memory);
     }
-    forbidWriting();
+    restrictFileSystem();
 }
 
 } // namespace kova

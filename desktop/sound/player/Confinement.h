@@ -2,9 +2,9 @@
 
 namespace kova {
 
-/// Gives up what playing a sound does not need: new privileges, core files, much memory and, where the kernel
-/// can take them away, the starting of programs and all writing but to the sound devices and the memory that
-/// is shared with the sound server. Holds for the threads that come after it.
+/// Drops everything that playing a sound does not need: new privileges, core files, memory beyond a limit
+/// and, if the kernel supports Landlock, executing programs and writing to files other than the sound
+/// devices, the memory shared with the sound server and ALSA's socket. Applies to threads created afterwards.
 void confine();
 
 } // namespace kova

@@ -1,12 +1,10 @@
 #include "Decoder.h"
 
-#include "FfmpegModule.h"
-#include "Messages.h"
+#include "PlayerProtocol.h"
 #include "SndfileDecoder.h"
-#include "SoundForms.h"
+#include "SoundFormats.h"
 
 #include <cerrno>
-#include <cstring>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,41 +14,51 @@ namespace kova {
 
 namespace {
 
-// Why the file can't be read, or nothing. It does not wait for a pipe's other end.
-std::string obstacle(const std::string &path) {
+bool isTemporary(int error) {
+    return error == EIO || error == EMFILE || error == ENFILE || error == ENOMEM;
+}
+
+// Returns false and sets `error` unless a regular file can be opened. Does not block on a pipe.
+bool checkFile(const std::string &path, DecoderError &error) {
     const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) {
-        return std::strerror(errno);
+        error = {std::strerror(errno), isTemporary(errno)};
+        return false;
     }
     struct stat status {};
     const bool isFile = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
     close(descriptor);
-    return isFile ? "" : "Not a regular file";
+    if (!isFile) {
+        error = {"Not a regular file"};
+    }
+    return isFile;
 }
 
-// FFmpeg's libraries take longer to load than all else together, so they come only with a file that needs
-// them.
-std::unique_ptr<Decoder> openWithFfmpeg(const std::string &path, std::string &reason) {
-    void *const module = dlopen(message::ffmpegModule, RTLD_NOW | RTLD_LOCAL);
+// Loads FFmpeg's libraries on demand, since that takes longer than the rest of the start.
+std::unique_ptr<Decoder> openWithFfmpeg(const std::string &path, DecoderError &error) {
+    void *const module = dlopen(protocol::ffmpegModule, RTLD_NOW | RTLD_LOCAL);
     void *const function = module == nullptr ? nullptr : dlsym(module, openFfmpegDecoderName);
     if (function == nullptr) {
-        const char *const error = dlerror();
-        reason = error == nullptr ? "FFmpeg can't be loaded" : error;
+        const char *const reason = dlerror();
+        error = {reason == nullptr ? "FFmpeg cannot be loaded" : reason};
         return nullptr;
     }
-    return std::unique_ptr<Decoder>(reinterpret_cast<OpenFfmpegDecoder *>(function)(path, reason));
+    return std::unique_ptr<Decoder>(reinterpret_cast<OpenFfmpegDecoder *>(function)(path, error));
 }
 
 } // namespace
 
-std::unique_ptr<Decoder> openDecoder(const std::string &path, std::string &reason) {
-    if (reason = obstacle(path); !reason.empty()) {
-        reason += ": " + path;
-        return nullptr;
+std::unique_ptr<Decoder> openDecoder(const std::string &path, DecoderError &error) {
+    std::unique_ptr<Decoder> decoder;
+    if (checkFile(path, error)) {
+        const SoundFormat *const format = soundFormatOf(path);
+        const bool isForFfmpeg = format != nullptr && format->library == DecoderLibrary::Ffmpeg;
+        decoder = isForFfmpeg ? openWithFfmpeg(path, error) : SndfileDecoder::open(path, error);
     }
-    const SoundForm *const form = soundFormOf(path);
-    const bool isForFfmpeg = form != nullptr && form->reader == SoundReader::Ffmpeg;
-    return isForFfmpeg ? openWithFfmpeg(path, reason) : SndfileDecoder::open(path, reason);
+    if (!decoder) {
+        error.reason += ": " + path;
+    }
+    return decoder;
 }
 
 } // namespace kova

@@ -1,7 +1,5 @@
 #include "FfmpegDecoder.h"
 
-#include "FfmpegModule.h"
-
 #include <algorithm>
 #include <array>
 
@@ -9,7 +7,7 @@ namespace kova {
 
 namespace {
 
-// FFmpeg reads far more than sound, lists of other files among it.
+// FFmpeg also reads formats that refer to other files or to the network.
 constexpr const char *formats = "mov,mp4,m4a,3gp,3g2,mj2,aac,asf";
 constexpr const char *codecs = "aac,alac,mp3,mp3float,wmav1,wmav2,wmapro,wmalossless,wmavoice";
 
@@ -21,15 +19,15 @@ std::string errorText(int error) {
 
 } // namespace
 
-std::unique_ptr<FfmpegDecoder> FfmpegDecoder::open(const std::string &path, std::string &reason) {
+std::unique_ptr<FfmpegDecoder> FfmpegDecoder::open(const std::string &path, DecoderError &error) {
     av_log_set_level(AV_LOG_QUIET);
     auto decoder = std::make_unique<FfmpegDecoder>();
-    int error = decoder->openFile(path);
-    if (error >= 0) {
-        error = decoder->openStream();
+    int result = decoder->openFile(path);
+    if (result >= 0) {
+        result = decoder->openStream();
     }
-    if (error < 0) {
-        reason = errorText(error) + ": " + path;
+    if (result < 0) {
+        error = {errorText(result)};
         return nullptr;
     }
     return decoder;
@@ -58,7 +56,7 @@ int FfmpegDecoder::openStream() {
     }
     m_codec.reset(avcodec_alloc_context3(codec));
     const AVStream &stream = *m_file->streams[m_stream];
-    m_codec->pkt_timebase = stream.time_base; // to leave out the silence that the encoder has put before
+    m_codec->pkt_timebase = stream.time_base; // needed to skip the encoder's leading silence
     const int error = avcodec_parameters_to_context(m_codec.get(), stream.codecpar);
     AVDictionary *options = nullptr;
     av_dict_set(&options, "codec_whitelist", codecs, 0);
@@ -73,8 +71,8 @@ size_t FfmpegDecoder::read(std::span<float> samples) {
     auto *bytes = reinterpret_cast<std::uint8_t *>(samples.data());
     for (;;) {
         const bool isFull = m_converter && swr_get_out_samples(m_converter.get(), 0) >= frames;
-        if (!isFull && !m_isOver) {
-            m_isOver = !decodeFrame();
+        if (!isFull && !m_isDecoded) {
+            m_isDecoded = !decodeFrame();
             continue;
         }
         const int got = m_converter ? swr_convert(m_converter.get(), &bytes, frames, nullptr, 0) : 0;
@@ -82,7 +80,7 @@ size_t FfmpegDecoder::read(std::span<float> samples) {
     }
 }
 
-// Hands the next frame to the converter; false at the end, and after what can't be read.
+// Passes the next frame to the converter. Returns false at the end.
 bool FfmpegDecoder::decodeFrame() {
     for (;;) {
         const int error = avcodec_receive_frame(m_codec.get(), m_frame.get());
@@ -91,13 +89,13 @@ bool FfmpegDecoder::decodeFrame() {
                                                  const_cast<const std::uint8_t **>(m_frame->extended_data),
                                                  m_frame->nb_samples) >= 0;
         }
-        if (error != AVERROR(EAGAIN) || !feedDecoder()) {
+        if (error == AVERROR_EOF || !feedDecoder()) {
             return false;
         }
     }
 }
 
-// A packet that is damaged is passed over.
+// Skips damaged packets.
 bool FfmpegDecoder::feedDecoder() {
     while (av_read_frame(m_file.get(), m_packet.get()) >= 0) {
         const bool isOurs = m_packet->stream_index == m_stream;
@@ -110,7 +108,7 @@ bool FfmpegDecoder::feedDecoder() {
     return avcodec_send_packet(m_codec.get(), nullptr) >= 0;
 }
 
-// The frames' form may change within a file; what the old converter still holds is lost then.
+// The sample format may change within a file. The samples left in the old converter are then lost.
 bool FfmpegDecoder::fitConverter() {
     if (m_converter && m_frame->sample_rate == m_frameRate && m_frame->format == m_frameFormat &&
         av_channel_layout_compare(&m_frame->ch_layout, &m_frameLayout) == 0) {
@@ -131,13 +129,13 @@ bool FfmpegDecoder::fitConverter() {
 bool FfmpegDecoder::rewind() {
     avcodec_flush_buffers(m_codec.get());
     m_converter.reset();
-    m_isOver = false;
+    m_isDecoded = false;
     return avformat_seek_file(m_file.get(), m_stream, INT64_MIN, 0, 0, 0) >= 0 ||
            avformat_seek_file(m_file.get(), m_stream, INT64_MIN, 0, 0, AVSEEK_FLAG_BYTE) >= 0;
 }
 
 } // namespace kova
 
-extern "C" kova::Decoder *openFfmpegDecoder(const std::string &path, std::string &reason) {
-    return kova::FfmpegDecoder::open(path, reason).release();
+extern "C" kova::Decoder *openFfmpegDecoder(const std::string &path, kova::DecoderError &error) {
+    return kova::FfmpegDecoder::open(path, error).release();
 }

@@ -10,13 +10,13 @@ extern "C" {
 
 namespace kova {
 
-/// A file as FFmpeg's libraries read it: the best of its audio streams, in mono or stereo at 44.1 kHz.
+/// Decodes the best audio stream of a file with FFmpeg, to mono or stereo at 44.1 kHz.
 class FfmpegDecoder : public Decoder {
 public:
-    /// Null and a reason when the file can't be read.
     ~FfmpegDecoder() override { av_channel_layout_uninit(&m_frameLayout); }
 
-    static std::unique_ptr<FfmpegDecoder> open(const std::string &path, std::string &reason);
+    /// Returns null and sets `error` if the file cannot be decoded.
+    static std::unique_ptr<FfmpegDecoder> open(const std::string &path, DecoderError &error);
 
     int channels() const override { return m_channels; }
     int rate() const override { return 44100; }
@@ -41,7 +41,7 @@ private:
 
     Owned<AVFormatContext> m_file;
     Owned<AVCodecContext> m_codec;
-    Owned<SwrContext> m_converter; ///< from the frames' form, once it is known
+    Owned<SwrContext> m_converter; ///< from the frames' format, once it is known
     const Owned<AVFrame> m_frame{av_frame_alloc()};
     const Owned<AVPacket> m_packet{av_packet_alloc()};
     int m_channels = 2;
@@ -49,7 +49,7 @@ private:
     int m_frameFormat = 0;
     AVChannelLayout m_frameLayout{};
     int m_stream = 0;
-    bool m_isOver = false; ///< no frame comes after those that the converter holds
+    bool m_isDecoded = false; ///< all frames are in the converter
 };
 
 } // namespace kova

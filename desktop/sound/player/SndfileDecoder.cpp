@@ -2,24 +2,52 @@
 
 namespace kova {
 
-std::unique_ptr<Decoder> SndfileDecoder::open(const std::string &path, std::string &reason) {
+std::unique_ptr<Decoder> SndfileDecoder::open(const std::string &path, DecoderError &error) {
     SF_INFO info{};
     File file(sf_open(path.c_str(), SFM_READ, &info), &sf_close);
     if (!file) {
-        reason = "There is no sound in it that can be played: " + path;
+        error = {"Not a supported sound file", sf_error(nullptr) == SF_ERR_SYSTEM};
         return nullptr;
     }
-    return std::unique_ptr<Decoder>(new SndfileDecoder(std::move(file), info));
+    return std::unique_ptr<Decoder>(new SndfileDecoder(path, std::move(file), info));
 }
 
+// After an error libsndfile neither continues nor seeks, so the file is opened again behind the damaged part,
+// whose length is found by doubling.
 size_t SndfileDecoder::read(std::span<float> samples) {
-    const auto frames = static_cast<sf_count_t>(samples.size()) / m_info.channels;
-    const sf_count_t got = sf_readf_float(m_file.get(), samples.data(), frames);
-    return got > 0 ? static_cast<size_t>(got * m_info.channels) : 0;
+    constexpr sf_count_t firstStep = 4096;
+    sf_count_t got = readFrames(samples);
+    const bool isLengthKnown = m_info.frames < SF_COUNT_MAX;
+    for (sf_count_t step = firstStep; got == 0 && isLengthKnown && step < m_info.frames - m_position;
+         step *= 2) {
+        if (reopenAt(m_position + step)) {
+            got = readFrames(samples);
+        }
+    }
+    return static_cast<size_t>(got * m_info.channels);
+}
+
+sf_count_t SndfileDecoder::readFrames(std::span<float> samples) {
+    const auto wanted = static_cast<sf_count_t>(samples.size()) / m_info.channels;
+    const sf_count_t got = std::max<sf_count_t>(sf_readf_float(m_file.get(), samples.data(), wanted), 0);
+    m_position += got;
+    return got;
 }
 
 bool SndfileDecoder::rewind() {
-    return sf_seek(m_file.get(), 0, SEEK_SET) == 0;
+    m_position = 0;
+    return sf_seek(m_file.get(), 0, SEEK_SET) == 0 || reopenAt(0);
+}
+
+bool SndfileDecoder::reopenAt(sf_count_t position) {
+    SF_INFO info{};
+    File file(sf_open(m_path.c_str(), SFM_READ, &info), &sf_close);
+    if (!file || info.channels != m_info.channels || sf_seek(file.get(), position, SEEK_SET) != position) {
+        return false;
+    }
+    m_file = std::move(file);
+    m_position = position;
+    return true;
 }
 
 } // namespace kova

@@ -6,11 +6,11 @@
 
 namespace kova {
 
-/// A file as libsndfile reads it.
+/// Decodes with libsndfile.
 class SndfileDecoder : public Decoder {
 public:
-    /// Null and a reason when the file can't be read.
-    static std::unique_ptr<Decoder> open(const std::string &path, std::string &reason);
+    /// Returns null and sets `error` if the file cannot be decoded.
+    static std::unique_ptr<Decoder> open(const std::string &path, DecoderError &error);
 
     int channels() const override { return m_info.channels; }
     int rate() const override { return m_info.samplerate; }
@@ -20,10 +20,17 @@ public:
 private:
     using File = std::unique_ptr<SNDFILE, decltype(&sf_close)>;
 
-    SndfileDecoder(File file, const SF_INFO &info) : m_file(std::move(file)), m_info(info) {}
+    SndfileDecoder(std::string path, File file, const SF_INFO &info)
+        : m_path(std::move(path)),
+          m_file(std::move(file)),
+          m_info(info) {}
+    sf_count_t readFrames(std::span<float> samples);
+    bool reopenAt(sf_count_t position);
 
-    const File m_file;
+    const std::string m_path;
+    File m_file;
     const SF_INFO m_info;
+    sf_count_t m_position = 0; ///< frames
 };
 
 } // namespace kova

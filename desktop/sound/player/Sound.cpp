@@ -7,12 +7,12 @@ namespace kova {
 
 namespace {
 
-constexpr size_t framesInAPiece = 1024;
+constexpr size_t framesPerBlock = 1024;
 
 } // namespace
 
-std::unique_ptr<Sound> Sound::open(const std::string &path, int loops, std::string &reason) {
-    std::unique_ptr<Decoder> decoder = openDecoder(path, reason);
+std::unique_ptr<Sound> Sound::open(const std::string &path, int loops, DecoderError &error) {
+    std::unique_ptr<Decoder> decoder = openDecoder(path, error);
     if (!decoder) {
         return nullptr;
     }
@@ -20,21 +20,22 @@ std::unique_ptr<Sound> Sound::open(const std::string &path, int loops, std::stri
                                      decoder->rate(), AUDIO_F32SYS, channels, rate),
                   &SDL_FreeAudioStream);
     if (!stream) {
-        reason = SDL_GetError();
+        error = {SDL_GetError()};
         return nullptr;
     }
-    std::unique_ptr<Sound> sound(new Sound(std::move(decoder), std::move(stream), loops));
+    std::unique_ptr<Sound> sound(new Sound(path, std::move(decoder), std::move(stream), loops));
     if (!sound->decode()) {
-        reason = "There is no sound in it: " + path;
+        error = {"The file contains no sound: " + path};
         return nullptr;
     }
     return sound;
 }
 
-Sound::Sound(std::unique_ptr<Decoder> decoder, Stream stream, int loops)
-    : m_decoder(std::move(decoder)),
+Sound::Sound(std::string path, std::unique_ptr<Decoder> decoder, Stream stream, int loops)
+    : m_path(std::move(path)),
+      m_decoder(std::move(decoder)),
       m_stream(std::move(stream)),
-      m_piece(framesInAPiece * static_cast<size_t>(m_decoder->channels())),
+      m_block(framesPerBlock * static_cast<size_t>(m_decoder->channels())),
       m_loopsLeft(loops) {}
 
 void Sound::fill(std::span<float> samples) {
@@ -46,24 +47,38 @@ void Sound::fill(std::span<float> samples) {
     std::ranges::fill(samples.subspan(static_cast<size_t>(got) / sizeof(float)), 0.0F);
 }
 
-// The next piece, from the beginning again where it loops; false when there is none. What stays empty after
-// it began again ends too.
+// Decodes the next block, rewinding between repetitions. Returns false if there is none. A file that is empty
+// after a rewind has ended, so that it is not read again and again.
 bool Sound::decode() {
-    if (m_isRead) {
+    if (m_isDecoded) {
         return false;
     }
-    if (const size_t size = m_decoder->read(m_piece)) {
+    if (const size_t size = m_decoder->read(m_block)) {
         m_isAtBeginning = false;
-        return SDL_AudioStreamPut(m_stream.get(), m_piece.data(), static_cast<int>(size * sizeof(float))) ==
+        return SDL_AudioStreamPut(m_stream.get(), m_block.data(), static_cast<int>(size * sizeof(float))) ==
                0;
     }
-    if (m_isAtBeginning || m_loopsLeft == 0 || !m_decoder->rewind()) {
-        m_isRead = true;
+    if (m_isAtBeginning || m_loopsLeft == 0 || !rewind()) {
+        m_isDecoded = true;
         SDL_AudioStreamFlush(m_stream.get());
         return !m_isAtBeginning;
     }
     m_loopsLeft -= m_loopsLeft > 0 ? 1 : 0;
     m_isAtBeginning = true;
+    return true;
+}
+
+// Opens the file again if its decoder cannot continue, as after damaged data.
+bool Sound::rewind() {
+    if (m_decoder->rewind()) {
+        return true;
+    }
+    DecoderError error;
+    auto decoder = openDecoder(m_path, error);
+    if (!decoder || decoder->channels() != m_decoder->channels() || decoder->rate() != m_decoder->rate()) {
+        return false;
+    }
+    m_decoder = std::move(decoder);
     return true;
 }
 

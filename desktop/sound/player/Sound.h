@@ -7,33 +7,36 @@
 
 namespace kova {
 
-/// A sound file in the device's form, as often as it is to be heard. One thread at a time.
+/// A sound file, decoded, resampled and repeated. One thread at a time.
 class Sound {
 public:
     static constexpr int rate = 44100;
     static constexpr int channels = 2;
 
-    /// A negative number of loops repeats for ever, 0 plays once. Null and a reason when the file holds no
-    /// sound that can be played.
-    static std::unique_ptr<Sound> open(const std::string &path, int loops, std::string &reason);
+    /// A negative number of loops repeats endlessly, 0 plays once. Returns null and sets `error` if the file
+    /// cannot be played.
+    static std::unique_ptr<Sound> open(const std::string &path, int loops, DecoderError &error);
 
-    /// Fills all of it, with silence after the end.
+    /// Fills all of `samples`, with silence after the end.
     void fill(std::span<float> samples);
 
+    /// Also true if an endless sound can no longer be decoded.
     bool hasEnded() const { return m_hasEnded; }
 
 private:
     using Stream = std::unique_ptr<SDL_AudioStream, decltype(&SDL_FreeAudioStream)>;
 
-    Sound(std::unique_ptr<Decoder> decoder, Stream stream, int loops);
+    Sound(std::string path, std::unique_ptr<Decoder> decoder, Stream stream, int loops);
     bool decode();
+    bool rewind();
 
-    const std::unique_ptr<Decoder> m_decoder;
-    const Stream m_stream; ///< from the file's form to the device's
-    std::vector<float> m_piece;
+    const std::string m_path;
+    std::unique_ptr<Decoder> m_decoder;
+    const Stream m_stream; ///< from the file's sample format to the device's
+    std::vector<float> m_block;
     int m_loopsLeft;
     bool m_isAtBeginning = true;
-    bool m_isRead = false;
+    bool m_isDecoded = false; ///< all samples are in the stream
     bool m_hasEnded = false;
 };
 

@@ -7,11 +7,11 @@ namespace kova {
 
 namespace {
 
-// The smaller, the sooner the first sound is heard.
-constexpr Uint16 framesInAPiece = 1024;
+// A smaller buffer plays the first sample earlier.
+constexpr Uint16 framesPerBuffer = 1024;
 
-// What the user meets in the volume control. Not the role "event": whoever turned down the sounds of events
-// still wants to be woken. SDL hands the role only to some servers; PulseAudio takes it from its variable.
+// The name and role in the desktop's volume control. Not the role "event", whose volume many users turn down.
+// SDL passes the role only to some servers; PulseAudio reads it from PULSE_PROP.
 void describeStream() {
     SDL_SetMainReady();
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
@@ -21,7 +21,7 @@ void describeStream() {
     SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_ROLE, "alarm");
     setenv("PULSE_PROP", "media.role=alarm application.id=jp.kova.Alarm application.icon_name=jp.kova.Alarm",
            1);
-    // What the server holds in store bridges the time in which a busy machine does not get round to us.
+    // The server's buffer bridges scheduling delays on a busy machine.
     setenv("PULSE_LATENCY_MSEC", "250", 0);
 }
 
@@ -41,16 +41,19 @@ bool SoundDevice::openDevice(int rate, int channels) {
     if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
         return false;
     }
-    SDL_AudioSpec form{};
-    form.freq = rate;
-    form.format = AUDIO_F32SYS;
-    form.channels = static_cast<Uint8>(channels);
-    form.samples = framesInAPiece;
-    form.callback = &SoundDevice::fill;
-    form.userdata = this;
-    m_device = SDL_OpenAudioDevice(nullptr, 0, &form, nullptr, 0);
+    SDL_AudioSpec format{};
+    format.freq = rate;
+    format.format = AUDIO_F32SYS;
+    format.channels = static_cast<Uint8>(channels);
+    format.samples = framesPerBuffer;
+    format.callback = &SoundDevice::fill;
+    format.userdata = this;
+    m_device = SDL_OpenAudioDevice(nullptr, 0, &format, nullptr, 0);
+    if (m_device == 0) {
+        return false;
+    }
     SDL_PauseAudioDevice(m_device, 0);
-    return m_device != 0;
+    return true;
 }
 
 SoundDevice::~SoundDevice() {

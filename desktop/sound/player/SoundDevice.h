@@ -8,19 +8,19 @@
 
 namespace kova {
 
-/// The open sound device. The sound server may hold up its opening and closing.
+/// The open sound device. Opening and closing block while the sound server is unresponsive.
 class SoundDevice {
 public:
-    /// Fills one piece; runs on the device's thread.
+    /// Fills one buffer. Runs on the device's thread.
     using Fill = std::function<void(std::span<float> samples)>;
 
-    /// Null and a reason when there is none. It asks for the first piece at once.
+    /// Returns null and sets `reason` if there is no device. Otherwise `fill` is called immediately.
     static std::unique_ptr<SoundDevice> open(int rate, int channels, Fill fill, std::string &reason);
     ~SoundDevice();
     SoundDevice(const SoundDevice &) = delete;
     SoundDevice &operator=(const SoundDevice &) = delete;
 
-    /// The server has gone.
+    /// Returns true once the sound server has disconnected.
     bool isLost() const { return SDL_GetAudioDeviceStatus(m_device) == SDL_AUDIO_STOPPED; }
 
 private:

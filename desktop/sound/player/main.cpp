@@ -1,8 +1,9 @@
-// Plays one sound for the program that has started it, to which it is bound by a socket; see Messages.h.
-// Other people's files are read here, so that what they break is a sound and not the clock.
+// Plays one sound for the application, which starts this program with one end of a socket pair; see
+// PlayerProtocol.h. Files of unknown origin are decoded here, so that one that crashes or hangs its decoder
+// costs only its sound.
 
 #include "Confinement.h"
-#include "Player.h"
+#include "Playback.h"
 
 #include <csignal>
 #include <sys/prctl.h>
@@ -12,15 +13,18 @@
 namespace {
 
 using namespace kova;
+using Kind = protocol::Request::Kind;
 
-// Until the program has had enough, is gone or has been away for too long.
-void obey(const ProgramLink &program, Player &player, ProgramLink::Deadline deadline) {
-    while (const auto request = program.receive(deadline)) {
-        const auto *const volume = std::get_if<message::Volume>(&*request);
-        if (volume == nullptr) {
+// Applies volume changes until another request, an invalid packet, the end of the application or the
+// deadline.
+void processRequests(const ApplicationLink &application, Playback &playback,
+                     ApplicationLink::Deadline deadline) {
+    for (;;) {
+        const auto request = application.receive(deadline);
+        if (!request || request->kind != Kind::SetVolume) {
             return;
         }
-        player.setVolume(volume->volume);
+        playback.setVolume(request->volume);
     }
 }
 
@@ -28,23 +32,23 @@ void obey(const ProgramLink &program, Player &player, ProgramLink::Deadline dead
 
 int main() {
     std::signal(SIGPIPE, SIG_IGN);
-    prctl(PR_SET_NAME, "kova-alarm-play"); // not the number of the descriptor that it was started from
+    std::signal(SIGXFSZ, SIG_IGN);         // a write beyond the limit then fails instead
+    prctl(PR_SET_NAME, "kova-alarm-play"); // instead of the number of the descriptor it was started from
     confine();
-    const ProgramLink program;
-    const auto request = program.receive();
-    const auto *const play = request ? std::get_if<message::Play>(&*request) : nullptr;
-    if (play == nullptr) {
+    const ApplicationLink application;
+    const auto request = application.receive();
+    if (!request || request->kind != Kind::Play) {
         return 1;
     }
-    Player player(program, *play);
-    const auto deadline = std::chrono::steady_clock::now() + play->longest;
-    std::thread([&player] { player.beat(); }).detach();
-    std::thread([&player] {
-        player.play();
+    Playback playback(application, *request);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(request->maxDuration);
+    std::thread([&playback] { playback.sendHeartbeats(); }).detach();
+    std::thread([&playback] {
+        playback.play();
         _exit(0);
     }).detach();
-    obey(program, player, deadline);
-    program.tell(message::Answer::Kind::Ended);
-    // At once: the sound server, or the sound, may hold up the other threads.
+    processRequests(application, playback, deadline);
+    application.send(protocol::Event::Kind::Ended);
+    // Without joining the other threads, which the sound server or the decoder may block.
     _exit(0);
 }

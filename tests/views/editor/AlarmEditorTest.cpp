@@ -134,11 +134,11 @@ private Q_SLOTS:
         fixture.services.bookmarks.isSlow = true;
         fixture.editor.chooseSoundFile();
         meanwhile(fixture);
-        fixture.services.bookmarks.answer();
+        fixture.services.bookmarks.respond();
         QVERIFY(!fixture.store.editingGroup().value_or(none).customSoundPath);
         fixture.store.startAdding();
         fixture.editor.chooseSoundFile();
-        fixture.services.bookmarks.answer();
+        fixture.services.bookmarks.respond();
         QCOMPARE(fixture.edited().customSoundName, QStringLiteral("late.mp3"));
     }
 

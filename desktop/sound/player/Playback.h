@@ -1,0 +1,51 @@
+#pragma once
+
+#include "ApplicationLink.h"
+#include "Sound.h"
+#include "SoundDevice.h"
+
+#include <atomic>
+#include <mutex>
+
+namespace kova {
+
+/// Plays one sound. play() and sendHeartbeats() each need a thread of their own, since either may block
+/// indefinitely; the process exits without joining them.
+class Playback {
+public:
+    Playback(const ApplicationLink &application, const protocol::Request &request);
+
+    /// Plays to the end and reports the result. Reopens a lost sound device.
+    void play();
+
+    /// Sends a heartbeat with the playback state. A hung decoder stops the heartbeat; a hung sound server
+    /// does not.
+    void sendHeartbeats();
+
+    void setVolume(float volume) { m_volume = volume; }
+
+private:
+    void openDevice();
+    bool openSound();
+    void waitForEndOrDeviceLoss();
+    void fill(std::span<float> samples);
+    void setDeviceError(const std::string &reason);
+
+    const ApplicationLink &m_application;
+    const std::string m_path;
+    const int m_loops;
+    std::atomic<float> m_volume;
+
+    std::mutex m_soundMutex; ///< held while the file is read
+    std::unique_ptr<Sound> m_sound;
+    std::atomic<bool> m_isSoundOpened = false; ///< or failed to open
+    std::atomic<bool> m_hasEnded = false;
+    std::atomic<unsigned int> m_buffersRequested = 0; ///< by the sound server
+
+    std::mutex m_deviceErrorMutex;
+    std::string m_deviceError; ///< empty if the sound device is open
+
+    std::unique_ptr<SoundDevice> m_device; ///< last, since its thread uses the other members
+};
+
+} // namespace kova
