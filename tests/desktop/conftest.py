@@ -1,3 +1,5 @@
+import os
+
 import pytest
 
 from session import Session
@@ -12,6 +14,12 @@ def session():
 
 def pytest_configure(config):
     config.addinivalue_line("markers", "slow: takes most of a minute, so it starts first")
+    config.addinivalue_line("markers", "thorough: takes minutes, so it is skipped unless KOVA_THOROUGH=1")
+
+
+def pytest_runtest_setup(item):
+    if item.get_closest_marker("thorough") and os.environ.get("KOVA_THOROUGH") != "1":
+        pytest.skip("KOVA_THOROUGH=1 runs it")
 
 
 def pytest_collection_modifyitems(items):

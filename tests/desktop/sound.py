@@ -1,4 +1,4 @@
-"""A sound server with one silent sink, private to a session, and what is heard there."""
+"""A private sound server with a null sink, recordings of it, and their analysis."""
 
 import ctypes
 import time
@@ -28,7 +28,7 @@ class SoundServer(Process):
 
 
 class Recording:
-    """What the sink plays, in mono, from -1 to 1, for as long as a `with` statement lasts."""
+    """Records the sink during a `with` statement, in mono, from -1 to 1."""
 
     def __init__(self, folder, env):
         self._file = Path(folder, f"recording-{time.monotonic_ns()}")
@@ -53,14 +53,14 @@ class Recording:
 
 
 def loudness(samples, step=0.05):
-    """The root mean square of each step of that many seconds."""
+    """Returns the root mean square of each step of that many seconds."""
     size = int(step * RATE)
     whole = samples[:len(samples) // size * size].reshape(-1, size)
     return numpy.sqrt((whole ** 2).mean(axis=1))
 
 
 def sounding(samples, threshold=0.002, step=0.02, shortest_pause=0.5):
-    """The stretches (from, to) in seconds that are not silent, apart by at least the shortest pause."""
+    """Returns the stretches (from, to) in seconds that are not silent; shorter pauses do not split them."""
     stretches = []
     for index in numpy.flatnonzero(loudness(samples, step) > threshold):
         begin, end = index * step, (index + 1) * step
@@ -72,8 +72,8 @@ def sounding(samples, threshold=0.002, step=0.02, shortest_pause=0.5):
 
 
 def find(sound, samples):
-    """Where the samples are most like the sound, and how loud it is there: (second, gain, likeness). The
-    likeness is the normalised correlation, 1 for the sound alone and about 0 for anything else."""
+    """Returns where the samples correlate best with the sound, as (second, gain, likeness). The likeness is the
+    normalised correlation: 1 for the sound alone, about 0 for an unrelated one."""
     size = 1 << (len(sound) + len(samples)).bit_length()
     spectrum = numpy.conj(numpy.fft.rfft(sound, size)) * numpy.fft.rfft(samples, size)
     correlation = numpy.fft.irfft(spectrum, size)[:len(samples) - len(sound) + 1]
@@ -85,12 +85,18 @@ def find(sound, samples):
     return at / RATE, correlation[at] / power, likeness[at]
 
 
-def heard(sound, samples, piece=0.2):
-    """How loud and how much like itself the sound is found in the samples: the medians (gain, likeness) over
-    its pieces, since a busy machine drops out now and then."""
-    pieces = sound[:len(sound) // int(piece * RATE) * int(piece * RATE)].reshape(-1, int(piece * RATE))
-    found = [find(one, samples)[1:] for one in pieces if one.std() > 0.1 * sound.std()]
+def heard(sound, samples, part=0.2):
+    """Returns the median (gain, likeness) of the sound's parts in the samples. The median ignores dropouts on a
+    busy machine."""
+    parts = sound[:len(sound) // int(part * RATE) * int(part * RATE)].reshape(-1, int(part * RATE))
+    found = [find(one, samples)[1:] for one in parts if one.std() > 0.1 * sound.std()]
     return numpy.median(found, axis=0)
+
+
+def chirp():
+    """A sound that differs from itself at every other position, 0.7 s long."""
+    times = numpy.arange(0, 0.7, 1 / RATE)
+    return 0.5 * numpy.sin(2 * numpy.pi * (300 + 2000 * times) * times)
 
 
 class _Info(ctypes.Structure):
@@ -98,11 +104,11 @@ class _Info(ctypes.Structure):
                 ("format", ctypes.c_int), ("sections", ctypes.c_int), ("seekable", ctypes.c_int)]
 
 
-_FORMS = {".wav": 0x010002, ".aiff": 0x020002, ".flac": 0x170002, ".ogg": 0x200060, ".mp3": 0x230082}
+_FORMATS = {".wav": 0x010002, ".aiff": 0x020002, ".flac": 0x170002, ".ogg": 0x200060, ".mp3": 0x230082}
 
 
 def _transfer(path, mode, info, data=None):
-    """Reads or writes a whole file with libsndfile, which the sound server brings along."""
+    """Reads or writes a whole file with libsndfile, a dependency of the sound server."""
     library = ctypes.CDLL("libsndfile.so.1")
     library.sf_open.restype = ctypes.c_void_p
     library.sf_readf_float.restype = library.sf_writef_float.restype = ctypes.c_int64
@@ -117,13 +123,13 @@ def _transfer(path, mode, info, data=None):
 
 
 def write(path, samples):
-    """A sound file in the form that its suffix names."""
-    info = _Info(0, RATE, 1, _FORMS[path.suffix])
+    """Writes a sound file in the format of its suffix."""
+    info = _Info(0, RATE, 1, _FORMATS[path.suffix])
     _transfer(path, 0x20, info, samples.astype(numpy.float32))
 
 
 def read(path):
-    """A sound file as mono samples at our rate."""
+    """Reads a sound file as mono samples at RATE."""
     info = _Info()
     data, frames = _transfer(path, 0x10, info)
     mono = data.reshape(-1, info.channels)[:frames].mean(axis=1)

@@ -1,9 +1,12 @@
-/* A file whose disk sleeps: while "<path>.<call>" lies beside it, that call of it waits. */
+/* A file on a disk that hangs: while "<path>.<call>" exists, that call for it blocks. "<path>.player" blocks the
+   player's reads. */
 
 #define _GNU_SOURCE
+#include <errno.h>
 #include <fcntl.h>
 #include <stdarg.h>
 #include <stdio.h>
+#include <string.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -19,6 +22,17 @@ static void stall(const char *path, const char *call) {
 int statx(int folder, const char *path, int flags, unsigned mask, struct statx *status) {
     stall(path, "statx");
     return (int)syscall(SYS_statx, folder, path, flags, mask, status);
+}
+
+ssize_t read(int descriptor, void *buffer, size_t size) {
+    char link[64], path[4096] = "";
+    if (strcmp(program_invocation_short_name, "kova-alarm") != 0) {
+        snprintf(link, sizeof link, "/proc/self/fd/%d", descriptor);
+        if (readlink(link, path, sizeof path - 1) > 0) {
+            stall(path, "player");
+        }
+    }
+    return syscall(SYS_read, descriptor, buffer, size);
 }
 
 int open(const char *path, int flags, ...) {

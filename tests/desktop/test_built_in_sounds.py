@@ -1,4 +1,4 @@
-"""Each built-in sound rings, and can be listened to beforehand."""
+"""Each built-in sound rings and can be previewed in the editor."""
 
 import functools
 import re
@@ -16,12 +16,12 @@ assert len(TITLES) == 11
 
 @functools.cache
 def file(name):
-    """Its beginning, as far as it is listened to."""
+    """The beginning of the sound, as long as a test records it."""
     return sound.read(ROOT / f"resources/Sounds/{name}.mp3")[:11 * sound.RATE]
 
 
 def hears(recording, name, volume):
-    """Waits for a second of the recording, undisturbed by a busy machine, that is in the sound's file."""
+    """Waits for a second of the recording that occurs in the sound's file without a dropout."""
     def likeness(other):
         return sound.find(second, file(other))[2]
 
@@ -39,7 +39,7 @@ def hears(recording, name, volume):
 
 
 @pytest.mark.parametrize("name, volume", [*((name, 0.8) for name in TITLES), ("wakeup_pulse", 0.25)])
-def test_it_rings_with_the_groups_volume(session, name, volume):
+def test_an_alarm_plays_at_the_volume_of_its_group(session, name, volume):
     session.start("sound")
     session.save(group(soundName=name, volume=volume))
     with session.record() as recording:
@@ -48,7 +48,7 @@ def test_it_rings_with_the_groups_volume(session, name, volume):
 
 
 @pytest.mark.slow
-def test_it_can_be_listened_to_in_the_editor(session):
+def test_the_editor_previews_each_sound(session):
     session.start("session-bus", "display", "accessibility", "sound")
     session.run("06:50:00", ASSISTED)
     session.assist("press", "アラーム追加")
