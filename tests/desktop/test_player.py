@@ -115,7 +115,7 @@ def test_alsa_without_a_sound_server(session, configuration, reason):
     file = session.folder / "alsa.conf"
     file.write_text(configuration)
     session.save(RUN | {"ttsEnabled": False})
-    program = session.run(env={"ALSA_CONFIG_PATH": str(file), "SDL_AUDIODRIVER": "alsa"}, stderr=subprocess.STDOUT)
+    program = session.run("06:59:56", {"ALSA_CONFIG_PATH": str(file), "SDL_AUDIODRIVER": "alsa"}, stderr=subprocess.STDOUT)
     program.wait_for("[Scheduler] FIRE…")
     if reason:
         assert reason in program.wait_for("kova-alarm: no sound…")
