@@ -16,7 +16,7 @@ using Kind = protocol::Event::Kind;
 using namespace std::chrono_literals;
 
 constexpr auto heartbeatTimeout = 2s;
-constexpr auto gracePeriod = 250ms;
+constexpr auto stopGracePeriod = 250ms;
 const auto startError = QStringLiteral("The player cannot be started: ");
 
 // Upper bound on messages after `age` ms: twice the heartbeat rate plus a margin. Counted from the start, so
@@ -101,7 +101,7 @@ void PlayerProcess::stop() {
     m_heartbeatTimer.stop();
     if (m_process) {
         sendRequest(protocol::Request::Kind::Stop);
-        releaseProcess(gracePeriod);
+        releaseProcess(stopGracePeriod);
     }
 }
 
