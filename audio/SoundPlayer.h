@@ -53,7 +53,7 @@ private:
         float volume;
         bool isLooped;
         QString previewId;
-        std::chrono::seconds pauses{}; ///< before its retries, since its alarm fired
+        std::chrono::seconds pauses{}; ///< sum of the delays of its retries since its alarm fired
     };
 
     void playFile(const std::optional<QString> &path, const AlarmGroup &group, bool loop,

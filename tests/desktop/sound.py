@@ -113,7 +113,7 @@ def _transfer(path, mode, info, data=None):
     library.sf_open.restype = ctypes.c_void_p
     library.sf_readf_float.restype = library.sf_writef_float.restype = ctypes.c_int64
     file = ctypes.c_void_p(library.sf_open(str(path).encode(), mode, ctypes.byref(info)))
-    assert file, f"{path} can't be opened"
+    assert file, f"{path} cannot be opened"
     if data is None:
         data = numpy.zeros(info.frames * info.channels, dtype=numpy.float32)
     transfer = library.sf_readf_float if mode == 0x10 else library.sf_writef_float
