@@ -3,6 +3,7 @@
 #include "AlarmTimes.h"
 #include "Log.h"
 #include "NotificationCenter.h"
+#include "elided.h"
 
 namespace kova {
 
@@ -18,7 +19,7 @@ void requestNotificationAuthorization(NotificationCenter &center, Log &log) {
 
 void sendNotification(NotificationCenter &center, const AlarmGroup &group, qint64 index) {
     const QString prefix =
-        group.label.isEmpty() ? QStringLiteral("アラーム ") : group.label + QStringLiteral(" — ");
+        group.label.isEmpty() ? QStringLiteral("アラーム ") : elided(group.label) + QStringLiteral(" — ");
     center.add({
         .identifier = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper(),
         .title = QStringLiteral("KOVA"),

@@ -87,7 +87,7 @@ private Q_SLOTS:
     void notificationContainsThePlannedTime() {
         startAt({6, 49, 59},
                 {makeGroup(QString(), 7, 5, 2, 15), makeGroup(QStringLiteral("Work"), 23, 55, 1, 1),
-                 makeGroup(QStringLiteral(" "), 8, 0, 1, 1)});
+                 makeGroup(QStringLiteral(" "), 8, 0, 1, 1), makeGroup(QString(2000, u'長'), 9, 0, 1, 1)});
         m_services->runLoop.advance(18h);
         QStringList bodies;
         QSet<QString> identifiers;
@@ -98,9 +98,11 @@ private Q_SLOTS:
             QCOMPARE(QUuid::fromString(request.identifier).toString(QUuid::WithoutBraces).toUpper(),
                      request.identifier);
         }
-        QCOMPARE(bodies, (QStringList{QStringLiteral("アラーム 6:50"), QStringLiteral("アラーム 7:05"),
-                                      QStringLiteral("  — 8:00"), QStringLiteral("Work — 23:55")}));
-        QCOMPARE(identifiers.size(), 4);
+        QCOMPARE(bodies,
+                 (QStringList{QStringLiteral("アラーム 6:50"), QStringLiteral("アラーム 7:05"),
+                              QStringLiteral("  — 8:00"), QString(1000, u'長') + QStringLiteral("… — 9:00"),
+                              QStringLiteral("Work — 23:55")}));
+        QCOMPARE(identifiers.size(), 5);
     }
 
     void speaksTheMessageOfEachAlarm() {

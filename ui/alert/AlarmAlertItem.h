@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AlarmScheduler.h"
+#include "elided.h"
 
 #include <QObject>
 #include <qqmlregistration.h>
@@ -25,7 +26,7 @@ public:
     /// The planned time of the alarm, not the moment of firing.
     QString alertTimeText() const;
 
-    QString label() const { return m_alarm.group.label; }
+    QString label() const { return elided(m_alarm.group.label); }
 
     /// "アラーム 2 / 3".
     QString positionText() const;

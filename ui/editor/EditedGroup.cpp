@@ -19,7 +19,7 @@ float EditedGroup::nearestStep(float level) {
     return std::round(std::clamp(level, 0.0F, 1.0F) * steps) / steps;
 }
 
-// The whole part of the product as a 32-bit float, which names the steps right: 0.7 gives 70, not 69.
+// Multiplies as a 32-bit float, so that 0.7 gives 70, not 69.
 QString EditedGroup::percentText(float level) {
     return QString::number(std::trunc(static_cast<double>(level * 100.0F)), 'f', 0) + u'%';
 }
@@ -29,7 +29,7 @@ void EditedGroup::toggleDay(int day) {
         repeatDays.append(day);
     }
     if (repeatDays.isEmpty()) {
-        repeatDays = {}; // without memory, as the toolkit compares that of an empty list too
+        repeatDays = {}; // QML also compares the buffers of empty lists
     }
 }
 

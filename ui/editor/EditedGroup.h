@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AlarmGroup.h"
+#include "elided.h"
 
 #include <QObject>
 #include <algorithm>
@@ -8,30 +9,31 @@
 
 namespace kova {
 
-/// The edited group as the views read and write it. A stored value that no control offers is shown as it is
-/// and stays until the user changes it.
+/// The edited group as the views read and write it. A stored value outside a control's range is shown
+/// unchanged and kept until the user changes it. Of a text that is too long for a field, the field edits the
+/// beginning and the rest is kept.
 struct EditedGroup : AlarmGroup {
     Q_GADGET
     QML_VALUE_TYPE(editedGroup)
-    Q_PROPERTY(int hourIndex READ hourIndex WRITE setHourIndex) ///< -1 for a stored hour that is none
+    Q_PROPERTY(int hourIndex READ hourIndex WRITE setHourIndex) ///< -1 for an invalid stored hour
     Q_PROPERTY(QString hourText READ hourText)
     Q_PROPERTY(int minuteIndex READ minuteIndex WRITE setMinuteIndex) ///< the same
     Q_PROPERTY(QString minuteText READ minuteText)
     Q_PROPERTY(bool startBefore MEMBER startBefore)
-    Q_PROPERTY(QString label MEMBER label)
-    Q_PROPERTY(int alarmCount READ nearestCount WRITE setAlarmCount) ///< as near as an int comes
+    Q_PROPERTY(QString label READ editedLabel WRITE setEditedLabel)
+    Q_PROPERTY(int alarmCount READ nearestCount WRITE setAlarmCount) ///< clamped to int
     Q_PROPERTY(QString alarmCountText READ alarmCountText)
     Q_PROPERTY(int intervalMinutes READ nearestInterval WRITE setIntervalMinutes) ///< the same
     Q_PROPERTY(QString intervalText READ intervalText)
     Q_PROPERTY(bool hasCustomSound READ hasCustomSound)
     Q_PROPERTY(QString customSoundName READ fileName)
-    Q_PROPERTY(QString chosenSound READ chosenSound) ///< a built-in one's id, or none
+    Q_PROPERTY(QString chosenSound READ chosenSound) ///< id of a built-in sound, or empty
     Q_PROPERTY(float volume MEMBER volume WRITE setVolume)
     Q_PROPERTY(QString volumeText READ volumeText)
     Q_PROPERTY(bool ttsEnabled MEMBER ttsEnabled)
-    Q_PROPERTY(QString ttsMessage MEMBER ttsMessage)
+    Q_PROPERTY(QString ttsMessage READ editedMessage WRITE setEditedMessage)
     Q_PROPERTY(bool ttsLastEnabled MEMBER ttsLastEnabled)
-    Q_PROPERTY(QString ttsLastMessage MEMBER ttsLastMessage)
+    Q_PROPERTY(QString ttsLastMessage READ editedLastMessage WRITE setEditedLastMessage)
     Q_PROPERTY(float ttsVolume MEMBER ttsVolume WRITE setTtsVolume)
     Q_PROPERTY(QString ttsVolumeText READ ttsVolumeText)
 
@@ -39,6 +41,7 @@ public:
     static constexpr int maximumAlarmCount = 20;
     static constexpr int maximumIntervalMinutes = 30;
     static constexpr int volumeSteps = 20;
+    static constexpr int maximumTextLength = 32767; ///< of a QML text field
 
     int hourIndex() const { return indexBelow(24, targetHour); }
     QString hourText() const { return QString::number(targetHour); }
@@ -48,24 +51,32 @@ public:
     QString alarmCountText() const { return QStringLiteral("%1回").arg(alarmCount); }
     int nearestInterval() const { return nearestInt(intervalMinutes); }
     QString intervalText() const { return QStringLiteral("%1分").arg(intervalMinutes); }
+    QString editedLabel() const { return label.left(maximumTextLength); }
+    QString editedMessage() const { return ttsMessage.left(maximumTextLength); }
+    QString editedLastMessage() const { return ttsLastMessage.left(maximumTextLength); }
     bool hasCustomSound() const { return customSoundName.has_value(); }
-    QString fileName() const { return customSoundName.value_or(QString()); }
+    QString fileName() const { return elided(customSoundName.value_or(QString())); }
     QString chosenSound() const { return customSoundPath ? QString() : soundName; }
     QString volumeText() const { return percentText(volume); }
     QString ttsVolumeText() const { return percentText(ttsVolume); }
 
     void setHourIndex(int hour) { targetHour = hour; }
     void setMinuteIndex(int minute) { targetMinute = minute; }
-    /// Brings the count into 1 to 20.
+    void setEditedLabel(const QString &text) { label = text + label.mid(maximumTextLength); }
+    void setEditedMessage(const QString &text) { ttsMessage = text + ttsMessage.mid(maximumTextLength); }
+    void setEditedLastMessage(const QString &text) {
+        ttsLastMessage = text + ttsLastMessage.mid(maximumTextLength);
+    }
+    /// Clamps to 1 to 20.
     void setAlarmCount(int count) { alarmCount = std::clamp(count, 1, maximumAlarmCount); }
-    /// Brings the interval into 1 to 30.
+    /// Clamps to 1 to 30.
     void setIntervalMinutes(int minutes) { intervalMinutes = std::clamp(minutes, 1, maximumIntervalMinutes); }
-    /// Takes the nearest of the steps from 0 to 1; the same for the speech.
+    /// Rounds to the nearest step from 0 to 1.
     void setVolume(float level) { volume = nearestStep(level); }
     void setTtsVolume(float level) { ttsVolume = nearestStep(level); }
 
     Q_INVOKABLE bool repeatsOn(int day) const { return repeatDays.contains(day); }
-    /// Takes the day out wherever it stands, or puts it last.
+    /// Removes all entries of the day, or appends it.
     void toggleDay(int day);
 
 private:

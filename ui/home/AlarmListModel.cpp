@@ -3,6 +3,7 @@
 #include "AlarmTimes.h"
 #include "AlarmViewModel.h"
 #include "HomeSelection.h"
+#include "elided.h"
 
 namespace kova {
 
@@ -48,7 +49,7 @@ QVariant AlarmListModel::data(const QModelIndex &index, int role) const {
     case GroupId:
         return group.idText();
     case Label:
-        return group.label;
+        return elided(group.label);
     case TimeText:
         return timeText(group.targetHour, group.targetMinute);
     case RepeatDaysText:

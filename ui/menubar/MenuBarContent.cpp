@@ -1,8 +1,7 @@
 #include "MenuBarContent.h"
 
 #include "AlarmTimes.h"
-
-#include <QTextBoundaryFinder>
+#include "elided.h"
 
 #include <algorithm>
 
@@ -11,20 +10,10 @@ namespace kova {
 namespace {
 
 constexpr qsizetype shownGroups = 5;
+constexpr int maxLabelLength = 30; // characters
 
-// By characters as a reader counts them: none is cut in two.
-QString shortened(const QString &label) {
-    constexpr int longest = 30;
-    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, label);
-    qsizetype end = 0;
-    for (int count = 0; count < longest && end < label.size(); ++count) {
-        end = characters.toNextBoundary();
-    }
-    return end < label.size() ? label.first(end) + u'…' : label;
-}
-
-// The time stands first: a label from right to left would take the whole line along. Some desktops heed the
-// mark, some the isolation.
+// The time comes first, so a right-to-left label would set the direction of the whole line. Some desktops
+// apply the mark, some the isolate.
 QString line(const QString &time, const QString &label) {
     constexpr QChar leftToRight(0x200E);
     constexpr QChar isolate(0x2068);
@@ -37,7 +26,7 @@ QString line(const QString &time, const QString &label) {
 MenuBarEntry groupLine(const AlarmGroup &group) {
     const QString time = timeText(group.targetHour, group.targetMinute);
     return {.kind = MenuBarEntry::Group,
-            .text = group.label.isEmpty() ? time : line(time, shortened(group.label)),
+            .text = group.label.isEmpty() ? time : line(time, elided(group.label, maxLabelLength)),
             .isEnabled = group.isEnabled};
 }
 
