@@ -11,7 +11,7 @@ namespace kova {
 
 namespace {
 
-// For a desktop that does not know the icon by its name: seen on light and on dark panels.
+// Fallback for icon themes without our icon; visible on light and dark panels.
 QIcon bell() {
     constexpr QColor color(0xFF, 0x6B, 0x36);
     QIcon icon;
@@ -42,8 +42,8 @@ void MenuBarExtra::show(MenuBarMenu::Use menu) {
     m_icon.show();
 }
 
-// A plain click, where the desktop does not answer it with the menu itself. Under Wayland no program can
-// place a menu of its own at the pointer.
+// Called on a plain click if the desktop does not open the menu itself. A Wayland client cannot open a menu
+// at the pointer.
 void MenuBarExtra::activate(QSystemTrayIcon::ActivationReason reason) {
     if (reason != QSystemTrayIcon::Trigger) {
         return;

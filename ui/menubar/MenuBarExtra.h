@@ -9,8 +9,8 @@ namespace kova {
 class AlarmViewModel;
 class PowerManager;
 
-/// The item in the desktop's menu bar with its menu. Its lines follow the store; whatever changes in one
-/// turn of the event loop makes one update, and an equal content none. Main thread.
+/// The item in the desktop's menu bar with its menu. The menu is updated at most once per event loop
+/// iteration after the store has changed. Main thread.
 class MenuBarExtra : public QObject {
     Q_OBJECT
 
@@ -18,11 +18,10 @@ public:
     /// All must outlive the item.
     MenuBarExtra(const AlarmViewModel &store, const PowerManager &powerManager);
 
-    /// Puts the item into the menu bar; the desktop must have a place for it, where it takes the menu from
-    /// the message bus or leaves it to the program to draw.
+    /// Shows the item. The desktop must have a menu bar; it either takes the menu from the session bus or
+    /// leaves the drawing to this process.
     void show(MenuBarMenu::Use menu);
 
-    /// As the program draws it, and as it stands on the bus.
     const QMenu &menu() const { return m_menu; }
     const QMenu &exportedMenu() const { return m_exportedMenu; }
 

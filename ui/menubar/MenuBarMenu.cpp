@@ -16,13 +16,13 @@ constexpr QColor systemGreen(0x34, 0xC7, 0x59);
 constexpr QColor systemOrange(0xFF, 0x95, 0x00);
 constexpr QColor secondary(0x8E, 0x8E, 0x93);
 
-// Lines that can't be chosen keep their colours.
+// Disabled lines keep their colours.
 QIcon symbolIcon(const QString &name, const QColor &color) {
     constexpr qreal fontSize = 13;
     QIcon icon;
     for (const qreal ratio : {1.0, 2.0}) {
         QImage image = symbolImage(name, fontSize, color, ratio);
-        image.setDevicePixelRatio(1); // a picture of its own size: menus pick the one that fits
+        image.setDevicePixelRatio(1); // menus choose by size in pixels
         const QPixmap pixmap = QPixmap::fromImage(std::move(image));
         icon.addPixmap(pixmap);
         icon.addPixmap(pixmap, QIcon::Disabled);
@@ -42,16 +42,23 @@ QIcon symbol(const MenuBarEntry &entry) {
     }
 }
 
-// A label is the user's text: no letter of it is a mnemonic, and it stays on its line.
+// The text is the user's: it has no mnemonics and no line breaks.
 QString drawnText(const QString &text) {
     return plainLine(text).replace(u'&', QStringLiteral("&&"));
 }
 
-// On the bus "_" marks the mnemonic. The toolkit makes one of the first "&", so that must be none of the
-// text's.
+// On the bus "_" marks a mnemonic and "__" is an underscore; Qt converts the first "&" to "_", so a mark in
+// front protects the text's own. GNOME removes only the first "_", so a text that needs more than one escape
+// gets look-alikes instead.
 QString exportedText(const QString &text) {
-    const QString plain = plainLine(text).replace(u'_', QStringLiteral("__"));
-    return plain.contains(u'&') ? u'&' + plain : plain;
+    QString exported = plainLine(text);
+    if (exported.count(u'_') > 1) {
+        exported.replace(u'_', u'ˍ');
+    }
+    if (exported.contains(u'_')) {
+        return exported.replace(u'&', u'＆').replace(u'_', QStringLiteral("__"));
+    }
+    return exported.contains(u'&') ? u'&' + exported : exported;
 }
 
 bool haveSameKinds(const QList<MenuBarEntry> &a, const QList<MenuBarEntry> &b) {
@@ -65,7 +72,7 @@ MenuBarMenu::MenuBarMenu(Use use) : m_use(use) {
     setSeparatorsCollapsible(true);
 }
 
-// Lines that stay are refilled in place, so that an open menu does not collapse.
+// Updates lines in place where possible, so that an open menu does not close.
 void MenuBarMenu::setContent(const QList<MenuBarEntry> &content) {
     const QList<MenuBarEntry> before = std::exchange(m_content, content);
     if (haveSameKinds(before, m_content)) {
@@ -83,7 +90,7 @@ void MenuBarMenu::setContent(const QList<MenuBarEntry> &content) {
     }
 }
 
-// The symbol shows the state; that the line is checked is for those who don't see it.
+// The symbol shows the state. The check state is for assistive tools only.
 void MenuBarMenu::initStyleOption(QStyleOptionMenuItem *option, const QAction *action) const {
     QMenu::initStyleOption(option, action);
     option->checkType = QStyleOptionMenuItem::NotCheckable;
@@ -93,7 +100,8 @@ void MenuBarMenu::initStyleOption(QStyleOptionMenuItem *option, const QAction *a
 void MenuBarMenu::fill(QAction *action, const MenuBarEntry &entry) const {
     action->setText(m_use == Drawn ? drawnText(entry.text) : exportedText(entry.text));
     action->setIcon(symbol(entry));
-    action->setCheckable(entry.kind == MenuBarEntry::Group);
+    // Panels would show a check mark beside the symbol.
+    action->setCheckable(entry.kind == MenuBarEntry::Group && m_use == Drawn);
     action->setChecked(entry.isEnabled);
 }
 

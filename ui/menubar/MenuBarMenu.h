@@ -6,19 +6,19 @@
 
 namespace kova {
 
-/// A menu of the menu-bar item's lines. Main thread.
+/// The menu of the menu-bar item. Main thread.
 class MenuBarMenu : public QMenu {
     Q_OBJECT
 
 public:
     enum Use {
-        Drawn,   ///< by the program itself
-        Exported ///< on the message bus, where the desktop draws it
+        Drawn,   ///< by this process
+        Exported ///< on the session bus, drawn by the desktop
     };
 
     explicit MenuBarMenu(Use use);
 
-    /// Changes the lines that differ, no others.
+    /// Updates only the lines that differ.
     void setContent(const QList<MenuBarEntry> &content);
 
 protected:
