@@ -72,8 +72,8 @@ public:
 
     void click(const QQuickItem *item) { click(rect(item).center()); }
     void click(QPointF point) { QTest::mouseClick(&m_view, Qt::LeftButton, {}, point.toPoint()); }
-    void wheel(QPointF point, int turn) {
-        QWheelEvent event(point, m_view.mapToGlobal(point), {}, {0, turn}, Qt::NoButton, Qt::NoModifier,
+    void wheel(QPointF point, QPoint angle, Qt::KeyboardModifiers modifiers = {}) {
+        QWheelEvent event(point, m_view.mapToGlobal(point), {}, angle, Qt::NoButton, modifiers,
                           Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(&m_view, &event);
     }

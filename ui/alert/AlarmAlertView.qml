@@ -20,8 +20,8 @@ FocusScope {
 
     Keys.onPressed: quiet.restart()
 
-    // Keys that were meant for something else must not end it, so the focus comes to a button when none has come for a
-    // while.
+    // Keys typed for something else must not end the alarm, so the stop button gets the focus only after a second
+    // without keys.
     Timer {
         id: quiet
 

@@ -2,8 +2,8 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// The ringing alarm in front of everything else in the window. Only its buttons end it: a press beside it or
-// Escape, perhaps meant for something else, must never silence an alarm.
+// The ringing alarm in front of everything else in the window. Only its buttons end it: a click beside it or Escape may
+// be meant for something else and must not silence an alarm.
 T.Popup {
     id: sheet
 

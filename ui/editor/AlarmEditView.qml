@@ -1,11 +1,11 @@
 import QtQuick 2.15
 import Kova
 
-// The one screen on which a group is made or changed. It stores nothing: its presenter does.
+// The screen on which a group is created or changed. Saving and closing are left to the presenter.
 Item {
     id: view
 
-    // Of the background.
+    // Of the background, in pixels.
     property real cornerRadius: 0
     required property AlarmEditor editor
     readonly property string title: editor.isNew ? "新規アラーム" : "アラーム編集"
@@ -71,8 +71,16 @@ Item {
                 isStretched: false
                 title: "繰り返し"
 
-                RepeatSection {
-                    editor: view.editor
+                Row {
+                    spacing: 6
+
+                    Repeater {
+                        model: view.editor.dayLabels
+
+                        delegate: DayChip {
+                            editor: view.editor // qmllint disable unqualified
+                        }
+                    }
                 }
             }
             SectionCard {

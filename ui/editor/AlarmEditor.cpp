@@ -24,7 +24,7 @@ QStringList numbers(int count, int digits) {
     return texts;
 }
 
-QStringList ofSounds(QString SoundEntry::*field) {
+QStringList fieldOfSounds(QString SoundEntry::*field) {
     QStringList texts;
     for (const SoundEntry &sound : builtInSounds()) {
         texts.append(sound.*field);
@@ -32,26 +32,35 @@ QStringList ofSounds(QString SoundEntry::*field) {
     return texts;
 }
 
+QStringList alarmTimes(const AlarmGroup &group) {
+    QStringList times;
+    for (qint64 index = 0; hasAlarms(group) && index < group.alarmCount; ++index) {
+        times.append(timeText(alarmTime(group, index)));
+    }
+    return times;
+}
+
 } // namespace
 
-AlarmEditor::AlarmEditor(const Ports &ports, QObject *parent)
-    : QObject(parent),
-      m_ports(ports),
-      m_timeline(ports.store) {
-    connect(&ports.store, &AlarmViewModel::editingGroupChanged, this, &AlarmEditor::follow);
+AlarmEditor::AlarmEditor(const Ports &ports, QObject *parent) : QObject(parent), m_ports(ports) {
+    connect(&ports.store, &AlarmViewModel::editingGroupChanged, this, &AlarmEditor::publishGroup);
     connect(&ports.store, &AlarmViewModel::isEditingChanged, this, [this] {
         if (!m_ports.store.isEditing()) {
             leave();
         }
     });
-    follow();
+    publishGroup();
 }
 
-void AlarmEditor::follow() {
-    if (m_ports.store.editingGroup()) {
-        m_timeline.update();
-        Q_EMIT groupChanged();
+void AlarmEditor::publishGroup() {
+    if (!m_ports.store.editingGroup()) {
+        return;
     }
+    if (QStringList times = alarmTimes(group()); times != m_timeline) {
+        m_timeline = std::move(times);
+        Q_EMIT timelineChanged();
+    }
+    Q_EMIT groupChanged();
 }
 
 EditedGroup AlarmEditor::group() const {
@@ -81,11 +90,11 @@ QStringList AlarmEditor::dayLabels() {
 }
 
 QStringList AlarmEditor::soundIds() {
-    return ofSounds(&SoundEntry::id);
+    return fieldOfSounds(&SoundEntry::id);
 }
 
 QStringList AlarmEditor::soundLabels() {
-    return ofSounds(&SoundEntry::label);
+    return fieldOfSounds(&SoundEntry::label);
 }
 
 void AlarmEditor::toggleDay(int day) {
@@ -95,21 +104,21 @@ void AlarmEditor::toggleDay(int day) {
 }
 
 void AlarmEditor::chooseSoundFile() {
-    if (!m_choice) {
-        m_choice = std::make_unique<QObject>();
+    if (!m_fileChoice) {
+        m_fileChoice = std::make_unique<QObject>();
     }
-    const QPointer<QObject> choice = m_choice.get();
+    const QPointer<QObject> choice = m_fileChoice.get();
     const QUuid id = group().id;
     const std::optional<QString> path =
         m_ports.fileChooser.chooseFile({QStringLiteral("アラーム用のサウンドファイルを選択"),
                                         {QStringLiteral("audio/*"), QStringLiteral("audio/mpeg"),
                                          QStringLiteral("audio/x-wav"), QStringLiteral("audio/x-aiff")}});
-    // The event loop ran meanwhile: the choice may be dropped.
+    // The dialog ran the event loop, so the choice may have been discarded.
     if (!choice || !path || path->isEmpty()) {
         return;
     }
-    m_choice = std::make_unique<QObject>(); // and with the old one what an earlier file would still answer
-    m_ports.bookmarks.create(*path, m_choice.get(), [this, id, path](const Result<QByteArray> &bookmark) {
+    m_fileChoice = std::make_unique<QObject>(); // discards the pending result of an earlier file
+    m_ports.bookmarks.create(*path, m_fileChoice.get(), [this, id, path](const Result<QByteArray> &bookmark) {
         if (!bookmark) {
             m_ports.log.print(QStringLiteral("[SoundPlayer] bookmark error: ") + bookmark.error());
         } else if (EditedGroup changed = group(); changed.id == id) {
@@ -121,7 +130,7 @@ void AlarmEditor::chooseSoundFile() {
 }
 
 void AlarmEditor::selectBuiltInSound(const QString &soundId) {
-    m_choice.reset();
+    m_fileChoice.reset();
     EditedGroup changed = group();
     changed.soundName = soundId;
     changed.customSoundPath.reset();
@@ -159,7 +168,7 @@ void AlarmEditor::cancelUnchanged() {
 }
 
 void AlarmEditor::leave() {
-    m_choice.reset();
+    m_fileChoice.reset();
     m_ports.soundPlayer.stop();
     m_ports.ttsPlayer.stop();
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "EditedGroup.h"
-#include "editor/schedule/TimelineModel.h"
 
 #include <QObject>
 #include <QStringList>
@@ -16,15 +15,15 @@ class Log;
 class SoundPlayer;
 class TTSPlayer;
 
-/// The editor's two-way binding to the store's editing group: each change is written back at once. Main
+/// The editor's two-way binding to the store's editing group. Each change is written back immediately. Main
 /// thread.
 class AlarmEditor : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the application")
+    QML_UNCREATABLE("created by the application")
     Q_PROPERTY(kova::EditedGroup group READ group WRITE setGroup NOTIFY groupChanged)
     Q_PROPERTY(bool isNew READ isNew NOTIFY groupChanged)
-    Q_PROPERTY(kova::TimelineModel *timeline READ timeline CONSTANT)
+    Q_PROPERTY(QStringList timeline READ timeline NOTIFY timelineChanged)
     Q_PROPERTY(QStringList hourTexts READ hourTexts CONSTANT)
     Q_PROPERTY(QStringList minuteTexts READ minuteTexts CONSTANT)
     Q_PROPERTY(QStringList dayLabels READ dayLabels CONSTANT)
@@ -35,7 +34,7 @@ class AlarmEditor : public QObject {
     Q_PROPERTY(qreal volumeStep READ volumeStep CONSTANT)
 
 public:
-    /// What the editor works with.
+    /// The objects that the editor uses. All must outlive it.
     struct Ports {
         AlarmViewModel &store;
         SoundPlayer &soundPlayer;
@@ -47,15 +46,17 @@ public:
 
     explicit AlarmEditor(const Ports &ports, QObject *parent = nullptr);
 
-    /// The store's editing group, or the defaults. That a group is gone is not told: the views keep what they
-    /// show while they fade out.
+    /// Returns the store's editing group, or the defaults if there is none. groupChanged() is not emitted
+    /// when the group is reset, so that the views keep their content while they fade out.
     EditedGroup group() const;
-    /// Does nothing once the editor is closed, as when a text is completed while it fades out.
+    /// Does nothing after the editor has closed; a text field may commit its text while the editor fades out.
     void setGroup(const EditedGroup &group);
 
-    /// True when the store's list doesn't hold the group.
+    /// Returns true if the store's list does not contain the group.
     bool isNew() const;
-    TimelineModel *timeline() { return &m_timeline; }
+
+    /// The times of the run's alarms in ringing order.
+    QStringList timeline() const { return m_timeline; }
 
     static QStringList hourTexts();
     static QStringList minuteTexts();
@@ -68,8 +69,8 @@ public:
 
     Q_INVOKABLE void toggleDay(int day);
 
-    /// Asks for a file and waits for the user; alarms ring on meanwhile. On a slow disk the group gets the
-    /// file later, unless its sound was chosen anew or the editor left it meanwhile.
+    /// Shows the file dialog and returns when it is closed; alarms ring meanwhile. On a slow disk the file is
+    /// assigned later, unless another sound has been chosen or the editor has been closed.
     Q_INVOKABLE void chooseSoundFile();
     Q_INVOKABLE void clearCustomSound() { selectBuiltInSound(group().soundName); }
     Q_INVOKABLE void selectBuiltInSound(const QString &soundId);
@@ -80,21 +81,22 @@ public:
 
     Q_INVOKABLE void save();
     Q_INVOKABLE void cancel();
-    /// Cancels when nothing would be lost.
+    /// Cancels if the group has not been changed.
     Q_INVOKABLE void cancelUnchanged();
 
-    /// Ends what is being tried out; to be called when the editor leaves the screen.
+    /// Stops the sound and the speech. Call when the editor leaves the screen.
     Q_INVOKABLE void leave();
 
 Q_SIGNALS:
     void groupChanged();
+    void timelineChanged();
 
 private:
-    void follow();
+    void publishGroup();
 
     Ports m_ports;
-    std::unique_ptr<QObject> m_choice; ///< of a file for this group; owns the answer
-    TimelineModel m_timeline;
+    std::unique_ptr<QObject> m_fileChoice; ///< context of the pending choice; deleting it discards the result
+    QStringList m_timeline;
 };
 
 } // namespace kova

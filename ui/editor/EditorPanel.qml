@@ -2,14 +2,15 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// The editor as a panel over the dimmed window. It fills the window, so that a click beside the panel is its own.
+// The editor as a panel over the dimmed window. It fills the window, so that it receives clicks beside the panel.
 T.Popup {
     id: panel
 
     required property AlarmEditor editor
 
-    // The list of a picker is modal itself, and would get no wheel in front of another modal popup.
-    readonly property bool isListOpen: contentItem.Window.activeFocusItem?.popup?.visible ?? false // qmllint disable
+    // The open list of a picker is modal itself, and would receive no wheel events in front of another modal popup.
+    // Reading `popup` instead of `down` would create the list of a picker as soon as it has the focus.
+    readonly property bool isListOpen: (contentItem.Window.activeFocusItem as T.ComboBox)?.down ?? false
 
     closePolicy: T.Popup.NoAutoClose
     dim: false
@@ -23,13 +24,52 @@ T.Popup {
     background: Rectangle {
         color: Palette.dimming
     }
-
-    // While it fades it is one picture, lest what lies behind shows through between its pieces.
-    contentItem: EditorStage {
-        editor: panel.editor
+    // qmllint disable deferred-property-id
+    contentItem: FocusScope {
+        // qmllint enable deferred-property-id
+        Accessible.name: editView.title
+        Accessible.role: Accessible.Dialog
         focus: true
-        isSettled: panel.opened
+        // Fades as a single picture; the list must not show through between the parts.
         layer.enabled: panel.opacity < 1
+
+        Keys.onEscapePressed: panel.editor.cancelUnchanged()
+
+        MouseArea {
+            anchors.fill: parent
+            objectName: "dimming"
+
+            onClicked: panel.editor.cancel()
+        }
+        PanelShadow {
+            anchors.fill: editView
+            radius: 20
+        }
+
+        // Takes the clicks between the controls.
+        MouseArea {
+            anchors.fill: editView
+        }
+        AlarmEditView {
+            id: editView
+
+            anchors.centerIn: parent
+            cornerRadius: 16
+            editor: panel.editor
+            height: Math.max(parent.height - 40, Math.min(implicitHeight, parent.height))
+            objectName: "editorPanel"
+            width: Math.max(Math.min(parent.width - 40, 460), implicitWidth)
+
+            onCancel: panel.editor.cancel()
+            onSave: panel.editor.save()
+        }
+
+        // Takes the second click of the double click that opened the editor.
+        MouseArea {
+            anchors.fill: parent
+            objectName: "doubleClickGuard"
+            visible: !panel.opened
+        }
     }
     enter: PanelTransition {
         growing: panel.contentItem

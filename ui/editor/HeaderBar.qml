@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import Kova
 
-// The title stands in the middle of the room that the two buttons leave.
+// The title is centred between the two buttons.
 Item {
     id: header
 

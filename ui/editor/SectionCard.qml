@@ -7,7 +7,7 @@ Column {
 
     default property alias content: column.data
 
-    // Fills the width instead of keeping the content's.
+    // Whether the card fills the width instead of fitting its content.
     property bool isStretched: true
     required property string title
 

@@ -236,7 +236,8 @@ const QList<Row> editorRows{
     {"save", edited, clickButtonOf("HeaderBar", 0, 1),
      u"edits: , groups: 夜 無-, marks: 夜 無, reads: , sounds: "},
     {"cancel", edited, clickButtonOf("HeaderBar", 0), u"edits: , reads: , sounds: "},
-    {"beside the editor", edited, clickType("EditorStage", 0, {0.01, 0.5}), u"edits: , reads: , sounds: "},
+    {"beside the editor", edited, [](WholeWindow &w) { w.click(QPointF(5, 750)); },
+     u"edits: , reads: , sounds: "},
     {"edge of the editor", edited, clickType("AlarmEditView", 0, {0.01, 0.1}), u""},
 };
 

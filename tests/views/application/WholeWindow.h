@@ -55,7 +55,7 @@ struct WholeWindow : Window {
         AlarmGroup group = store.groups().constFirst();
         change(group);
         store.startEditing(group);
-        QTRY_VERIFY(ofType("EditorStage") && ofType("EditorStage")->property("isSettled").toBool());
+        QTRY_VERIFY(shows("editorPanel") && !shows("doubleClickGuard"));
     }
     void ringFirst() {
         services.clock.set({2026, 3, 2}, {6, 49, 59});

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QFontMetricsF>
 #include <QInputMethodEvent>
+#include <QSignalSpy>
 
 using namespace kova;
 
@@ -20,6 +21,8 @@ struct Shown : EditorFixture, ViewFixture {
 
     QList<QQuickItem *> ofTypes(const QByteArray &type) { return all(root(), isA(type)); }
 };
+
+using Act = std::function<void(Shown &)>;
 
 QRectF rect(const QQuickItem *item) {
     return ViewFixture::rect(item);
@@ -229,8 +232,59 @@ private Q_SLOTS:
         QTest::mouseRelease(&shown.window(), Qt::LeftButton, {}, {200, 200});
         QCOMPARE(area->property("contentY").toReal(), 0);
 
-        shown.wheel(start, -120);
+        shown.wheel(start, {0, -120});
         QTRY_VERIFY(area->property("contentY").toReal() > 0);
+    }
+
+    void scrollsTheTimeline_data() {
+        QTest::addColumn<Act>("right");
+        QTest::addColumn<Act>("left");
+        const auto wheel = [](QPoint angle, Qt::KeyboardModifiers modifiers) {
+            return Act([=](Shown &shown) {
+                const QRectF strip = rect(shown.ofType("TimelineStrip"));
+                shown.wheel(strip.center() + QPointF(0, 8), angle, modifiers);
+            });
+        };
+        QTest::newRow("horizontal wheel") << wheel({-120, 0}, {}) << wheel({120, 0}, {});
+        QTest::newRow("wheel with Shift")
+            << wheel({0, -120}, Qt::ShiftModifier) << wheel({0, 120}, Qt::ShiftModifier);
+        QTest::newRow("arrow keys") << Act([](Shown &shown) { shown.key(Qt::Key_Right); })
+                                    << Act([](Shown &shown) { shown.key(Qt::Key_Left); });
+        QTest::newRow("Home and End") << Act([](Shown &shown) { shown.key(Qt::Key_End); })
+                                      << Act([](Shown &shown) { shown.key(Qt::Key_Home); });
+    }
+    void scrollsTheTimeline() {
+        QFETCH(Act, right);
+        QFETCH(Act, left);
+        AlarmGroup group;
+        group.alarmCount = 20;
+        Shown shown(group, {460, 800});
+        QQuickItem *const list =
+            shown.first([](QQuickItem &item) { return item.inherits("QQuickListView"); });
+        const auto isAtStart = [list] { return list->property("atXBeginning").toBool(); };
+        shown.ofType("Stepper", 1)->forceActiveFocus(Qt::TabFocusReason);
+        shown.key(Qt::Key_Tab);
+        QVERIFY(list->hasActiveFocus());
+        QVERIFY(!ViewFixture::all(shown.ofType("TimelineStrip"), [](QQuickItem &item) {
+                     return item.inherits("kova::FocusRing");
+                 }).isEmpty());
+        QTRY_VERIFY(rect(list).bottom() < 800);
+        const qreal top = rect(list).top();
+
+        right(shown);
+        QTRY_VERIFY(!isAtStart());
+        shown.set(&EditedGroup::setIntervalMinutes, 7);
+        QVERIFY(!isAtStart());
+        left(shown);
+        QTRY_VERIFY(isAtStart());
+        QCOMPARE(rect(list).top(), top);
+
+        shown.ofType("Stepper")->forceActiveFocus(Qt::TabFocusReason);
+        shown.set(&EditedGroup::setAlarmCount, 3);
+        QVERIFY(!list->activeFocusOnTab());
+        QSignalSpy changed(&shown.editor, &AlarmEditor::timelineChanged);
+        shown.set(&EditedGroup::setVolume, 0.1F);
+        QCOMPARE(changed.size(), 0);
     }
 
     void followsTheFocusOutOfSight() {

@@ -66,6 +66,35 @@ private Q_SLOTS:
         QVERIFY(w.shows("editorPanel"));
     }
 
+    // Laying out such a text would block the window for minutes.
+    void hugeTextsAreShortenedBeforeTheirLayout() {
+        AlarmGroup group = groupAt(7, QString(5'000'000, u'長'));
+        group.ttsMessage = group.ttsLastMessage = group.label;
+        group.customSoundPath = group.customSoundName = group.label;
+        group.ttsEnabled = group.ttsLastEnabled = true;
+        WholeWindow w;
+        const auto maxLength = [&w](const char *type) {
+            qsizetype length = 0;
+            for (const QQuickItem *item : w.window.contentItem()->findChildren<QQuickItem *>()) {
+                length =
+                    std::max(length, item->inherits(type) ? item->property("text").toString().size() : 0);
+            }
+            return length;
+        };
+        w.add(group);
+        QTRY_COMPARE(w.all("cardSurface").size(), 3);
+        w.store.startEditing(group);
+        QTRY_VERIFY(w.shows("editorPanel") && !w.shows("doubleClickGuard"));
+        QCOMPARE(maxLength("QQuickTextInput"), EditedGroup::maximumTextLength);
+        w.clickIn(w.ofType("TextField"));
+        w.key(Qt::Key_Home);
+        w.key(Qt::Key_Delete);
+        QCOMPARE(w.store.editingGroup()->label.size(), group.label.size() - 1);
+        w.ring(group, 0);
+        QTRY_VERIFY(w.shows("alertLabel"));
+        QCOMPARE(maxLength("QQuickText"), maxShownLength + 1);
+    }
+
     void anAlertGrowsWithItsLabel() {
         Window w;
         for (const bool grows : {false, true}) {
@@ -217,14 +246,32 @@ private Q_SLOTS:
             return QAccessible::queryAccessibleInterface(w.window.activeFocusItem())->text(QAccessible::Name);
         };
         if (opens == 0) {
-            focusAfter(1);                                     // the wait begins
-            QCOMPARE(focusAfter(900), QStringLiteral("6:50")); // keys may be meant for something else
+            focusAfter(1); // the wait begins
+            QCOMPARE(focusAfter(900), QStringLiteral("6:50"));
+            w.key(Qt::Key_Space); // typed for something else: starts the wait again
+            focusAfter(1);
+            QCOMPARE(focusAfter(900), QStringLiteral("6:50"));
+            w.key(Qt::Key_Space);
+            QVERIFY(w.home.isRinging());
         }
         QTRY_COMPARE(focusAfter(200), focused);
         w.key(opens == 0 ? Qt::Key_Return : Qt::Key_Escape);
         time.pass(300); // a panel fades
         QTRY_VERIFY(before->hasActiveFocus());
         QCOMPARE(before->property("focusReason").toInt(), int(Qt::TabFocusReason));
+    }
+
+    void theSecondClickOfADoubleClickHitsNoControl() {
+        WholeWindow w;
+        PlayTime time;
+        w.click("cardTime");
+        QTRY_VERIFY(w.ofType("DayChip"));
+        w.clickIn(w.ofType("DayChip"));
+        QCOMPARE(w.store.editingGroup()->repeatDays, (QList<qint64>{5, 1}));
+        time.pass(300);
+        QTRY_VERIFY(!w.shows("doubleClickGuard"));
+        w.clickIn(w.ofType("DayChip"));
+        QCOMPARE(w.store.editingGroup()->repeatDays, (QList<qint64>{5, 1, 0}));
     }
 
     void onlyWhatIsInFrontTakesTheWheel() {

@@ -29,7 +29,7 @@ Column {
         onStep: value => section.editor.group.intervalMinutes = value
     }
     TimelineStrip {
-        timeline: section.editor.timeline
+        times: section.editor.timeline
         visible: section.hasSequence
         width: parent.width
     }

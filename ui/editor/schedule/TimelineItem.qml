@@ -1,17 +1,17 @@
 import QtQuick 2.15
 import Kova
 
-// One alarm of a timeline, with the line that connects it to the one before.
+// One alarm of a timeline, after the line that connects it to the previous one.
 Row {
     id: item
 
     readonly property color color: isLast ? Palette.danger : Palette.accent
     required property int index
     required property bool isLast
-    required property string timeText
+    required property string modelData
 
     Accessible.description: isLast ? "最終アラーム" : ""
-    Accessible.name: timeText
+    Accessible.name: modelData
     Accessible.role: Accessible.ListItem
     spacing: 8
     y: 4
@@ -37,7 +37,7 @@ Row {
             color: item.color
             font.family: Fonts.monospaced
             font.pixelSize: 10
-            text: item.timeText
+            text: item.modelData
         }
     }
 }

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import Kova
 
-// Asks for a sound file, and shows the chosen one.
+// Opens the file dialog and shows the chosen sound file.
 Row {
     id: row
 

@@ -2,28 +2,28 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// One built-in sound: the row chooses it, its button only plays it.
+// A built-in sound. The row chooses the sound; its button only plays it.
 T.RadioButton {
     id: row
 
+    required property AlarmEditor editor
     required property int index
-    readonly property bool isChosen: list !== null && list.editor.group.chosenSound === modelData
-    readonly property bool isCurrent: list !== null && list.currentRow === index
-    readonly property SoundColumn list: parent as SoundColumn
+    required property bool isChosen
+    required property bool isCurrent
     required property string modelData
 
+    signal madeCurrent
+    // Moves the focus to the same place in another row.
+    signal move(int step, bool onPlayButton)
+
     function choose() {
-        list.currentRow = index;
-        list.editor.selectBuiltInSound(modelData);
+        madeCurrent();
+        editor.selectBuiltInSound(modelData);
     }
-    function followChoice() {
-        if (list && isChosen)
-            list.currentRow = index;
-    }
-    function takeFocus(toPlayButton) {
-        (toPlayButton ? playButton : row).forceActiveFocus(Qt.TabFocusReason);
-        if (toPlayButton)
-            list.currentRow = index;
+    function takeFocus(onPlayButton) {
+        (onPlayButton ? playButton : row).forceActiveFocus(Qt.TabFocusReason);
+        if (onPlayButton)
+            madeCurrent();
         else
             choose();
     }
@@ -32,8 +32,7 @@ T.RadioButton {
     Accessible.name: text
     activeFocusOnTab: isCurrent
     implicitHeight: Math.max(implicitContentHeight, playButton.implicitHeight) + 8
-    text: list ? list.editor.soundLabels[index] : ""
-    width: list ? list.width : 0
+    text: editor.soundLabels[index]
 
     background: ContinuousRectangle {
         color: row.isChosen ? Qt.alpha(Palette.accent, 0.1) : row.hovered ? Qt.alpha(Palette.textPrimary, 0.04) : "transparent"
@@ -57,11 +56,9 @@ T.RadioButton {
         }
     }
 
-    Keys.onDownPressed: list.move(index + 1, false)
-    Keys.onUpPressed: list.move(index - 1, false)
+    Keys.onDownPressed: move(1, false)
+    Keys.onUpPressed: move(-1, false)
     onClicked: choose()
-    onIsChosenChanged: followChoice()
-    onListChanged: followChoice()
 
     PlainButton {
         id: playButton
@@ -79,9 +76,9 @@ T.RadioButton {
             size: 14
         }
 
-        Keys.onDownPressed: row.list.move(row.index + 1, true)
-        Keys.onUpPressed: row.list.move(row.index - 1, true)
-        onClicked: row.list.editor.preview(row.modelData)
+        Keys.onDownPressed: row.move(1, true)
+        Keys.onUpPressed: row.move(-1, true)
+        onClicked: row.editor.preview(row.modelData)
     }
     FocusRing {
         cornerRadius: 6

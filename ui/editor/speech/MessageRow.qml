@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import Kova
 
-// A spoken message and the button that reads it once.
+// A spoken message and the button that speaks it once.
 Item {
     id: row
 

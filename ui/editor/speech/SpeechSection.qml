@@ -1,6 +1,7 @@
 import QtQuick 2.15
 import Kova
 
+// What the alarm speaks. A row is created when it is first shown.
 Column {
     id: section
 
@@ -20,16 +21,22 @@ Column {
 
         onToggled: section.editor.group.ttsEnabled = checked
     }
-    MessageRow {
-        message: section.editor.group.ttsMessage
-        placeholder: "読み上げメッセージ"
-        visible: section.editor.group.ttsEnabled
+    Loader {
+        active: section.editor.group.ttsEnabled
+        visible: active
         width: parent.width
 
-        onEdit: text => section.editor.group.ttsMessage = text
-        onTryOut: section.editor.trySpeech(message)
+        sourceComponent: MessageRow {
+            message: section.editor.group.ttsMessage // qmllint disable unqualified
+            placeholder: "読み上げメッセージ"
+
+            onEdit: text => section.editor.group.ttsMessage = text // qmllint disable unqualified
+            onTryOut: section.editor.trySpeech(message) // qmllint disable unqualified
+        }
     }
-    Divider {
+    Rectangle {
+        color: Palette.line
+        height: 1
         width: parent.width
     }
     CheckBox {
@@ -38,18 +45,26 @@ Column {
 
         onToggled: section.editor.group.ttsLastEnabled = checked
     }
-    MessageRow {
-        message: section.editor.group.ttsLastMessage
-        placeholder: "最終アラーム メッセージ"
-        visible: section.editor.group.ttsLastEnabled
+    Loader {
+        active: section.editor.group.ttsLastEnabled
+        visible: active
         width: parent.width
 
-        onEdit: text => section.editor.group.ttsLastMessage = text
-        onTryOut: section.editor.trySpeech(message)
+        sourceComponent: MessageRow {
+            message: section.editor.group.ttsLastMessage // qmllint disable unqualified
+            placeholder: "最終アラーム メッセージ"
+
+            onEdit: text => section.editor.group.ttsLastMessage = text // qmllint disable unqualified
+            onTryOut: section.editor.trySpeech(message) // qmllint disable unqualified
+        }
     }
-    SpeechVolumeRow {
-        editor: section.editor
-        visible: section.editor.group.ttsEnabled || section.editor.group.ttsLastEnabled
+    Loader {
+        active: section.editor.group.ttsEnabled || section.editor.group.ttsLastEnabled
+        visible: active
         width: parent.width
+
+        sourceComponent: SpeechVolumeRow {
+            editor: section.editor // qmllint disable unqualified
+        }
     }
 }
