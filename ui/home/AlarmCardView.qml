@@ -2,12 +2,12 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// One group in the list. The buttons and the switch take their own clicks; a click anywhere else is the card's. The Tab
-// key stops at the current card only.
+// A group in the list. The buttons and the switch handle their own clicks; a click anywhere else clicks the card. Tab stops
+// at the current card only.
 Item {
     id: card
 
-    // The buttons and the switch do nothing.
+    // Disables the buttons and the switch.
     required property bool isInert
     required property bool isCurrent
     required property bool isEnabled
@@ -21,12 +21,12 @@ Item {
 
     signal click
     signal duplicate
-    // The Tab key is pressed at an end of the card's stops.
+    // Emitted when Tab is pressed at the card's last stop, or Backtab at its first.
     signal leave(var event, int step)
     signal preview
     signal toggle
 
-    // What the Tab key stops at, in its order.
+    // The items in the tab chain, in order.
     readonly property var stops: isInert ? [surface] : [surface, previewButton, duplicateButton, enabledSwitch]
 
     implicitHeight: Math.max(texts.implicitHeight, controls.implicitHeight) + 24
@@ -66,14 +66,14 @@ Item {
             right: controls.left
             rightMargin: 12
             verticalCenter: parent.verticalCenter
-            // The time's line is empty above its digits, which are 23 high.
+            // Centres the digits, which are 23 pixels high, rather than their line.
             verticalCenterOffset: card.label === "" ? -Math.round((time.baselineOffset - 23) / 2) : 0
         }
         Text {
             color: Palette.textSecondary
             elide: Text.ElideRight
             font.pixelSize: 11
-            horizontalAlignment: Text.AlignLeft // whatever its script
+            horizontalAlignment: Text.AlignLeft // for right-to-left texts too
             maximumLineCount: 3
             objectName: "cardLabel"
             text: card.label
@@ -152,7 +152,7 @@ Item {
             onClicked: card.duplicate()
         }
 
-        // The model's state alone decides what the switch shows, whatever a flip did to it.
+        // Shows the model's state only: restores the binding that a click has replaced.
         Switch {
             id: enabledSwitch
 

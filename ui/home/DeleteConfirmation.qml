@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// Asks before the selected groups are deleted. Escape cancels; nothing but the red button agrees.
+// Asks for confirmation before the selected groups are deleted. Escape cancels.
 T.Popup {
     id: confirmation
 

@@ -1,8 +1,8 @@
 import QtQuick 2.15
 import Kova
 
-// The edit mode's bar: selects all or none, and asks to delete what is selected. Not a rectangle of the toolkit's: its
-// software renderer leaves behind what moves under an opaque one.
+// The bar of the edit mode: selects all groups or none, and deletes the selected ones. Not a Rectangle: the software
+// renderer does not repaint correctly below an opaque one.
 ContinuousRectangle {
     id: editBar
 
@@ -11,7 +11,7 @@ ContinuousRectangle {
     color: Palette.surface
     height: Math.max(deleteButton.height, selectAllButton.height) + 20
 
-    // Clicks beside the buttons stay here.
+    // Takes the clicks beside the buttons.
     MouseArea {
         anchors.fill: parent
     }

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import Kova
 
-// The list of groups with its header, its edit mode, and what stands in front of it.
+// The list of groups with its header, its edit mode, and the popups in front of it.
 FocusScope {
     id: homeView
 
@@ -91,25 +91,29 @@ FocusScope {
             }
         }
     }
-    Column {
+    // Created on demand: its fonts are needed nowhere else at the start.
+    Loader {
+        active: list.count === 0
         anchors.centerIn: list
-        objectName: "emptyState"
-        spacing: 6
-        visible: list.count === 0
 
-        Text {
-            Accessible.name: text
-            anchors.horizontalCenter: parent.horizontalCenter
-            color: Palette.textSecondary
-            font.pixelSize: 14
-            text: "アラームがありません"
-        }
-        Text {
-            Accessible.name: text
-            anchors.horizontalCenter: parent.horizontalCenter
-            color: Palette.textSecondary
-            font.pixelSize: 12
-            text: "＋ボタンで追加"
+        sourceComponent: Column {
+            objectName: "emptyState"
+            spacing: 6
+
+            Text {
+                Accessible.name: text
+                anchors.horizontalCenter: parent.horizontalCenter
+                color: Palette.textSecondary
+                font.pixelSize: 14
+                text: "アラームがありません"
+            }
+            Text {
+                Accessible.name: text
+                anchors.horizontalCenter: parent.horizontalCenter
+                color: Palette.textSecondary
+                font.pixelSize: 12
+                text: "＋ボタンで追加"
+            }
         }
     }
     HomeList {
@@ -133,12 +137,15 @@ FocusScope {
             top: headerBar.bottom
         }
     }
-    EditBar {
+    Loader {
+        active: homeView.selection.editMode
         anchors.bottom: parent.bottom
-        objectName: "editBar"
-        selection: homeView.selection
-        visible: homeView.selection.editMode
         width: parent.width
+
+        sourceComponent: EditBar {
+            objectName: "editBar"
+            selection: homeView.selection // qmllint disable unqualified
+        }
     }
     PopupLoader {
         id: menu
@@ -151,7 +158,25 @@ FocusScope {
         popup: "home/DeleteConfirmation.qml"
     }
 
-    // A new alarm clears the one before, so that it always gets a sheet of its own.
+    // Creates an alert once after the start: loading its types, fonts and images would delay the first one.
+    Loader {
+        id: preloader
+
+        asynchronous: true
+
+        onLoaded: setSource("")
+    }
+    Timer {
+        interval: 1000
+        running: true
+
+        onTriggered: preloader.setSource("/qt-project.org/imports/Kova/alert/AlarmSheet.qml", {
+                "alarm": homeView.home.alert,
+                "home": homeView.home
+            })
+    }
+
+    // A new alarm clears the previous one first, so each has a sheet of its own.
     LazyPopup {
         inputs: ({
                 "alarm": homeView.home.alert,

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import Kova
 
-// A small tag of text.
+// A short text on a rounded background.
 ContinuousRectangle {
     id: infoChip
 

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import Kova
 
-// A round mark that its user checks: the model's state alone decides what it shows.
+// A round check mark. Shows the model's state; react to `clicked`.
 PlainButton {
     id: mark
 

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import Kova
 
-// Tells that the system is kept awake.
+// Shown while sleep is prevented.
 Symbol {
     id: mark
 
