@@ -138,7 +138,7 @@ QString irregular(const QString &number, const QString &counter, const QString &
         }
         for (const QStringView pair : row.readings.split(u' ')) {
             const QStringView form = pair.left(pair.indexOf(u'='));
-            const QString said = pair.mid(form.size() + 1).toString();
+            QString said = pair.mid(form.size() + 1).toString();
             if (form == number && counter.size() == 1) {
                 return said;
             }
@@ -180,7 +180,7 @@ QString countedInKana(const QString &number, const QString &counter, const QStri
     if (counter == QStringView(u"日間")) {
         return countedInKana(number, counter.left(1), reading.left(2)) + reading.mid(2);
     }
-    if (const QString kana = irregular(number, counter, reading); !kana.isNull()) {
+    if (QString kana = irregular(number, counter, reading); !kana.isNull()) {
         return kana;
     }
     // Before a loanword only ten changes.
