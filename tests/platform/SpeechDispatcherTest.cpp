@@ -126,6 +126,9 @@ private:
             }
             return names + "250 OK\r\n";
         } else if (command == "LIST SYNTHESIS_VOICES") {
+            if (m_module.name == eSpeak.name) {
+                spoken.append("listed, which takes seconds");
+            }
             return m_module.voices + "249 OK\r\n";
         }
         return m_isText ? "230 OK\r\n" : "200 OK\r\n";
