@@ -1,15 +1,16 @@
 #include "DesktopPlatform.h"
 
+#include "AlarmViewModel.h"
 #include "DesktopApplication.h"
 #include "DesktopClock.h"
 #include "DesktopFileChooser.h"
-#include "FilePreferences.h"
 #include "FreedesktopNotificationCenter.h"
 #include "InhibitorPowerAssertions.h"
 #include "InhibitorProcessActivity.h"
 #include "InodeBookmarks.h"
 #include "InstalledResources.h"
 #include "LineWriter.h"
+#include "ListFile.h"
 #include "Log.h"
 #include "MenuBarHost.h"
 #include "MessageBuses.h"
@@ -91,7 +92,7 @@ struct DesktopPlatform::Services {
     DesktopClock clock;
     StandardOutputLog log;
     EventLoopRunLoop runLoop;
-    FilePreferences preferences;
+    ListFile listFile{ListFile::defaultFolder() + u'/' + AlarmViewModel::key + QStringLiteral(".json")};
     InstalledResources resources;
     InodeBookmarks bookmarks;
     MessageBuses buses;
@@ -115,10 +116,10 @@ Platform DesktopPlatform::ports() {
         .bookmarks = m_services->bookmarks,
         .clock = m_services->clock,
         .fileChooser = m_services->fileChooser,
+        .listStorage = m_services->listFile,
         .log = m_services->log,
         .notificationCenter = *m_services->notificationCenter,
         .powerAssertions = m_services->powerAssertions,
-        .preferences = m_services->preferences,
         .processActivity = m_services->processActivity,
         .resources = m_services->resources,
         .runLoop = m_services->runLoop,
@@ -153,7 +154,7 @@ void DesktopPlatform::listenTo(SingleInstance &instance) {
 int DesktopPlatform::end(int status) {
     constexpr std::chrono::seconds saveTimeout{5};
     constexpr std::chrono::milliseconds serviceTimeout{500};
-    const std::optional<QString> unsaved = m_services->preferences.flush(saveTimeout);
+    const std::optional<QString> unsaved = m_services->listFile.flush(saveTimeout);
     if (unsaved) {
         qWarning().noquote() << "kova-alarm: exiting with unsaved changes:" << *unsaved;
     }

@@ -10,16 +10,16 @@ KovaAlarmApp::KovaAlarmApp(const Platform &platform)
     : m_platform(platform),
       m_activity(platform.processActivity.beginUserInitiated(
           QStringLiteral("KOVA alarm scheduling must remain active"))),
-      m_viewModel(platform.preferences, platform.clock, AlarmScheduler::shared(), PowerManager::shared()),
+      m_viewModel(platform.listStorage, platform.clock, AlarmScheduler::shared(), PowerManager::shared()),
       m_scheduler(AlarmScheduler::shared()),
-      m_ringingRules(m_scheduler, platform.fileChooser),
+      m_ringingCoordinator(m_scheduler, platform.fileChooser),
       m_home(m_viewModel, SoundPlayer::shared(), m_scheduler, PowerManager::shared()),
       m_editor({m_viewModel, SoundPlayer::shared(), TTSPlayer::shared(), platform.fileChooser,
                 platform.bookmarks, platform.log}),
       m_mainWindow(m_engine, {{QStringLiteral("home"), QVariant::fromValue(&m_home)},
                               {QStringLiteral("editor"), QVariant::fromValue(&m_editor)}}) {
     connect(&m_mainWindow, &MainWindow::quit, this, &KovaAlarmApp::quit);
-    connect(&m_mainWindow, &MainWindow::closed, &m_ringingRules, &RingingRules::windowClosed);
+    connect(&m_mainWindow, &MainWindow::closed, &m_ringingCoordinator, &RingingCoordinator::windowClosed);
 }
 
 void KovaAlarmApp::showMenuBarExtra(bool isOnBus) {

@@ -3,7 +3,7 @@
 #include "AlarmViewModel.h"
 #include "MainWindow.h"
 #include "ProcessActivity.h"
-#include "RingingRules.h"
+#include "RingingCoordinator.h"
 #include "editor/AlarmEditor.h"
 #include "home/HomeScreen.h"
 #include "menubar/MenuBarExtra.h"
@@ -42,7 +42,7 @@ private:
     QQmlEngine m_engine;
     AlarmViewModel m_viewModel;
     AlarmScheduler &m_scheduler;
-    RingingRules m_ringingRules;
+    RingingCoordinator m_ringingCoordinator;
     HomeScreen m_home;
     AlarmEditor m_editor;
     MainWindow m_mainWindow;

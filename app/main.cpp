@@ -1,7 +1,7 @@
 #include "CommandLine.h"
 #include "DesktopPlatform.h"
-#include "FilePreferences.h"
 #include "KovaAlarmApp.h"
+#include "ListFile.h"
 #include "MenuBarHost.h"
 #include "SingleInstance.h"
 #include "TerminationSignals.h"
@@ -53,7 +53,7 @@ int main(int argc, char *argv[]) {
         return *status;
     }
     prepareProcess();
-    kova::SingleInstance instance(kova::FilePreferences::defaultFolder());
+    kova::SingleInstance instance(kova::ListFile::defaultFolder());
     if (!instance.acquire()) {
         return kova::wakeRunningInstance(instance, argc, argv);
     }

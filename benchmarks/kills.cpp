@@ -1,8 +1,7 @@
-// Kills processes that save a list again and again, each at a random moment, and looks at what the next one
-// finds.
+// Kills processes that save a list repeatedly, each at a random moment, and checks what the next one reads.
 
 #include "AlarmGroupJson.h"
-#include "FilePreferences.h"
+#include "ListFile.h"
 #include "groups.h"
 
 #include <QElapsedTimer>
@@ -21,25 +20,24 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr qint64 groupCount = 20;
-const QString key = QStringLiteral("list");
 
-bool save(FilePreferences &preferences, QList<AlarmGroup> groups, qint64 number) {
+bool save(ListFile &file, QList<AlarmGroup> groups, qint64 number) {
     groups.first().label = QString::number(number);
-    preferences.setData(key, encodeGroups(groups).value());
-    return !preferences.flush(10s);
+    file.write([groups] { return encodeGroups(groups); });
+    return !file.flush(10s);
 }
 
-// The number of the save that made the list, or -1 for what is no such list.
-qint64 savedNumber(FilePreferences &preferences) {
-    const auto groups = decodeGroups(preferences.data(key).value_or(QByteArray()));
+// Returns the number of the save that wrote the list, or -1 if there is no valid list.
+qint64 savedNumber(ListFile &file) {
+    const auto groups = decodeGroups(file.read().value_or(QByteArray()));
     return groups && groups.value().size() == groupCount ? groups.value().first().label.toLongLong() : -1;
 }
 
-// A process that tells which list it found, and saves the next ones as fast as the disk takes them, telling
-// of each that has landed.
+// A process that reports which list it read, then saves the next ones as fast as the disk permits and reports
+// each of them.
 class Saver {
 public:
-    explicit Saver(const QString &folder) {
+    explicit Saver(const QString &path) {
         int ends[2];
         if (pipe(ends) != 0) {
             std::abort();
@@ -47,7 +45,7 @@ public:
         m_pid = fork();
         if (m_pid == 0) {
             m_pipe = ends[1];
-            run(folder);
+            run(path);
         }
         close(ends[1]);
         m_pipe = ends[0];
@@ -55,33 +53,33 @@ public:
     ~Saver() { close(m_pipe); }
     Q_DISABLE_COPY_MOVE(Saver)
 
-    // -1 once all is read and the process is gone.
+    // Returns -1 when everything is read and the process has exited.
     qint64 next() const {
         qint64 number = 0;
         return read(m_pipe, &number, sizeof number) == sizeof number ? number : -1;
     }
 
-    // At any moment of the next two saves or so. The last one that has landed.
+    // Kills the process at a random moment during about two saves. Returns the last completed save.
     qint64 kill() const {
         QElapsedTimer time;
         time.start();
-        qint64 landed = next();
+        qint64 saved = next();
         std::this_thread::sleep_for(1ns * QRandomGenerator::global()->bounded(2 * time.nsecsElapsed()));
         ::kill(m_pid, SIGKILL);
         waitpid(m_pid, nullptr, 0);
-        for (qint64 number = landed; number >= 0; number = next()) {
-            landed = number;
+        for (qint64 number = saved; number >= 0; number = next()) {
+            saved = number;
         }
-        return landed;
+        return saved;
     }
 
 private:
-    [[noreturn]] void run(const QString &folder) const {
-        FilePreferences preferences(folder);
+    [[noreturn]] void run(const QString &path) const {
+        ListFile file(path);
         const QList<AlarmGroup> groups = manyGroups(groupCount);
-        qint64 number = savedNumber(preferences);
-        while (number >= 0 && write(m_pipe, &number, sizeof number) == sizeof number) {
-            save(preferences, groups, ++number);
+        qint64 number = savedNumber(file);
+        while (number >= 0 && ::write(m_pipe, &number, sizeof number) == sizeof number) {
+            save(file, groups, ++number);
         }
         _exit(1);
     }
@@ -95,28 +93,28 @@ private:
 int main() {
     constexpr int kills = 1000;
     const QTemporaryDir home;
-    const QString folder = home.filePath(QStringLiteral("config"));
+    const QString path = home.filePath(QStringLiteral("config/list.json"));
     {
-        FilePreferences preferences(folder);
-        save(preferences, manyGroups(groupCount), 0);
+        ListFile file(path);
+        save(file, manyGroups(groupCount), 0);
     }
-    qint64 landed = 0;
-    int kept = 0;
+    qint64 saved = 0;
+    int unchanged = 0;
     for (int number = 0; number <= kills; ++number) {
-        const Saver saver(folder);
+        const Saver saver(path);
         const qint64 found = saver.next();
-        if (found != landed && found != landed + 1) {
-            std::fprintf(stderr, "save %lld was lost: %lld is there\n", landed, found);
+        if (found != saved && found != saved + 1) {
+            std::fprintf(stderr, "save %lld is lost, found %lld\n", saved, found);
             return 1;
         }
-        kept += found == landed && number > 0 ? 1 : 0;
-        landed = saver.kill();
-        if (landed <= found) {
-            std::fprintf(stderr, "nothing can be saved any more\n");
+        unchanged += found == saved && number > 0 ? 1 : 0;
+        saved = saver.kill();
+        if (saved <= found) {
+            std::fprintf(stderr, "the list can no longer be saved\n");
             return 1;
         }
     }
-    std::printf("%d kills in %lld saves: %d times the last save was there, %d times the one in flight\n",
-                kills, landed, kept, kills - kept);
+    std::printf("%d kills in %lld saves: %d times the last save was found, %d times the one in progress\n",
+                kills, saved, unchanged, kills - unchanged);
     return 0;
 }

@@ -1,5 +1,5 @@
-// Three days of 500 groups, second by second: what rang against what should have, and the memory after each
-// day. Prints a JSON object for each day; fails if a ring is missing or too many, or if the memory grows.
+// Three days of 500 groups, second by second: the expected and the actual rings, and the memory after each
+// day. Prints a JSON object for each day; fails if a ring is missing or unexpected, or if the memory grows.
 
 #include "AlarmGroupJson.h"
 #include "AlarmViewModel.h"
@@ -28,7 +28,7 @@ long residentMemory() {
     return pages * sysconf(_SC_PAGESIZE) / 1024;
 }
 
-QList<AlarmGroup> talkativeGroups() {
+QList<AlarmGroup> speakingGroups() {
     QRandomGenerator random(500);
     QList<AlarmGroup> groups = randomGroups(random, 500);
     for (AlarmGroup &group : groups) {
@@ -49,7 +49,7 @@ public:
     Soak() {
         m_services.clock.setZone(zone);
         m_services.clock.time = start - 1 - instantEpoch;
-        m_services.preferences.stored[QStringLiteral("kova_alarm_groups")] = encodeGroups(m_groups).value();
+        m_services.listStorage.store(encodeGroups(m_groups));
         m_store.load();
     }
 
@@ -73,7 +73,7 @@ public:
     }
 
 private:
-    // What the fakes have kept of the last second is dropped, so that only the product's own memory can grow.
+    // Clears what the fakes recorded, so that only the memory of the product can grow.
     QStringList takeRings() {
         const QString prefix = QStringLiteral("[Scheduler] FIRE: ");
         QStringList rings;
@@ -90,16 +90,16 @@ private:
         return rings;
     }
 
-    // A group is switched over and back, which saves and hands on the list each time.
+    // Toggles a group twice; each time the list is saved and published.
     void edit() {
         const QUuid id = m_groups.at(m_second / 600 % m_groups.size()).id;
         m_store.toggleGroup(id);
         m_store.toggleGroup(id);
     }
 
-    const QList<AlarmGroup> m_groups = talkativeGroups();
+    const QList<AlarmGroup> m_groups = speakingGroups();
     FakeServices m_services;
-    AlarmViewModel m_store{m_services.preferences, m_services.clock, m_services.scheduler,
+    AlarmViewModel m_store{m_services.listStorage, m_services.clock, m_services.scheduler,
                            m_services.powerManager};
     RingOracle m_oracle{m_groups};
     time_t m_second = start;

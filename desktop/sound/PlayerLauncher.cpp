@@ -52,8 +52,8 @@ PlayerLauncher::PlayerLauncher(const InstalledResources &resources)
     : m_resources(resources),
       m_folder(helpersFolder()),
       m_environment(playerEnvironment()) {
-    m_files.hold(m_folder + playerProgram);
-    m_files.hold(m_folder + ffmpegModule);
+    m_files.add(m_folder + playerProgram);
+    m_files.add(m_folder + ffmpegModule);
 }
 
 Result<std::unique_ptr<AudioPlayer>> PlayerLauncher::open(const QString &path, ErrorCallback onError) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "AudioPlayer.h"
-#include "HeldFiles.h"
+#include "PreopenedFiles.h"
 
 #include <QProcessEnvironment>
 
@@ -22,7 +22,7 @@ private:
     const InstalledResources &m_resources;
     const QString m_folder; ///< with the player and its FFmpeg module
     const QProcessEnvironment m_environment;
-    HeldFiles m_files;
+    PreopenedFiles m_files;
 };
 
 } // namespace kova

@@ -18,10 +18,10 @@ QString resourceFolder() {
 
 InstalledResources::InstalledResources() : m_folder(resourceFolder()) {
     const QDir sounds(m_folder + QStringLiteral("/Sounds"));
-    m_sounds.hold(sounds.path());
+    m_sounds.add(sounds.path());
     const QStringList names = sounds.entryList({QStringLiteral("*.mp3")}, QDir::Files);
     for (const QString &name : names) {
-        m_sounds.hold(sounds.filePath(name));
+        m_sounds.add(sounds.filePath(name));
     }
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "HeldFiles.h"
+#include "PreopenedFiles.h"
 #include "Resources.h"
 
 namespace kova {
 
-/// The files that lie with the running program, and its sounds even when they lie there no more.
+/// The files installed with the application; its sounds remain available after they are deleted.
 class InstalledResources : public Resources {
 public:
     InstalledResources();
@@ -13,12 +13,12 @@ public:
     std::optional<QString> path(const QString &name, const QString &extension) const override;
     bool fileExists(const QString &path) const override;
 
-    /// -1 for what is none of the sounds.
+    /// Returns -1 unless the path is one of the sounds or their folder.
     int descriptor(const QString &path) const { return m_sounds.descriptor(path); }
 
 private:
     const QString m_folder;
-    HeldFiles m_sounds; ///< and their folder
+    PreopenedFiles m_sounds; ///< and their folder
 };
 
 } // namespace kova

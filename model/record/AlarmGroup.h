@@ -12,12 +12,12 @@ namespace kova {
 
 class Clock;
 
-/// An alarm that nobody ends rings so long.
+/// How long an alarm rings unless the user ends it.
 inline constexpr std::chrono::seconds longestRinging{55};
 
-/// A target time of day and a run of alarms that ends or starts there. A plain value with the defaults of a
-/// new group, but for the id and the moment that makeGroup gives. Stored values may have any size: nothing
-/// here clamps or repairs them.
+/// A target time of day and a run of alarms that ends or starts at it. A plain value with the defaults of a
+/// new group except for the id and the creation time, which makeGroup() sets. Stored values are not limited
+/// to the ranges below.
 struct AlarmGroup {
     QUuid id;
     QString label;
@@ -39,20 +39,22 @@ struct AlarmGroup {
     float ttsVolume = 1.0F; ///< 0 to 1
     Instant createdAt = 0;
 
-    /// The id as canonical upper-case text of 36 characters.
+    /// Returns the id as canonical upper-case text of 36 characters.
     QString idText() const;
 
-    /// All fields by value; canonically equivalent texts are equal, a NaN equals nothing.
+    /// Compares all fields by value; canonically equivalent texts are equal, NaN is not equal to itself.
     friend bool operator==(const AlarmGroup &a, const AlarmGroup &b);
 };
 
-/// A new group: the defaults with an id of its own and the current time.
+/// Returns a group with the defaults, a new id and the current time.
 AlarmGroup makeGroup(const Clock &clock);
 
-/// A built-in sound: the id is also the base name of its file.
+/// A built-in sound. The id is also the base name of its file.
 struct SoundEntry {
     QString id;
     QString label;
 };
 
 } // namespace kova
+
+Q_DECLARE_TYPEINFO(kova::AlarmGroup, Q_RELOCATABLE_TYPE);

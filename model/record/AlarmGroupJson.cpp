@@ -1,11 +1,17 @@
 #include "AlarmGroupJson.h"
 
+#include "JsonReader.h"
+#include "plainLine.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QStringDecoder>
+#include <algorithm>
 #include <array>
+#include <bitset>
+#include <charconv>
 #include <cmath>
-#include <limits>
 #include <variant>
 
 namespace kova {
@@ -49,14 +55,12 @@ template <typename T> QJsonValue toJson(const T &value) {
     return value;
 }
 
-// The double nearest to the fewest digits that read back as the same float: a float of 0.8 is written as 0.8.
+// Returns the double nearest to the shortest text that reads back as the same float, so that 0.8F is written
+// as 0.8.
 QJsonValue toJson(float value) {
-    double shortest = value;
-    int digits = std::numeric_limits<float>::digits10;
-    do {
-        shortest = QByteArray::number(static_cast<double>(value), 'g', digits++).toDouble();
-    } while (static_cast<float>(shortest) != value);
-    return shortest;
+    char text[32];
+    const auto [end, error] = std::to_chars(std::begin(text), std::end(text), value);
+    return QByteArrayView(text, end).toDouble();
 }
 
 QJsonValue toJson(const std::optional<QString> &value) {
@@ -75,74 +79,72 @@ QJsonValue toJson(const QList<qint64> &values) {
     return array;
 }
 
-// Reading: a type of JSON value fits some types of field, and no others.
-struct Reader {
-    const QByteArray &source;
+// Reading: JsonReader has the other types.
 
-    bool read(const QJsonValue &json, bool &field) const {
-        field = json.toBool();
-        return json.isBool();
+template <typename T> bool read(JsonReader &json, T &field) {
+    return json.read(field);
+}
+
+bool read(JsonReader &json, std::optional<QString> &field) {
+    field.reset();
+    return json.next() == u'n' ? json.readNull() : json.read(field.emplace());
+}
+
+bool read(JsonReader &json, QUuid &field) {
+    QString text;
+    if (!json.read(text)) {
+        return false;
     }
+    field = QUuid::fromString(text);
+    return text.compare(field.toString(QUuid::WithoutBraces), Qt::CaseInsensitive) == 0 ||
+           json.fail("not a UUID");
+}
 
-    bool read(const QJsonValue &json, QString &field) const {
-        field = json.toString();
-        return json.isString();
-    }
+bool read(JsonReader &json, QList<qint64> &field) {
+    field.clear();
+    return json.readArray([&] { return json.read(field.emplaceBack()); });
+}
 
-    bool read(const QJsonValue &json, std::optional<QString> &field) const {
-        field.reset();
-        return json.isNull() || json.isUndefined() || read(json, field.emplace());
-    }
-
-    bool read(const QJsonValue &json, QUuid &field) const {
-        const QString text = json.toString();
-        field = QUuid::fromString(text);
-        return text.compare(field.toString(QUuid::WithoutBraces), Qt::CaseInsensitive) == 0;
-    }
-
-    bool read(const QJsonValue &json, double &field) const {
-        field = json.toDouble();
-        return json.isDouble();
-    }
-
-    bool read(const QJsonValue &json, float &field) const {
-        // Half a step above the largest float: from here on a number no longer rounds to a finite float.
-        constexpr double firstBeyond = 0x1.ffffffp+127;
-        const double value = json.toDouble();
-        const bool fits = json.isDouble() && std::abs(value) < firstBeyond;
-        field = fits ? static_cast<float>(value) : 0.0F;
-        return fits;
-    }
-
-    // A whole number may be written with a fraction or an exponent, as 7.0; anything else gives the default.
-    // The parser rounds the next integers below the least to it.
-    bool read(const QJsonValue &json, qint64 &field) const {
-        constexpr qint64 least = std::numeric_limits<qint64>::min();
-        field = json.toInteger(0);
-        return field == json.toInteger(1) && (field != least || source.contains(QByteArray::number(least)));
-    }
-
-    bool read(const QJsonValue &json, QList<qint64> &field) const {
-        bool isGood = json.isArray();
-        for (const QJsonValue element : json.toArray()) {
-            isGood = isGood && read(element, field.emplaceBack());
+// Returns the reason of a failure.
+std::optional<QString> readGroup(JsonReader &json, AlarmGroup &group) {
+    QString failed;
+    std::bitset<codingKeys.size()> found;
+    const bool isGood = json.readObject([&](const QString &key) {
+        const auto known = std::find_if(codingKeys.cbegin(), codingKeys.cend(),
+                                        [&key](const CodingKey &codingKey) { return codingKey.name == key; });
+        bool isRead = false;
+        if (known == codingKeys.cend()) {
+            isRead = json.skip();
+        } else {
+            found.set(known - codingKeys.cbegin());
+            isRead = std::visit([&](auto member) { return read(json, group.*member); }, known->field);
         }
-        return isGood;
+        failed = isRead ? QString() : u'"' + key.left(100) + QStringLiteral("\": ");
+        return isRead;
+    });
+    if (!isGood) {
+        return failed + json.error();
     }
-};
-
-bool isWritable(const AlarmGroup &group) {
-    return std::isfinite(group.volume) && std::isfinite(group.ttsVolume) && std::isfinite(group.createdAt);
+    for (size_t i = 0; i < codingKeys.size(); ++i) {
+        if (!found[i] && !std::holds_alternative<Member<std::optional<QString>>>(codingKeys[i].field)) {
+            return QStringLiteral("\"%1\" is missing").arg(codingKeys[i].name);
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace
 
-Result<QByteArray> encodeGroups(const QList<AlarmGroup> &groups) {
+bool canEncode(const QList<AlarmGroup> &groups) {
+    return std::all_of(groups.cbegin(), groups.cend(), [](const AlarmGroup &group) {
+        return std::isfinite(group.volume) && std::isfinite(group.ttsVolume) &&
+               std::isfinite(group.createdAt);
+    });
+}
+
+QByteArray encodeGroups(const QList<AlarmGroup> &groups) {
     QJsonArray list;
     for (const AlarmGroup &group : groups) {
-        if (!isWritable(group)) {
-            return Failure{QStringLiteral("group %1 holds a number that is not finite").arg(group.idText())};
-        }
         QJsonObject object;
         for (const auto &[name, field] : codingKeys) {
             object.insert(name, std::visit([&](auto member) { return toJson(group.*member); }, field));
@@ -153,28 +155,25 @@ Result<QByteArray> encodeGroups(const QList<AlarmGroup> &groups) {
 }
 
 Result<QList<AlarmGroup>> decodeGroups(const QByteArray &json) {
-    // The parser takes a U+FEFF that begins a text for a mark of the encoding, unless it is escaped.
-    QByteArray escaped = json;
-    escaped.replace("\"\ufeff", "\"\\ufeff");
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(escaped, &error);
-    if (document.isNull()) {
-        return Failure{error.errorString()};
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder(json);
+    if (decoder.hasError()) {
+        return Failure{QStringLiteral("invalid UTF-8")};
     }
-    if (!document.isArray()) {
+    JsonReader reader(text);
+    QList<AlarmGroup> groups;
+    std::optional<QString> reason;
+    const bool isList = reader.readArray([&] {
+        AlarmGroup group;
+        reason = readGroup(reader, group);
+        groups.append(group);
+        return !reason;
+    });
+    if (reason) {
+        return Failure{QStringLiteral("group %1: %2").arg(groups.size()).arg(plainLine(*reason))};
+    }
+    if (!isList || reader.next() != u'\0') {
         return Failure{QStringLiteral("not a list of groups")};
-    }
-    const Reader reader{escaped};
-    const QJsonArray list = document.array();
-    QList<AlarmGroup> groups(list.size());
-    for (qsizetype i = 0; i < list.size(); ++i) {
-        const QJsonObject object = list.at(i).toObject();
-        for (const auto &[name, field] : codingKeys) {
-            const QJsonValue value = object.value(name);
-            if (!std::visit([&](auto member) { return reader.read(value, groups[i].*member); }, field)) {
-                return Failure{QStringLiteral("group %1 has no right \"%2\"").arg(i).arg(name)};
-            }
-        }
     }
     return groups;
 }

@@ -7,11 +7,14 @@
 
 namespace kova {
 
-/// The list as a compact JSON array in UTF-8. Fails only for a volume that is not finite.
-Result<QByteArray> encodeGroups(const QList<AlarmGroup> &groups);
+/// False if a group holds a number that is not finite.
+bool canEncode(const QList<AlarmGroup> &groups);
 
-/// Reads what encodeGroups writes, all of it or nothing: a missing, null or mistyped value fails the whole
-/// list. Any bytes may come in.
+/// Returns the list, for which canEncode() is true, as a compact JSON array in UTF-8.
+QByteArray encodeGroups(const QList<AlarmGroup> &groups);
+
+/// Decodes the whole list or fails with the group, the key and the reason: no required value may be missing,
+/// null or of another type; unknown keys are ignored. Accepts arbitrary input.
 Result<QList<AlarmGroup>> decodeGroups(const QByteArray &json);
 
 } // namespace kova

@@ -8,9 +8,9 @@ namespace kova {
 namespace {
 
 constexpr qint64 minutesPerDay = 1440;
-constexpr qint64 mostAlarms = 100'000; // a walk along the run stays short
+constexpr qint64 maxSearchedAlarms = 100'000; // bounds the search along a run
 
-// The residue from 0 to 1439. All times of day are computed with residues, so no stored value can overflow.
+// Returns 0 to 1439. Times of day are computed with residues, so that no stored value can overflow.
 constexpr qint64 dayResidue(qint64 minutes) {
     const qint64 remainder = minutes % minutesPerDay;
     return remainder < 0 ? remainder + minutesPerDay : remainder;
@@ -45,10 +45,11 @@ bool isLastAlarm(const AlarmGroup &group, qint64 index) {
 }
 
 bool hasAlarms(const AlarmGroup &group) {
-    if (group.alarmCount < 1 || group.alarmCount > mostAlarms) {
+    if (group.alarmCount < 1 || group.alarmCount > maxSearchedAlarms) {
         return false;
     }
-    // In doubles, which don't overflow; they may take the last few thousand minutes for too many.
+    // Uses double to avoid integer overflow; rounding may reject runs within a few thousand minutes of the
+    // limit.
     const auto length =
         static_cast<double>(group.alarmCount - 1) * static_cast<double>(group.intervalMinutes);
     const auto target = static_cast<double>(group.targetHour) * 60 + static_cast<double>(group.targetMinute);
@@ -86,15 +87,12 @@ QString repeatDaysText(const AlarmGroup &group) {
     if (group.repeatDays.size() == 7) {
         return QStringLiteral("毎日");
     }
-    QList<qint64> days = group.repeatDays;
-    std::sort(days.begin(), days.end());
-    QStringList labels;
-    for (const qint64 day : days) {
-        if (day >= 0 && day < dayLabels().size()) {
-            labels.append(dayLabels().at(day));
-        }
+    QString text;
+    for (qint64 day = 0; day < dayLabels().size(); ++day) {
+        text += (dayLabels().at(day) + u'・').repeated(group.repeatDays.count(day));
     }
-    return labels.join(QStringLiteral("・"));
+    text.chop(1);
+    return text;
 }
 
 std::optional<QString> sequenceText(const AlarmGroup &group) {

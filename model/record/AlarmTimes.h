@@ -18,28 +18,27 @@ struct ClockTime {
 /// The weekday labels, 0 = Sunday.
 const QStringList &dayLabels();
 
-/// The time of the alarm at a 0-based index of the run, exact for all stored values.
+/// Returns the time of the alarm at a 0-based index of the run, exact for all stored values.
 ClockTime alarmTime(const AlarmGroup &group, qint64 index);
 
 bool isLastAlarm(const AlarmGroup &group, qint64 index);
 
-/// False for a group that has no alarms: a count below 1 or above 100,000, or a run whose minutes don't fit
-/// into 64 bits.
+/// Returns false for a count below 1 or above 100,000, and for a run whose minutes do not fit into 64 bits.
 bool hasAlarms(const AlarmGroup &group);
 
-/// The indexes of the run's alarms at one time of day, in ascending order.
+/// Returns the indexes of the run's alarms at a time of day, in ascending order.
 QList<qint64> alarmsAt(const AlarmGroup &group, ClockTime time);
 
-/// "7:05".
+/// Returns "7:05".
 QString timeText(qint64 hour, qint64 minute);
 inline QString timeText(ClockTime time) {
     return timeText(time.hour, time.minute);
 }
 
-/// "月・水・金", or the words for every day and for no weekday.
+/// Returns "月・水・金", or the words for every day and for no weekday.
 QString repeatDaysText(const AlarmGroup &group);
 
-/// "3回 / 5分間隔"; none for a run of fewer than two alarms.
+/// Returns "3回 / 5分間隔", or nullopt for fewer than two alarms.
 std::optional<QString> sequenceText(const AlarmGroup &group);
 
 } // namespace kova

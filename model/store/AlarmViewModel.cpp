@@ -2,50 +2,53 @@
 
 #include "AlarmGroupJson.h"
 #include "AlarmScheduler.h"
+#include "AlarmTimes.h"
 #include "Clock.h"
+#include "ListStorage.h"
 #include "PowerManager.h"
-#include "Preferences.h"
+#include "elided.h"
 
 #include <algorithm>
 
 namespace kova {
 
-AlarmViewModel::AlarmViewModel(Preferences &preferences, Clock &clock, AlarmScheduler &scheduler,
+AlarmViewModel::AlarmViewModel(ListStorage &storage, Clock &clock, AlarmScheduler &scheduler,
                                PowerManager &powerManager)
-    : m_preferences(preferences),
+    : m_storage(storage),
       m_clock(clock),
       m_scheduler(scheduler),
       m_powerManager(powerManager) {
     load();
-    connect(this, &AlarmViewModel::groupsChanged, this, &AlarmViewModel::handOn);
-    handOn();
+    connect(this, &AlarmViewModel::groupsChanged, this, &AlarmViewModel::publishGroups);
+    publishGroups();
     m_scheduler.start(m_groups);
 }
 
 void AlarmViewModel::load() {
-    const std::optional<QByteArray> json = m_preferences.data(m_key);
+    const std::optional<QByteArray> json = m_storage.read();
     if (!json) {
         return;
     }
     if (Result<QList<AlarmGroup>> groups = decodeGroups(*json)) {
+        beginResetModel();
         m_groups = std::move(groups).value();
-        Q_EMIT groupsLoaded();
+        endResetModel();
         Q_EMIT groupsChanged();
     } else {
-        m_preferences.keepUnreadable(m_key);
+        m_storage.markUnreadable(groups.error());
     }
 }
 
 void AlarmViewModel::save() {
-    if (const Result<QByteArray> json = encodeGroups(m_groups)) {
-        m_preferences.setData(m_key, json.value());
+    if (canEncode(m_groups)) {
+        m_storage.write([groups = m_groups] { return encodeGroups(groups); });
     }
 }
 
 void AlarmViewModel::updateGroup(const AlarmGroup &group) {
-    if (const qsizetype index = indexOf(group.id); index >= 0) {
-        m_groups[index] = group;
-        Q_EMIT groupReplaced(int(index));
+    if (const qsizetype row = indexOf(group.id); row >= 0) {
+        m_groups[row] = group;
+        Q_EMIT dataChanged(index(int(row)), index(int(row)));
         finishChange();
     }
 }
@@ -62,15 +65,22 @@ void AlarmViewModel::duplicateGroup(const AlarmGroup &group) {
     AlarmGroup copy = group;
     copy.id = QUuid::createUuid();
     copy.createdAt = m_clock.now();
-    const qsizetype index = indexOf(group.id);
-    insert(index < 0 ? m_groups.size() : index + 1, copy);
+    const qsizetype row = indexOf(group.id);
+    insert(row < 0 ? m_groups.size() : row + 1, copy);
 }
 
 void AlarmViewModel::deleteSelectedGroups(const QSet<QUuid> &ids) {
-    for (qsizetype index = m_groups.size() - 1; index >= 0; --index) {
-        if (ids.contains(m_groups.at(index).id)) {
-            m_groups.removeAt(index);
-            Q_EMIT groupRemoved(int(index));
+    const auto isSelected = [this, &ids](qsizetype row) { return ids.contains(m_groups.at(row).id); };
+    for (qsizetype last = m_groups.size() - 1; last >= 0; --last) {
+        qsizetype first = last + 1;
+        while (first > 0 && isSelected(first - 1)) {
+            --first;
+        }
+        if (first <= last) {
+            beginRemoveRows({}, int(first), int(last));
+            m_groups.remove(first, last - first + 1);
+            endRemoveRows();
+            last = first;
         }
     }
     finishChange();
@@ -104,9 +114,44 @@ void AlarmViewModel::setEditingGroup(std::optional<AlarmGroup> group) {
     Q_EMIT editingGroupChanged();
 }
 
+int AlarmViewModel::rowCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : int(m_groups.size());
+}
+
+QVariant AlarmViewModel::data(const QModelIndex &index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+        return {};
+    }
+    const AlarmGroup &group = m_groups.at(index.row());
+    switch (role) {
+    case GroupId:
+        return group.idText();
+    case Label:
+        return elided(group.label);
+    case TimeText:
+        return timeText(group.targetHour, group.targetMinute);
+    case RepeatDaysText:
+        return elided(repeatDaysText(group));
+    case SequenceText:
+        return sequenceText(group).value_or(QString());
+    case IsEnabled:
+        return group.isEnabled;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> AlarmViewModel::roleNames() const {
+    return {
+        {GroupId, "groupId"},           {Label, "label"},
+        {TimeText, "timeText"},         {RepeatDaysText, "repeatDaysText"},
+        {SequenceText, "sequenceText"}, {IsEnabled, "isEnabled"},
+    };
+}
+
 const AlarmGroup *AlarmViewModel::find(const QUuid &id) const {
-    const qsizetype index = indexOf(id);
-    return index < 0 ? nullptr : &m_groups.at(index);
+    const qsizetype row = indexOf(id);
+    return row < 0 ? nullptr : &m_groups.at(row);
 }
 
 qsizetype AlarmViewModel::indexOf(const QUuid &id) const {
@@ -115,9 +160,10 @@ qsizetype AlarmViewModel::indexOf(const QUuid &id) const {
     return found == m_groups.cend() ? -1 : std::distance(m_groups.cbegin(), found);
 }
 
-void AlarmViewModel::insert(qsizetype index, const AlarmGroup &group) {
-    m_groups.insert(index, group);
-    Q_EMIT groupInserted(int(index));
+void AlarmViewModel::insert(qsizetype row, const AlarmGroup &group) {
+    beginInsertRows({}, int(row), int(row));
+    m_groups.insert(row, group);
+    endInsertRows();
     finishChange();
 }
 
@@ -133,8 +179,8 @@ void AlarmViewModel::setIsEditing(bool isEditing) {
     }
 }
 
-// Every list reaches the scheduler, saved or not; the machine stays awake while some group is armed.
-void AlarmViewModel::handOn() {
+// Passes every list to the scheduler, saved or not, and prevents sleep while any group is enabled.
+void AlarmViewModel::publishGroups() {
     m_scheduler.setGroups(m_groups);
     if (std::any_of(m_groups.cbegin(), m_groups.cend(),
                     [](const AlarmGroup &group) { return group.isEnabled; })) {

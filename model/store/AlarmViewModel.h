@@ -2,37 +2,54 @@
 
 #include "AlarmGroup.h"
 
-#include <QObject>
+#include <QAbstractListModel>
 #include <QSet>
 
 namespace kova {
 
 class AlarmScheduler;
 class Clock;
+class ListStorage;
 class PowerManager;
-class Preferences;
 
-/// The store: the ordered list of groups, saved at the end of each operation and handed to the scheduler at
-/// every change, and the state of the editor. Main thread.
-class AlarmViewModel : public QObject {
+/// The store: the ordered list of groups, as a model whose rows are what their cards show, and the state of
+/// the editor. Saves the list at the end of each operation and passes every list to the scheduler. Main
+/// thread.
+class AlarmViewModel : public QAbstractListModel {
     Q_OBJECT
 
 public:
-    /// Loads the saved list and starts the scheduler.
-    AlarmViewModel(Preferences &preferences, Clock &clock, AlarmScheduler &scheduler,
-                   PowerManager &powerManager);
+    /// The name under which the list is saved.
+    static constexpr QLatin1StringView key{"kova_alarm_groups"};
+
+    enum Role {
+        GroupId = Qt::UserRole, ///< the id as upper-case text
+        Label,
+        TimeText,
+        RepeatDaysText,
+        SequenceText, ///< empty if the group has none
+        IsEnabled,
+        LastRole = IsEnabled,
+    };
+
+    /// Loads the saved list and starts the scheduler. The ports and services must outlive the store.
+    AlarmViewModel(ListStorage &storage, Clock &clock, AlarmScheduler &scheduler, PowerManager &powerManager);
 
     const QList<AlarmGroup> &groups() const { return m_groups; }
     const std::optional<AlarmGroup> &editingGroup() const { return m_editingGroup; }
     bool isEditing() const { return m_isEditing; }
 
-    /// The first group with this id, or none; good until the list changes.
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    /// Returns the first group with this id, valid until the list changes, or null.
     const AlarmGroup *find(const QUuid &id) const;
 
-    /// The editor's changes; they reach neither the list nor the preferences.
+    /// Changes neither the list nor what is saved.
     void setEditingGroup(std::optional<AlarmGroup> group);
 
-    /// Keeps the list when nothing stored can be read.
+    /// Leaves the list unchanged if no list can be read.
     void load();
     void save();
 
@@ -49,27 +66,22 @@ public:
     void saveEditedGroup(const AlarmGroup &group);
 
 Q_SIGNALS:
-    void groupsChanged(); ///< once for each change, when it is complete
-    void groupsLoaded();  ///< before it, as the steps that follow: the whole list is another one
-    void groupInserted(int index);
-    void groupReplaced(int index);
-    void groupRemoved(int index);
+    void groupsChanged(); ///< once for each operation, after the changes of the rows
     void editingGroupChanged();
     void isEditingChanged();
 
 private:
     qsizetype indexOf(const QUuid &id) const;
-    void insert(qsizetype index, const AlarmGroup &group);
+    void insert(qsizetype row, const AlarmGroup &group);
     void finishChange();
     void setIsEditing(bool isEditing);
-    void handOn();
+    void publishGroups();
 
-    Preferences &m_preferences;
+    ListStorage &m_storage;
     Clock &m_clock;
     AlarmScheduler &m_scheduler;
     PowerManager &m_powerManager;
 
-    const QString m_key = QStringLiteral("kova_alarm_groups");
     QList<AlarmGroup> m_groups;
     std::optional<AlarmGroup> m_editingGroup;
     bool m_isEditing = false;

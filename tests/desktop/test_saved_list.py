@@ -42,6 +42,16 @@ def test_what_cannot_be_read_is_an_empty_list(session, put):
     assert os.path.lexists(session.list_file)
 
 
+def test_a_million_weekdays_are_shown_and_ring(session):
+    session.start("session-bus", "display", "accessibility")
+    session.save(group("7:00", label="x", repeatDays=[*range(7)] * 150_000))
+    program = session.run("06:59:50.0", ASSISTED)
+    for _ in range(2):
+        session.assist("toggle", "7:00 x")
+    program.wait_for("[Scheduler] FIRE: x alarm #1", 20)
+    program.end()
+
+
 def test_a_full_disk_costs_no_change(session):
     session.start("session-bus", "display", "accessibility")
     session.save(group("7:00", label="x", isEnabled=False), group("8:00", label="y", isEnabled=False))
@@ -57,7 +67,7 @@ def test_a_full_disk_costs_no_change(session):
 
     fill()
     session.assist("toggle", "7:00 x")
-    assert "No space left" in program.wait_for("kova-alarm: can't save…")
+    assert "No space left" in program.wait_for("kova-alarm: cannot save…")
     assert (disk / session.list_file.name).read_bytes() == before.read_bytes()
     (disk / "filler").unlink()
     session.assist("toggle", "8:00 y")
@@ -67,7 +77,7 @@ def test_a_full_disk_costs_no_change(session):
     fill()
     session.assist("press", "停止")
     session.assist("toggle", "8:00 y")
-    program.wait_for("kova-alarm: can't save…")
+    program.wait_for("kova-alarm: cannot save…")
     program.end()
     assert "No space left" in program.wait_for("kova-alarm: exiting with unsaved changes…")
     assert sum(text.startswith("kova-alarm:") and "save" in text for text in program.texts()) == 3

@@ -5,10 +5,10 @@
 #include "FakeAudioPlayers.h"
 #include "FakeBookmarks.h"
 #include "FakeClock.h"
+#include "FakeListStorage.h"
 #include "FakeLog.h"
 #include "FakeNotificationCenter.h"
 #include "FakePowerAssertions.h"
-#include "FakePreferences.h"
 #include "FakeResources.h"
 #include "FakeRunLoop.h"
 #include "FakeSpeechSynthesizers.h"
@@ -23,7 +23,7 @@ struct FakeServices {
     FakeClock clock;
     FakeRunLoop runLoop{clock};
     FakeLog log;
-    FakePreferences preferences;
+    FakeListStorage listStorage;
     FakeAudioPlayers audioPlayers;
     FakeSpeechSynthesizers synthesizers;
     FakeNotificationCenter notificationCenter;

@@ -1,5 +1,5 @@
-// The saved list: any bytes may be read. What is read is kept by writing and reading, and each of its groups,
-// whatever its numbers, has its alarms at times of day.
+// Decodes arbitrary bytes as the saved list. A decoded list survives encoding, and its groups, whatever their
+// numbers, have alarms at valid times of day.
 
 #include "AlarmGroupJson.h"
 #include "AlarmTimes.h"
@@ -13,7 +13,7 @@ using namespace kova;
 
 namespace {
 
-// Whoever asks at an alarm's time finds it.
+// An alarm is found at its own time.
 void findAlarms(const AlarmGroup &group) {
     if (!hasAlarms(group)) {
         require(alarmsAt(group, alarmTime(group, 0)).isEmpty());
@@ -35,19 +35,19 @@ void showAlarms(const AlarmGroup &group) {
     require(sequenceText(group).has_value() == (group.alarmCount >= 2));
 }
 
-void keepGroups(const QList<AlarmGroup> &groups) {
-    const Result<QByteArray> json = encodeGroups(groups);
-    require(static_cast<bool>(json));
-    const Result<QList<AlarmGroup>> again = decodeGroups(json.value());
-    require(again && again.value() == groups && encodeGroups(again.value()).value() == json.value());
+void checkGroups(const QList<AlarmGroup> &groups) {
+    require(canEncode(groups));
+    const QByteArray json = encodeGroups(groups);
+    const Result<QList<AlarmGroup>> again = decodeGroups(json);
+    require(again && again.value() == groups && encodeGroups(again.value()) == json);
     for (const AlarmGroup &group : groups) {
         findAlarms(group);
         showAlarms(group);
     }
 }
 
-// A group of any content, made of bytes that are no list.
-void keepRawGroup(const QByteArray &bytes) {
+// A group with arbitrary numbers, made of bytes that are not a list.
+void checkRawGroup(const QByteArray &bytes) {
     struct {
         qint64 hour, minute, count, interval;
         double createdAt;
@@ -67,9 +67,9 @@ void keepRawGroup(const QByteArray &bytes) {
     group.createdAt = raw.createdAt;
     group.volume = raw.volume;
     if (std::isfinite(raw.createdAt) && std::isfinite(raw.volume)) {
-        keepGroups({group});
+        checkGroups({group});
     } else {
-        require(!encodeGroups({group}));
+        require(!canEncode({group}));
     }
 }
 
@@ -78,12 +78,12 @@ void keepRawGroup(const QByteArray &bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     if (const Result<QList<AlarmGroup>> groups = decodeGroups(bytes)) {
-        keepGroups(groups.value());
+        checkGroups(groups.value());
     } else {
         require(!groups.error().isEmpty());
     }
     if (!bytes.startsWith('[')) {
-        keepRawGroup(bytes);
+        checkRawGroup(bytes);
     }
     return 0;
 }

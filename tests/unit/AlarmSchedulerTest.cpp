@@ -93,6 +93,7 @@ private Q_SLOTS:
         QSet<QString> identifiers;
         for (const NotificationRequest &request : m_services->notificationCenter.requests) {
             QCOMPARE(request.title, QStringLiteral("KOVA"));
+            QCOMPARE(request.lifetime, 55s);
             bodies.append(request.body);
             identifiers.insert(request.identifier);
             QCOMPARE(QUuid::fromString(request.identifier).toString(QUuid::WithoutBraces).toUpper(),

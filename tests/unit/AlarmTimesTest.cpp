@@ -98,6 +98,7 @@ private Q_SLOTS:
             {{1, 1}, u"月・月"},
             {{7, -1, 2}, u"火"},
             {{7}, u""},
+            {QList<qint64>(2, 6) + QList<qint64>(1'000'000, -1), u"土・土"},
         };
         for (const auto &[days, text] : rows) {
             AlarmGroup group;

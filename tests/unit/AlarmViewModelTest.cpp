@@ -10,8 +10,6 @@ using namespace kova;
 
 namespace {
 
-const QString key = QStringLiteral("kova_alarm_groups");
-
 AlarmGroup makeGroup(const QString &label, bool isEnabled = true) {
     AlarmGroup group;
     group.id = QUuid::createUuid();
@@ -39,18 +37,16 @@ class AlarmViewModelTest : public QObject {
     const AlarmGroup m_b = makeGroup(QStringLiteral("b"), false);
 
     void open(const QList<AlarmGroup> &groups) {
-        m_services->preferences.stored[key] = encodeGroups(groups).value();
+        m_services->listStorage.store(encodeGroups(groups));
         m_store = makeStore();
     }
     std::unique_ptr<AlarmViewModel> makeStore() {
-        return std::make_unique<AlarmViewModel>(m_services->preferences, m_services->clock,
+        return std::make_unique<AlarmViewModel>(m_services->listStorage, m_services->clock,
                                                 m_services->scheduler, m_services->powerManager);
     }
-    QList<AlarmGroup> saved() const {
-        return decodeGroups(m_services->preferences.stored.value(key)).value();
-    }
-    // The scheduler and the preferences both hold what the store holds.
-    bool isHandedOn() const {
+    QList<AlarmGroup> saved() const { return decodeGroups(*m_services->listStorage.stored()).value(); }
+    // The scheduler and the storage both hold what the store holds.
+    bool isPublished() const {
         return m_services->scheduler.groups() == m_store->groups() && saved() == m_store->groups();
     }
 
@@ -61,28 +57,27 @@ private Q_SLOTS:
         m_services.reset();
     }
 
-    void aSavedListArmsBeforeTheSchedulerStarts() {
+    void sleepIsPreventedBeforeTheSchedulerStarts() {
         open({m_a, m_b});
         QCOMPARE(m_services->log.lines,
                  (QStringList{QStringLiteral("[PowerManager] Sleep prevention ON (id: 12345)"),
                               QStringLiteral("[Scheduler] Started")}));
         QVERIFY(m_services->scheduler.groups() == (QList{m_a, m_b}));
-        QCOMPARE(m_services->preferences.saves, 0);
+        QCOMPARE(m_services->listStorage.writes, 0);
     }
 
-    void anUnreadableListIsSetAsideAtTheNextSave() {
+    void unreadableListIsReportedAndReplacedAtTheNextSave() {
         const QByteArray junk = R"([{"id":1}])";
-        m_services->preferences.stored[key] = junk;
+        m_services->listStorage.store(junk);
         m_store = makeStore();
         QVERIFY(m_store->groups().isEmpty());
-        QCOMPARE(m_services->preferences.stored.value(key), junk);
+        QCOMPARE(m_services->listStorage.unreadable.size(), 1);
+        QCOMPARE(m_services->listStorage.stored(), junk);
         m_store->saveEditedGroup(m_a);
-        m_store->toggleGroup(m_a.id);
-        QVERIFY(isHandedOn());
-        QCOMPARE(m_services->preferences.setAside, QList{junk});
+        QVERIFY(isPublished());
     }
 
-    void aListThatCannotBeEncodedIsNotSaved() {
+    void listThatCannotBeEncodedIsNotSaved() {
         open({m_a});
         AlarmGroup broken = m_a;
         broken.volume = std::numeric_limits<float>::quiet_NaN();
@@ -104,7 +99,7 @@ private Q_SLOTS:
         m_store->toggleGroup(m_a.id);
         QVERIFY(m_services->powerManager.isPreventingSleep());
         m_store->deleteSelectedGroups({m_a.id, m_b.id});
-        QVERIFY(!m_services->powerManager.isPreventingSleep() && isHandedOn());
+        QVERIFY(!m_services->powerManager.isPreventingSleep() && isPublished());
     }
 
     void duplicatesFollowTheirOriginal() {
@@ -123,7 +118,7 @@ private Q_SLOTS:
         QVERIFY(same == m_a);
         m_store->duplicateGroup(makeGroup(QStringLiteral("x")));
         QCOMPARE(labelsOf(m_store->groups()), QStringLiteral("aaabx"));
-        QVERIFY(isHandedOn());
+        QVERIFY(isPublished());
     }
 
     void unknownGroupsChangeNothing() {
@@ -131,15 +126,15 @@ private Q_SLOTS:
         const QSignalSpy changes(m_store.get(), &AlarmViewModel::groupsChanged);
         m_store->updateGroup(m_b);
         m_store->toggleGroup(m_b.id);
-        QCOMPARE(m_services->preferences.saves, 0);
+        QCOMPARE(m_services->listStorage.writes, 0);
         QCOMPARE(changes.count(), 0);
         m_store->deleteGroup(m_b.id);
         m_store->deleteSelectedGroups({});
-        QCOMPARE(m_services->preferences.saves, 2);
-        QVERIFY(isHandedOn());
+        QCOMPARE(m_services->listStorage.writes, 2);
+        QVERIFY(isPublished());
     }
 
-    void theEditorWorksOnACopy() {
+    void editorWorksOnACopy() {
         open({m_a, m_b});
         m_store->startEditing(m_a);
         QVERIFY(m_store->isEditing() && m_store->editingGroup() == m_a);
@@ -149,15 +144,15 @@ private Q_SLOTS:
         QVERIFY(m_store->groups().first() == m_a);
         m_store->cancelEditing();
         QVERIFY(!m_store->isEditing() && !m_store->editingGroup());
-        QCOMPARE(m_services->preferences.saves, 0);
+        QCOMPARE(m_services->listStorage.writes, 0);
 
         m_store->startEditing(m_a);
         m_store->saveEditedGroup(edited);
         QVERIFY(m_store->groups() == (QList{edited, m_b}));
-        QVERIFY(!m_store->isEditing() && !m_store->editingGroup() && isHandedOn());
+        QVERIFY(!m_store->isEditing() && !m_store->editingGroup() && isPublished());
         m_store->saveEditedGroup(makeGroup(QStringLiteral("n")));
         QCOMPARE(labelsOf(m_store->groups()), QStringLiteral("abn"));
-        QVERIFY(isHandedOn());
+        QVERIFY(isPublished());
     }
 };
 

@@ -17,7 +17,7 @@ inline AlarmGroup groupAt(qint64 hour, const QString &label = {}) {
 /// The home screen on fake ports.
 struct HomeFixture {
     FakeServices services;
-    AlarmViewModel store{services.preferences, services.clock, services.scheduler, services.powerManager};
+    AlarmViewModel store{services.listStorage, services.clock, services.scheduler, services.powerManager};
     HomeScreen home{store, services.soundPlayer, services.scheduler, services.powerManager};
 
     AlarmGroup add(const AlarmGroup &group) {

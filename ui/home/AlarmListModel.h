@@ -1,42 +1,29 @@
 #pragma once
 
-#include "AlarmGroup.h"
-
-#include <QAbstractListModel>
+#include <QIdentityProxyModel>
 #include <qqmlregistration.h>
 
 namespace kova {
 
 class AlarmViewModel;
-class HomeSelection;
+class HomeEditMode;
 
-/// The store's groups as rows of texts; rows that stay are never rebuilt. Main thread.
-class AlarmListModel : public QAbstractListModel {
+/// The rows of the store with a role for their selection. Main thread.
+class AlarmListModel : public QIdentityProxyModel {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the home screen")
+    QML_UNCREATABLE("created by the home screen")
 
 public:
-    enum Role {
-        GroupId = Qt::UserRole, ///< the id as upper-case text
-        Label,
-        TimeText,
-        RepeatDaysText,
-        SequenceText, ///< empty when the group has none
-        IsEnabled,
-        IsSelected,
-    };
-
     /// Both must outlive the model.
-    AlarmListModel(const AlarmViewModel &store, const HomeSelection &selection);
+    AlarmListModel(AlarmViewModel &store, const HomeEditMode &editMode);
 
-    int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
 private:
-    const HomeSelection &m_selection;
-    QList<AlarmGroup> m_groups; // what the rows show, at each step of a change
+    const AlarmViewModel &m_store;
+    const HomeEditMode &m_editMode;
 };
 
 } // namespace kova

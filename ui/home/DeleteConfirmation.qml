@@ -6,7 +6,7 @@ import Kova
 T.Popup {
     id: confirmation
 
-    required property HomeSelection selection
+    required property HomeEditMode selection
     readonly property string title: "削除確認"
 
     closePolicy: T.Popup.NoAutoClose

@@ -6,7 +6,7 @@ import Kova
 ContinuousRectangle {
     id: editBar
 
-    required property HomeSelection selection
+    required property HomeEditMode selection
 
     color: Palette.surface
     height: Math.max(deleteButton.height, selectAllButton.height) + 20

@@ -14,13 +14,13 @@ HomeScreen::HomeScreen(AlarmViewModel &store, SoundPlayer &soundPlayer, AlarmSch
             &HomeScreen::isPreventingSleepChanged);
     connect(&soundPlayer, &SoundPlayer::currentPreviewIdChanged, this, &HomeScreen::currentPreviewIdChanged);
     connect(&store, &AlarmViewModel::isEditingChanged, this, &HomeScreen::isEditingChanged);
-    connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &HomeScreen::followAlarm);
+    connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &HomeScreen::onActiveAlarmChanged);
     present();
 }
 
-// An alert that has ended goes at once. A new one is drawn when the alarm has fired: sound, speech and
-// notification come first.
-void HomeScreen::followAlarm() {
+// Removes an alert synchronously. Presents a new one from the event loop, after the sound, the speech and the
+// notification have been started.
+void HomeScreen::onActiveAlarmChanged() {
     if (m_scheduler.activeAlarm()) {
         QMetaObject::invokeMethod(this, &HomeScreen::present, Qt::QueuedConnection);
     } else {

@@ -2,21 +2,21 @@
 
 #include "AlarmListModel.h"
 #include "AlarmViewModel.h"
-#include "HomeSelection.h"
+#include "HomeEditMode.h"
 #include "PowerManager.h"
 #include "SoundPlayer.h"
 #include "alert/AlarmAlertItem.h"
 
 namespace kova {
 
-/// What the main window shows and does: the list, its edit mode, the cards' actions and the ringing alert.
+/// The state and the actions of the main window: the list, its edit mode, the cards and the ringing alert.
 /// Main thread.
 class HomeScreen : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the application")
+    QML_UNCREATABLE("created by the application")
     Q_PROPERTY(kova::AlarmListModel *groups READ groups CONSTANT)
-    Q_PROPERTY(kova::HomeSelection *selection READ selection CONSTANT)
+    Q_PROPERTY(kova::HomeEditMode *selection READ selection CONSTANT)
     Q_PROPERTY(bool isPreventingSleep READ isPreventingSleep NOTIFY isPreventingSleepChanged)
     Q_PROPERTY(QString currentPreviewId READ currentPreviewId NOTIFY currentPreviewIdChanged)
     Q_PROPERTY(bool isEditing READ isEditing NOTIFY isEditingChanged)
@@ -29,35 +29,35 @@ public:
                PowerManager &powerManager);
 
     AlarmListModel *groups() { return &m_groups; }
-    HomeSelection *selection() { return &m_selection; }
+    HomeEditMode *selection() { return &m_selection; }
     bool isPreventingSleep() const { return m_powerManager.isPreventingSleep(); }
 
-    /// Which card previews its sound: a group's id text, or something that is none.
+    /// The id text of the group whose sound is previewed; any other text if there is none.
     QString currentPreviewId() const { return m_soundPlayer.currentPreviewId(); }
 
     /// Whether the editor is shown.
     bool isEditing() const { return m_store.isEditing() && m_store.editingGroup(); }
 
-    /// The alert that is presented. A newer alarm's takes its place only after isRinging has been false.
+    /// The presented alert. isRinging becomes false before the alert of a newer alarm replaces it.
     bool isRinging() const { return m_alert.has_value(); }
     AlarmAlertItem alert() const { return m_alert.value_or(AlarmAlertItem()); }
 
     /// Opens the editor on a new group.
     Q_INVOKABLE void add() { m_store.startAdding(); }
 
-    /// A card's controls; they do nothing in edit mode.
+    /// The controls of a card; without effect in edit mode.
     Q_INVOKABLE void toggle(const QString &groupId);
     Q_INVOKABLE void preview(const QString &groupId);
     Q_INVOKABLE void duplicate(const QString &groupId);
 
-    /// A click on a card: opens the editor, and ends a preview unless in edit mode.
+    /// A click on a card: opens the editor and, unless in edit mode, stops a preview.
     Q_INVOKABLE void click(const QString &groupId);
 
-    /// A card's menu: opens the editor and leaves a preview playing, or deletes without asking.
+    /// The menu of a card: opens the editor without stopping a preview, or deletes without confirmation.
     Q_INVOKABLE void edit(const QString &groupId);
     Q_INVOKABLE void remove(const QString &groupId) { m_store.deleteGroup(QUuid::fromString(groupId)); }
 
-    /// Any way of closing the alert.
+    /// Called however the alert is closed.
     Q_INVOKABLE void endRinging() { m_scheduler.endRinging(); }
 
 Q_SIGNALS:
@@ -67,7 +67,7 @@ Q_SIGNALS:
     void alertChanged();
 
 private:
-    void followAlarm();
+    void onActiveAlarmChanged();
     void present();
     const AlarmGroup *find(const QString &groupId) const;
 
@@ -75,7 +75,7 @@ private:
     SoundPlayer &m_soundPlayer;
     AlarmScheduler &m_scheduler;
     PowerManager &m_powerManager;
-    HomeSelection m_selection;
+    HomeEditMode m_selection;
     AlarmListModel m_groups;
     std::optional<AlarmAlertItem> m_alert;
 };

@@ -7,7 +7,7 @@ FocusScope {
 
     required property HomeScreen home
 
-    readonly property HomeSelection selection: home.selection
+    readonly property HomeEditMode selection: home.selection
 
     Keys.onPressed: event => event.accepted = list.scroll(event.key)
 

@@ -41,7 +41,7 @@ State stateOf(WholeWindow &w) {
     state[QStringLiteral("groups")] = labels(
         groups, [](const AlarmGroup &group) { return group.isEnabled ? QString() : QStringLiteral("-"); });
     state[QStringLiteral("saved")] =
-        QVariant(w.services.preferences.stored.first() == encodeGroups(groups).value()).toString();
+        QVariant(w.services.listStorage.stored() == encodeGroups(groups)).toString();
     state[QStringLiteral("marks")] = labels(groups, [&w](const AlarmGroup &group) {
         return w.home.selection()->contains(group.id) ? QStringLiteral("+") : QString();
     });
@@ -69,7 +69,7 @@ State fieldsOf(const std::optional<AlarmGroup> &group) {
     State fields;
     if (group) {
         const QJsonObject object =
-            QJsonDocument::fromJson(encodeGroups({*group}).value()).array().at(0).toObject();
+            QJsonDocument::fromJson(encodeGroups({*group})).array().at(0).toObject();
         for (auto field = object.begin(); field != object.end(); ++field) {
             fields[field.key()] = text(field.value());
         }

@@ -13,7 +13,7 @@ struct EditorFixture {
 
     FakeServices services;
     FakeFileChooser fileChooser;
-    AlarmViewModel store{services.preferences, services.clock, services.scheduler, services.powerManager};
+    AlarmViewModel store{services.listStorage, services.clock, services.scheduler, services.powerManager};
     AlarmEditor editor{
         {store, services.soundPlayer, services.ttsPlayer, fileChooser, services.bookmarks, services.log}};
 

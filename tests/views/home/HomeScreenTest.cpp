@@ -10,7 +10,7 @@ namespace {
 QString shown(const AlarmListModel &model) {
     QString labels;
     for (int row = 0; row < model.rowCount(); ++row) {
-        labels += model.data(model.index(row), AlarmListModel::Label).toString();
+        labels += model.data(model.index(row, 0), AlarmViewModel::Label).toString();
     }
     return labels;
 }
@@ -21,7 +21,7 @@ class HomeScreenTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aChangeTouchesOnlyItsRows_data() {
+    void changeTouchesOnlyItsRows_data() {
         using Change = std::function<void(AlarmViewModel &)>;
         QTest::addColumn<Change>("change");
         QTest::addColumn<QString>("steps");
@@ -50,13 +50,13 @@ private Q_SLOTS:
             [=](auto &store) {
                 store.deleteSelectedGroups({at(store, 0).id, at(store, 2).id, at(store, 3).id});
             },
-            "-3-2-0", "b");
+            "-2..3-0", "b");
         row(
             "unknown", [](auto &store) { store.toggleGroup(QUuid::createUuid()); }, "", "abcd");
         row(
             "loaded", [](auto &store) { store.load(); }, "0", "abcd");
     }
-    void aChangeTouchesOnlyItsRows() {
+    void changeTouchesOnlyItsRows() {
         QFETCH(std::function<void(AlarmViewModel &)>, change);
         HomeFixture fixture;
         for (const char *label : {"a", "b", "c", "d"}) {
@@ -68,17 +68,15 @@ private Q_SLOTS:
         const auto note = [&steps](QChar kind) {
             return [&steps, kind](const QModelIndex &, int first, int last) {
                 steps += kind + QString::number(first);
-                QCOMPARE(first, last);
+                steps += first == last ? QString() : QStringLiteral("..") + QString::number(last);
             };
         };
         connect(&model, &AlarmListModel::rowsInserted, this, note(u'+'));
         connect(&model, &AlarmListModel::rowsRemoved, this, note(u'-'));
         connect(&model, &AlarmListModel::modelReset, this, [&steps] { steps += u'0'; });
         connect(&model, &AlarmListModel::dataChanged, this,
-                [&](const QModelIndex &first, const QModelIndex &last, const QList<int> &roles) {
-                    if (roles != QList<int>{AlarmListModel::IsSelected}) {
-                        note(u'=')({}, first.row(), last.row());
-                    }
+                [&](const QModelIndex &first, const QModelIndex &last) {
+                    note(u'=')({}, first.row(), last.row());
                 });
         change(fixture.store);
         QTEST(steps, "steps");

@@ -118,7 +118,7 @@ private Q_SLOTS:
         for (AlarmGroup &group : many) {
             group.id = QUuid::createUuid();
         }
-        w.services.preferences.stored[QStringLiteral("kova_alarm_groups")] = encodeGroups(many).value();
+        w.services.listStorage.store(encodeGroups(many));
         w.store.load();
         QTRY_VERIFY(w.shows("cardSurface"));
         QCOMPARE(w.store.groups().size(), 10'000);

@@ -1,4 +1,4 @@
-#include "RingingRules.h"
+#include "RingingCoordinator.h"
 
 #include "FakeFileChooser.h"
 #include "FakeServices.h"
@@ -8,12 +8,12 @@
 
 using namespace kova;
 
-class RingingRulesTest : public QObject {
+class RingingCoordinatorTest : public QObject {
     Q_OBJECT
 
     std::unique_ptr<FakeServices> m_services;
     FakeFileChooser m_fileChooser;
-    std::unique_ptr<RingingRules> m_rules;
+    std::unique_ptr<RingingCoordinator> m_coordinator;
 
     void ring() {
         m_services->soundPlayer.play(AlarmGroup(), true, QStringLiteral("alarm"));
@@ -27,10 +27,10 @@ private Q_SLOTS:
     void init() {
         m_services = std::make_unique<FakeServices>();
         m_fileChooser = {};
-        m_rules = std::make_unique<RingingRules>(m_services->scheduler, m_fileChooser);
+        m_coordinator = std::make_unique<RingingCoordinator>(m_services->scheduler, m_fileChooser);
     }
 
-    void firedAlarmClosesFileDialog() {
+    void alarmClosesTheFileDialogAfterFiring() {
         ring();
         QCOMPARE(m_fileChooser.cancellations, 0);
         QCoreApplication::processEvents();
@@ -40,16 +40,16 @@ private Q_SLOTS:
         QCOMPARE(m_fileChooser.cancellations, 1);
     }
 
-    void closingWindowEndsRingingAlarmButNotPreview() {
+    void closingTheWindowEndsTheRingingButNotAPreview() {
         m_services->soundPlayer.togglePreview(AlarmGroup());
-        m_rules->windowClosed();
+        m_coordinator->windowClosed();
         QVERIFY(!isSilent());
         ring();
-        m_rules->windowClosed();
+        m_coordinator->windowClosed();
         QVERIFY(isSilent());
     }
 
-    void quittingEndsRingingAlarm() {
+    void quittingEndsTheRinging() {
         ring();
         QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
         QCoreApplication::exec();
@@ -57,5 +57,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(RingingRulesTest)
-#include "RingingRulesTest.moc"
+QTEST_GUILESS_MAIN(RingingCoordinatorTest)
+#include "RingingCoordinatorTest.moc"

@@ -1,4 +1,4 @@
-#include "RingingRules.h"
+#include "RingingCoordinator.h"
 
 #include "AlarmScheduler.h"
 #include "FileChooser.h"
@@ -7,23 +7,23 @@
 
 namespace kova {
 
-RingingRules::RingingRules(AlarmScheduler &scheduler, FileChooser &fileChooser)
+RingingCoordinator::RingingCoordinator(AlarmScheduler &scheduler, FileChooser &fileChooser)
     : m_scheduler(scheduler),
       m_fileChooser(fileChooser) {
     // Queued, so that closing the dialog on a hung display cannot delay the sound.
-    connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &RingingRules::activeAlarmChanged,
+    connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &RingingCoordinator::onActiveAlarmChanged,
             Qt::QueuedConnection);
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &scheduler,
             &AlarmScheduler::endRinging);
 }
 
-void RingingRules::windowClosed() {
+void RingingCoordinator::windowClosed() {
     if (m_scheduler.activeAlarm()) {
         m_scheduler.endRinging();
     }
 }
 
-void RingingRules::activeAlarmChanged() {
+void RingingCoordinator::onActiveAlarmChanged() {
     if (m_scheduler.activeAlarm()) {
         m_fileChooser.cancel();
     }

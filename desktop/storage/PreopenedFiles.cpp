@@ -1,4 +1,4 @@
-#include "HeldFiles.h"
+#include "PreopenedFiles.h"
 
 #include <QFile>
 #include <fcntl.h>
@@ -6,13 +6,13 @@
 
 namespace kova {
 
-HeldFiles::~HeldFiles() {
+PreopenedFiles::~PreopenedFiles() {
     for (const int descriptor : std::as_const(m_descriptors)) {
         close(descriptor);
     }
 }
 
-void HeldFiles::hold(const QString &path) {
+void PreopenedFiles::add(const QString &path) {
     constexpr int lowest = 16;
     const int opened = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
     const int descriptor = fcntl(opened, F_DUPFD_CLOEXEC, lowest);

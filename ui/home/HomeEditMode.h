@@ -10,12 +10,11 @@ namespace kova {
 class AlarmViewModel;
 class SoundPlayer;
 
-/// The edit mode of the home list: which groups are selected, and their deletion after a confirmation.
-/// Main thread.
-class HomeSelection : public QObject {
+/// The edit mode of the home list: the selected groups and their deletion after a confirmation. Main thread.
+class HomeEditMode : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by the home screen")
+    QML_UNCREATABLE("created by the home screen")
     Q_PROPERTY(bool editMode READ editMode NOTIFY changed)
     Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY changed)
     Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm NOTIFY changed)
@@ -25,8 +24,8 @@ class HomeSelection : public QObject {
     Q_PROPERTY(QString deleteConfirmText READ deleteConfirmText NOTIFY changed)
 
 public:
-    /// Both must outlive the selection.
-    HomeSelection(AlarmViewModel &store, SoundPlayer &soundPlayer);
+    /// Both must outlive the edit mode.
+    HomeEditMode(AlarmViewModel &store, SoundPlayer &soundPlayer);
 
     bool editMode() const { return m_editMode; }
     const QSet<QUuid> &selected() const { return m_selected; }
@@ -39,7 +38,7 @@ public:
     QString deleteText() const;
     QString deleteConfirmText() const;
 
-    /// Leaving the edit mode empties the selection and ends a preview.
+    /// Leaving the edit mode clears the selection and stops a preview.
     Q_INVOKABLE void toggleEditMode();
     Q_INVOKABLE void toggle(const QString &groupId);
     Q_INVOKABLE void toggleAll();
@@ -49,9 +48,11 @@ public:
     Q_INVOKABLE void confirmDeletion();
 
 Q_SIGNALS:
-    void changed(); ///< or the list of which the selection is a part
+    void changed();         ///< any property
+    void selectedChanged(); ///< emitted before it when the selected groups change
 
 private:
+    void select(const QSet<QUuid> &ids);
     bool isAllSelected() const;
 
     AlarmViewModel &m_store;

@@ -1,0 +1,313 @@
+#include "ListFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <atomic>
+#include <csignal>
+#include <functional>
+#include <pwd.h>
+#include <sys/ptrace.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace kova;
+using namespace std::chrono_literals;
+
+namespace {
+
+struct stat statusOf(const QString &path) {
+    struct stat status {};
+    lstat(QFile::encodeName(path).constData(), &status);
+    return status;
+}
+
+// Runs the action in a child process that is killed at its n-th system call entry or return. Returns false if
+// the action completed before that.
+template <typename Action> bool isKilledAt(int n, const Action &action) {
+    const pid_t child = fork();
+    if (child == 0) {
+        if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) {
+            _exit(1);
+        }
+        raise(SIGSTOP);
+        action();
+        _exit(0);
+    }
+    int status = 0;
+    for (int step = 0; step <= n; ++step) {
+        waitpid(child, &status, 0);
+        if (!WIFSTOPPED(status)) {
+            return false;
+        }
+        if (step < n) {
+            ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+        }
+    }
+    kill(child, SIGKILL);
+    waitpid(child, &status, 0);
+    return true;
+}
+
+} // namespace
+
+class ListFileTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() {
+        m_home.emplace();
+        m_folder = m_home->filePath(QStringLiteral("config/kova-alarm"));
+        constexpr auto firstRetry = 10ms;
+        m_file.emplace(path(), firstRetry);
+    }
+
+    void cleanup() { m_file.reset(); }
+
+    void listIsReadAsItWasWritten() {
+        QCOMPARE(m_file->read(), std::nullopt);
+        write("first");
+        QCOMPARE(m_file->read(), "first");
+        QCOMPARE(content(path()), "first");
+        QVERIFY(!QFile::exists(backup()));
+        QCOMPARE(statusOf(m_folder).st_mode & 07777, 0700U);
+        QVERIFY(QFile::setPermissions(path(), QFile::Permissions::fromInt(0x6644)));
+        write("second");
+        QCOMPARE(m_file->read(), "second");
+        write("second"); // does not replace the backup
+        QCOMPARE(m_file->read(), "second");
+        QCOMPARE(content(backup()), "first");
+        write("third");
+        m_file.reset();
+        QCOMPARE(content(path()), "third");
+        QCOMPARE(content(backup()), "second");
+        for (const QString &file : {path(), backup()}) {
+            QCOMPARE(statusOf(file).st_mode & 07777, 0600U);
+        }
+        QCOMPARE(QDir(m_folder).entryList(QDir::Files).size(), 2);
+    }
+
+    void linkStaysALink() {
+        const QString target = m_home->filePath(QStringLiteral("dotfiles"));
+        put(target, "old");
+        QVERIFY(QDir().mkpath(m_folder));
+        QVERIFY(QFile::link(target, path()));
+        write("new");
+        QCOMPARE(m_file->read(), "new");
+        QVERIFY(QFileInfo(path()).isSymLink());
+        QCOMPARE(content(target), "new");
+        QCOMPARE(content(backup()), "old");
+        QVERIFY(!QFileInfo(backup()).isSymLink());
+    }
+
+    // While one list is being written, only the newest of those that follow is encoded.
+    void supersededListsAreNotEncoded() {
+        std::mutex first;
+        std::unique_lock hold(first);
+        std::atomic<int> encoded = 0;
+        m_file->write([&] {
+            const std::lock_guard wait(first);
+            return QByteArray("0");
+        });
+        for (const char *bytes : {"1", "2", "3"}) {
+            m_file->write([&encoded, bytes] {
+                encoded += 1;
+                return QByteArray(bytes);
+            });
+        }
+        hold.unlock();
+        QCOMPARE(m_file->flush(10s), std::nullopt);
+        QCOMPARE(content(path()), "3");
+        QCOMPARE(encoded, 1);
+    }
+
+    // The first attempt fails; the write is under way when flush() is called.
+    void flushRetriesAWriteThatFails() {
+        m_file.emplace(path(), 1h);
+        QVERIFY(QDir().mkpath(path()));
+        std::atomic<int> attempts = 0;
+        std::atomic<bool> isFlushing = false;
+        m_file->write([&] {
+            if (++attempts == 2) {
+                QDir().rmdir(path());
+            }
+            isFlushing.wait(false);
+            return QByteArray("new");
+        });
+        QTRY_COMPARE(attempts, 1);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("cannot save")));
+        isFlushing = true;
+        isFlushing.notify_all();
+        QCOMPARE(m_file->flush(10s), std::nullopt);
+        QCOMPARE(attempts, 2);
+    }
+
+    void unreadableFileIsReportedAndMovedAside() {
+        const QByteArray file = QFile::encodeName(path());
+        const std::pair<std::function<bool()>, QString> rows[] = {
+            {[&] { return mkfifo(file.constData(), 0600) == 0; }, QStringLiteral("not a regular file")},
+            {[&] { return mkdir(file.constData(), 0700) == 0; }, QStringLiteral("not a regular file")},
+            {[&] { return symlink("gone", file.constData()) == 0; }, QStringLiteral("not a regular file")},
+            {[&] {
+                 return QFile(path()).open(QIODevice::WriteOnly) &&
+                        QFile::resize(path(), AtomicFile::maxSize + 1);
+             },
+             QStringLiteral("larger than 32 MB")},
+            {[&] {
+                 put(path(), "not JSON");
+                 return true;
+             },
+             QStringLiteral("invalid JSON")},
+        };
+        QVERIFY(QDir().mkpath(m_folder));
+        QString aside = path() + QStringLiteral(".unreadable");
+        int number = 1;
+        for (const auto &[make, reason] : rows) {
+            QVERIFY(make());
+            const auto inode = statusOf(path()).st_ino;
+            const QString warning = QStringLiteral("kova-alarm: cannot read ") + path();
+            QTest::ignoreMessage(QtWarningMsg, qPrintable(warning + QStringLiteral(": ") + reason));
+            if (m_file->read()) {
+                m_file->markUnreadable(reason);
+            }
+            QCOMPARE(statusOf(path()).st_ino, inode);
+            QTest::ignoreMessage(QtWarningMsg, qPrintable(warning + QStringLiteral(", moved to ") + aside));
+            for (const char *bytes : {"new", "newer"}) {
+                write(bytes);
+                QCOMPARE(m_file->read(), bytes);
+            }
+            QCOMPARE(statusOf(aside).st_ino, inode);
+            aside = path() + QStringLiteral(".unreadable.%1").arg(++number);
+            QVERIFY(QFile::remove(path()));
+        }
+    }
+
+    void failedWriteChangesNothingUntilARetrySucceeds_data() {
+        QTest::addColumn<QString>("obstacle");
+        QTest::newRow("full disk") << QStringLiteral("full");
+        QTest::newRow("a folder in place of the file") << QStringLiteral("folder");
+        QTest::newRow("a file in place of the folder") << QStringLiteral("file");
+    }
+
+    void failedWriteChangesNothingUntilARetrySucceeds() {
+        QFETCH(QString, obstacle);
+        const bool isFull = obstacle == u"full";
+        if (obstacle == u"file") {
+            put(m_folder, "here");
+        } else {
+            put(backup(), "older");
+        }
+        if (isFull) {
+            put(path(), "old");
+        } else if (obstacle == u"folder") {
+            QVERIFY(QDir(m_folder).mkdir(QStringLiteral("list.json")));
+        }
+        rlimit unlimited{};
+        getrlimit(RLIMIT_FSIZE, &unlimited);
+        if (isFull) {
+            signal(SIGXFSZ, SIG_IGN);
+            const rlimit full{.rlim_cur = 1000, .rlim_max = unlimited.rlim_max};
+            setrlimit(RLIMIT_FSIZE, &full);
+        }
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression(QStringLiteral("^kova-alarm: cannot save .*list.json: .")));
+        QTest::failOnWarning(QRegularExpression(QStringLiteral("."))); // a single line for all attempts
+        const QByteArray bytes(100'000, 'x');
+        write(bytes);
+        std::optional<QString> reason;
+        for (int attempts = 0; attempts < 3; ++attempts) {
+            reason = m_file->flush(10s);
+        }
+        const QByteArray beside = content(backup());
+        const bool isAlone = QDir(m_folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size() <= 2;
+        const QByteArray present = content(path());
+        setrlimit(RLIMIT_FSIZE, &unlimited);
+        QVERIFY(reason && reason->startsWith(path()));
+        QCOMPARE(present, isFull ? "old" : "(none)");
+        QVERIFY(isAlone && beside == (obstacle == u"file" ? "(none)" : "older"));
+        QVERIFY(isFull || QFile::remove(m_folder) || QDir(m_folder).rmdir(QStringLiteral("list.json")));
+        QTRY_COMPARE(content(path()), bytes);
+        QCOMPARE(m_file->flush(10s), std::nullopt);
+    }
+
+    void folderFollowsTheBaseDirectorySpecification() {
+        const QByteArray entry = getpwuid(getuid())->pw_dir;
+        const struct {
+            const char *config;
+            const char *home;
+            QByteArray folder;
+        } rows[] = {{"/c", "/h", "/c"},
+                    {"", "/h", "/h/.config"},
+                    {"c", "/h", "/h/.config"},
+                    {"", nullptr, entry + "/.config"},
+                    {"c", "h", entry + "/.config"}};
+        const QByteArray before = qgetenv("HOME");
+        for (const auto &[config, home, folder] : rows) {
+            qputenv("XDG_CONFIG_HOME", config);
+            home ? qputenv("HOME", home) : qunsetenv("HOME");
+            const QString found = ListFile::defaultFolder();
+            qputenv("HOME", before);
+            QCOMPARE(found, QFile::decodeName(folder) + QStringLiteral("/kova-alarm"));
+        }
+    }
+
+    void killAtAnyMomentLosesNothing() {
+        if (!isKilledAt(0, [] {})) {
+            QSKIP("An emulator does not support ptrace");
+        }
+        const AtomicFile file(path());
+        int n = 1;
+        while (true) {
+            put(path(), "old");
+            put(backup(), "older");
+            const bool isKilled = isKilledAt(n, [&file] { (void)file.replace("new"); });
+            const QByteArray present = content(path());
+            const QByteArray beside = content(backup());
+            QVERIFY2(present == "old" || present == "new", present);
+            QVERIFY2(present == "new" ? beside == "old" : beside == "old" || beside == "older", beside);
+            // Whatever was left behind does not prevent the next write.
+            QCOMPARE(file.replace("next"), std::nullopt);
+            QCOMPARE(content(path()), "next");
+            QCOMPARE(content(backup()), present);
+            if (!isKilled) {
+                QCOMPARE(present, "new");
+                break;
+            }
+            n += 2; // the return from one call and the entry into the next are the same to the files
+        }
+        constexpr int minimum = 20; // fewer means that nothing was traced
+        QVERIFY(n > minimum);
+    }
+
+private:
+    QString path() const { return m_folder + QStringLiteral("/list.json"); }
+    QString backup() const { return path() + u'~'; }
+    void write(const QByteArray &bytes) {
+        m_file->write([bytes] { return bytes; });
+    }
+
+    static QByteArray content(const QString &path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
+    }
+
+    static void put(const QString &path, const QByteArray &bytes) {
+        QDir().mkpath(QFileInfo(path).path());
+        QFile::remove(path);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+
+    std::optional<QTemporaryDir> m_home;
+    QString m_folder;
+    std::optional<ListFile> m_file;
+};
+
+QTEST_GUILESS_MAIN(ListFileTest)
+#include "ListFileTest.moc"
