@@ -1,17 +1,19 @@
-"""Measures the application and prints a table: figures.py [figure]... [--real]
+"""Measures the application and prints a table: figures.py [figure]... [--real] [--record | --values]
 
   units    the scheduler's tick, encoding and decoding of the saved list (kova-benchmarks)
-  start    exec to the scheduler's start and to the first frame
-  click    a click to the first frame that shows its result, with 10,000 groups
+  start    exec to the scheduler's start and to the first frame, with 20 and 10,000 groups
+  click    a click to the first frame that shows its result, with 20 and 10,000 groups
   ring     minute boundary to the FIRE line, the notification, the sound server's stream and the first sample
   gaps     silence in 54 s of sound while all cores are busy
   faults   the longest iteration of the main thread's event loop while services, files or the player fail
   kills    1,000 kills during repeated saves, and the list that each next start finds
   idle     memory, wake-ups and CPU time with the window shown and closed
   soak     three simulated days with 500 groups: missing and unexpected rings, memory after each day (kova-soak)
+  others   exec to window, memory and wake-ups of other alarm clocks, if they are installed
 
 With --real an alarm rings in each of the next 20 minutes of the real clock; otherwise the application is started
-20 times just before a minute of a shifted clock."""
+20 times just before a minute of a shifted clock. --record also replaces the table of results in README.md; it needs an
+idle machine and a commit without changes. --values prints the values as JSON and measures each figure 5 times."""
 
 import json
 import os
@@ -20,6 +22,7 @@ import statistics
 import subprocess
 import sys
 import time
+from datetime import date
 from pathlib import Path
 
 import numpy
@@ -28,20 +31,29 @@ ROOT = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(ROOT / "tests/desktop"))
 
 import faults  # noqa: E402
+import others  # noqa: E402
 import sound  # noqa: E402
 from display import Display, close_windows  # noqa: E402
 from groups import bookmark, group  # noqa: E402
 from process import Process  # noqa: E402
 from session import PROGRAM, Program, Session, wait_until  # noqa: E402
 
-TIMES = 20
+VALUES_ONLY = "--values" in sys.argv
+TIMES = 5 if VALUES_ONLY else 20
 FRAMES = {"QT_LOGGING_RULES": "qt.scenegraph.time.renderloop.debug=true", "QT_FORCE_STDERR_LOGGING": "1"}
 BARE_WINDOW = PROGRAM.with_name("kova-bare-window")
 
 
+table = ["| figure | median | maximum | runs |", "|---|---|---|---|"]
+
+
 def row(what, values, unit="ms"):
-    values = sorted(values)
-    print(f"| {what} | {statistics.median(values):.3g} {unit} | {values[-1]:.3g} {unit} | {len(values)} |", flush=True)
+    if VALUES_ONLY:
+        print(json.dumps({"what": what, "values": list(values), "unit": unit}), flush=True)
+        return
+    median, maximum = (f"{number:.3g} {unit}".strip() for number in (statistics.median(values), max(values)))
+    table.append(f"| {what} | {median} | {maximum} | {len(values)} |")
+    print(table[-1], flush=True)
 
 
 def units():
@@ -55,14 +67,23 @@ def units():
         row(name, [run["cpu_time"] for run in repeated], repeated[0]["time_unit"] + " of CPU time")
 
 
+def many(count):
+    return (group("12:00", label=f"アラーム {i}") for i in range(count))
+
+
 def start():
+    for count in (20, 10_000):
+        start_with(count)
+
+
+def start_with(count):
     """Warm starts; the first one is discarded."""
-    with_groups, to_scheduler, to_frame, to_bare_frame = Session(), [], [], []
+    session, to_scheduler, to_frame, to_bare_frame = Session(), [], [], []
     try:
-        with_groups.start_all(without=["sound", "speech"])
-        with_groups.start("display")
-        with_groups.save(*(group("12:00", label=f"アラーム {i}") for i in range(20)))
-        env = with_groups.env | FRAMES
+        session.start_all(without=["sound", "speech"])
+        session.start("display")
+        session.save(*many(count))
+        env = session.env | FRAMES
         for turn in range(TIMES + 1):
             program = Program([PROGRAM], env, stderr=subprocess.STDOUT)
             times = {}
@@ -78,20 +99,27 @@ def start():
                 to_frame.append(times["frame"])
                 to_bare_frame.append((frame.when - bare.started) * 1000)
     finally:
-        with_groups.close()
-    row("exec to \"[Scheduler] Started\"", to_scheduler)
-    row("exec to the first frame, 20 groups", to_frame)
-    row("exec to the first frame of a bare Qt Quick window", to_bare_frame)
-    row("the ratio of the two", [one / other for one, other in zip(to_frame, to_bare_frame)], "")
+        session.close()
+    row(f"exec to \"[Scheduler] Started\", {count:,} groups", to_scheduler)
+    row(f"exec to the first frame, {count:,} groups", to_frame)
+    if count == 20:
+        row("exec to the first frame of a bare Qt Quick window", to_bare_frame)
+        row("the ratio of the two", [one / other for one, other in zip(to_frame, to_bare_frame)], "")
 
 
 def click():
-    """Clicks the first card's switch and the card. The time starts at the release, after the press has been drawn."""
+    toggles = [statistics.median(click_with(count)) for count in (20, 10_000)]
+    row("the ratio of the two switches", [toggles[1] / toggles[0]], "")
+
+
+def click_with(count, report=True):
+    """Clicks the first card's switch and the card. The time starts at the release, after the press has been drawn.
+    Returns the times of the switch."""
     session, to_toggle, to_editor = Session(), [], []
     try:
         session.start_all(without=["sound", "speech"])
         display = session.services["display"] = Display(session.folder, session.env, (460, 640))
-        session.save(*(group("12:00", label=f"アラーム {i}") for i in range(10_000)))
+        session.save(*many(count))
         program = Program([PROGRAM], session.env | {"DISPLAY": display.name, "QT_QPA_PLATFORM": "xcb"})
         program.wait_for("[Scheduler] Started")
         display.wait_until_still(1)
@@ -120,8 +148,10 @@ def click():
         program.end()
     finally:
         session.close()
-    row("the switch of one of 10,000 groups, click to frame", to_toggle)
-    row("opening the editor, click to the first frame", to_editor)
+    if report:
+        row(f"the switch of one of {count:,} groups, click to frame", to_toggle)
+        row(f"opening the editor, {count:,} groups, click to the first frame", to_editor)
+    return to_toggle
 
 
 class Witnesses:
@@ -238,7 +268,7 @@ def kills():
     done = subprocess.run([PROGRAM.parent / "kova-kills"], stdout=subprocess.PIPE, text=True)
     if done.returncode != 0:
         sys.exit("figures: a kill lost a saved list")
-    print(f"| {done.stdout.strip()} | | | 1000 |", flush=True)
+    row(done.stdout.strip(), [0], "lost")
 
 
 def memory(pid, key):
@@ -262,7 +292,7 @@ def idle():
     try:
         session.start_all()
         session.start("display", "menu-bar")  # with an item in the menu bar, closing hides the window
-        session.save(*(group("12:00", label=f"アラーム {i}") for i in range(20)))
+        session.save(*many(20))
         program = Program([PROGRAM], session.env | {"TZ": "UTC"})
         program.wait_for("[Scheduler] Started")
         for state in ("window shown", "window closed"):
@@ -291,9 +321,34 @@ def soak():
         sys.exit("figures: kova-soak failed")
 
 
-if __name__ == "__main__":
+def record():
+    """Replaces the results in README.md by the table."""
+    commit = subprocess.run(["git", "rev-parse", "--short", "HEAD"], cwd=ROOT, stdout=subprocess.PIPE, text=True)
+    model = re.search(r"model name\s*: (.*)", Path("/proc/cpuinfo").read_text())
+    heading = f"{os.cpu_count()} × {model[1] if model else 'CPU'}, {date.today()}, commit {commit.stdout.strip()}"
+    readme = ROOT / "benchmarks/README.md"
+    text = readme.read_text()
+    begin = text.index("## Results\n") + len("## Results\n")
+    readme.write_text(text[:begin] + f"\n`scripts/bench --record` on {heading}:\n\n" + "\n".join(table) + "\n")
+
+
+def main():
     figures = {"units": units, "start": start, "click": click, "ring": lambda: ring("--real" in sys.argv), "gaps": gaps,
-               "faults": lambda: faults.measure(row), "kills": kills, "idle": idle, "soak": soak}
-    print("| figure | median | maximum | runs |\n|---|---|---|---|")
-    for figure in [word for word in sys.argv[1:] if not word.startswith("--")] or figures:
+               "faults": lambda: faults.measure(row), "kills": kills, "idle": idle, "soak": soak,
+               "others": lambda: others.measure(row, memory, activity, TIMES)}
+    wanted = [word for word in sys.argv[1:] if not word.startswith("--")] or figures
+    if "--record" in sys.argv:
+        if subprocess.run(["git", "status", "--porcelain"], cwd=ROOT, capture_output=True).stdout:
+            sys.exit("figures: --record needs a commit without changes")
+        if os.getloadavg()[0] > 0.5:
+            sys.exit("figures: --record needs an idle machine")
+    if not VALUES_ONLY:
+        print("\n".join(table))
+    for figure in wanted:
         figures[figure]()
+    if "--record" in sys.argv:
+        record()
+
+
+if __name__ == "__main__":
+    main()
