@@ -2,6 +2,10 @@
 
 add_library(kova_options INTERFACE)
 target_compile_options(kova_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion)
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # The sources are included, so GCC takes their anonymous namespaces for those of a header.
+    target_compile_options(kova_options INTERFACE -Wno-subobject-linkage)
+endif()
 target_compile_definitions(
     kova_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_FOREACH
                            QT_NO_KEYWORDS QT_DISABLE_DEPRECATED_BEFORE=0x060400)

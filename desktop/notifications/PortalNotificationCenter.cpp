@@ -16,7 +16,7 @@ QString interface() {
     return QStringLiteral("org.freedesktop.portal.Notification");
 }
 
-QString click() {
+QString clickAction() {
     return QStringLiteral("show-window");
 }
 
@@ -47,7 +47,7 @@ void PortalNotificationCenter::requestAuthorization(Authorized result) {
             result(granted, granted ? std::nullopt : std::optional(reply.errorMessage()));
         });
         m_buses.listen(interface(), QStringLiteral("ActionInvoked"), [this](const QDBusMessage &signal) {
-            if (signal.arguments().value(1) == click()) {
+            if (signal.arguments().value(1) == clickAction()) {
                 bringToFront(m_application, activationToken(signal));
             }
         });
@@ -60,7 +60,7 @@ void PortalNotificationCenter::add(const NotificationRequest &request) {
         {QStringLiteral("title"), request.title},
         {QStringLiteral("body"), plainLine(request.body)},
         {QStringLiteral("priority"), QStringLiteral("high")}, // urgent ones stay until they are dismissed
-        {QStringLiteral("default-action"), click()},
+        {QStringLiteral("default-action"), clickAction()},
     };
     m_buses.send(Bus::Session, portalCall(interface(), QStringLiteral("AddNotification"))
                                    << request.identifier << notification);

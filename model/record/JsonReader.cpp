@@ -62,7 +62,7 @@ bool JsonReader::accept(char16_t token) {
 bool JsonReader::acceptWord(const char *word) {
     next();
     const bool isNext = m_rest.startsWith(QLatin1StringView(word));
-    m_rest = m_rest.sliced(isNext ? qstrlen(word) : 0);
+    m_rest = m_rest.sliced(isNext ? qsizetype(qstrlen(word)) : 0);
     return isNext;
 }
 

@@ -1,5 +1,5 @@
-// Decodes a sound file several times in a row as the player does, faster than real time, and writes the samples
-// for the sound server as 16-bit stereo at 44.1 kHz.
+// Decodes a sound file several times in a row as the player does, faster than real time, and writes the
+// samples for the sound server as 16-bit stereo at 44.1 kHz.
 //
 //   loop_probe SOUND PASSES RECORDING      exit status 0 on success, one line on stderr otherwise
 #include "Sound.h"
@@ -38,10 +38,10 @@ int main(int argc, char *argv[]) {
     if (passes < 1) {
         return fail("usage", "loop_probe SOUND PASSES RECORDING");
     }
-    std::string reason;
-    const auto sound = kova::Sound::open(argv[1], passes - 1, reason);
+    kova::DecoderError error;
+    const auto sound = kova::Sound::open(argv[1], passes - 1, error);
     if (!sound) {
-        return fail(argv[1], reason.c_str());
+        return fail(argv[1], error.reason.c_str());
     }
     std::ofstream file(argv[3], std::ios::binary);
     record(*sound, file);

@@ -1,7 +1,8 @@
 """Uses the program as an assistive tool does, over the accessibility bus that the environment leads to, and by no
 other means: assistive.py press NAME, toggle NAME, set NAME NUMBER or write NAME TEXT, which wait until it can be
-done; try NAME, which presses what is disabled too; or tell, which prints role, name, description, text or value, and
-states of everything that is shown, scrolled out of sight or not."""
+done; try NAME, which presses what is disabled too; where NAME, which prints its left, top, width and height; or tell,
+which prints role, name, description, text or value, and states of everything that is shown, scrolled out of sight or
+not."""
 
 import sys
 import time
@@ -86,6 +87,9 @@ def main(verb, name="", text=""):
         node = find(name, Atspi.Accessible.get_editable_text_iface)
         Atspi.EditableText.set_text_contents(node, text)
         wait_until(lambda: Atspi.Text.get_text(node, 0, -1) == text, f"{name} does not take the text")
+    elif verb == "where":
+        extents = find(name, Atspi.Accessible.get_component_iface).get_extents(Atspi.CoordType.SCREEN)
+        print(extents.x, extents.y, extents.width, extents.height)
     else:
         for node in everything():
             print(role(node), node.get_name(), node.get_description(), content(node), *states(node), sep="\t")

@@ -41,6 +41,14 @@ class Display(Process):
     def release(self, button=1):
         self._button(button, 0)
 
+    def type(self, *keys):
+        """Presses keys by their X11 names."""
+        for key in keys:
+            code = self._x11.XKeysymToKeycode(self._connection, self._x11.XStringToKeysym(key.encode()))
+            for is_press in (1, 0):
+                self._xtst.XTestFakeKeyEvent(self._connection, code, is_press, 0)
+        self._x11.XSync(self._connection, 0)
+
     def _button(self, button, is_press):
         self._xtst.XTestFakeButtonEvent(self._connection, button, is_press, 0)
         self._x11.XSync(self._connection, 0)

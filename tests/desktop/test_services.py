@@ -138,7 +138,7 @@ def test_japanese_is_spoken_by_another_module_than_espeak(session, options, text
     record_property("seconds to speech", recording.started + sound.sounding(recording.samples())[0][0] - started)
     assert session["speech" + options].received() == text
     tone = numpy.abs(numpy.fft.rfft(recording.samples()[-sound.RATE // 5:]))
-    assert (tone.argmax() * 5 == speech.TONE) == (options == "+generic")
+    assert (abs(tone.argmax() * 5 - speech.TONE) <= 10) == (options == "+generic")
 
 
 @pytest.mark.parametrize("service", [service for service in SERVICES if service != "sound"])

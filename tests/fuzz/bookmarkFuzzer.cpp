@@ -1,7 +1,7 @@
 // Arbitrary bytes as a bookmark. Only a complete bookmark with a valid path is accepted, and encodes to the
 // same bytes.
 
-#include "BookmarkForm.h"
+#include "BookmarkCodec.h"
 #include "require.h"
 
 #include <climits>

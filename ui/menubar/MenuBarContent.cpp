@@ -2,6 +2,7 @@
 
 #include "AlarmTimes.h"
 #include "elided.h"
+#include "plainLine.h"
 
 #include <algorithm>
 
@@ -26,7 +27,7 @@ QString line(const QString &time, const QString &label) {
 MenuBarEntry groupLine(const AlarmGroup &group) {
     const QString time = timeText(group.targetHour, group.targetMinute);
     return {.kind = MenuBarEntry::Group,
-            .text = group.label.isEmpty() ? time : line(time, elided(group.label, maxLabelLength)),
+            .text = group.label.isEmpty() ? time : line(time, plainLine(elided(group.label, maxLabelLength))),
             .isEnabled = group.isEnabled};
 }
 

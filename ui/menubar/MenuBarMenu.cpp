@@ -1,7 +1,6 @@
 #include "MenuBarMenu.h"
 
 #include "drawing/symbolImage.h"
-#include "plainLine.h"
 
 #include <QStyleOptionMenuItem>
 
@@ -42,16 +41,16 @@ QIcon symbol(const MenuBarEntry &entry) {
     }
 }
 
-// The text is the user's: it has no mnemonics and no line breaks.
-QString drawnText(const QString &text) {
-    return plainLine(text).replace(u'&', QStringLiteral("&&"));
+// The user's text contains no mnemonics.
+QString drawnText(QString text) {
+    return text.replace(u'&', QStringLiteral("&&"));
 }
 
 // On the bus "_" marks a mnemonic and "__" is an underscore; Qt converts the first "&" to "_", so a mark in
 // front protects the text's own. GNOME removes only the first "_", so a text that needs more than one escape
 // gets look-alikes instead.
 QString exportedText(const QString &text) {
-    QString exported = plainLine(text);
+    QString exported = text;
     if (exported.count(u'_') > 1) {
         exported.replace(u'_', u'ˍ');
     }
