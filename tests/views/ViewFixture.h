@@ -9,10 +9,10 @@
 
 namespace kova {
 
-/// A view of the module in a window of its own, and ways to find what it shows and to use it as a user does.
+/// A view of the module in its own window, with functions that find its items and send user input.
 class ViewFixture {
 public:
-    /// By its file's place in the module, as "home/HomeView".
+    /// Shows a view, given by its path in the module such as "home/HomeView".
     ViewFixture(const QString &view, const QVariantMap &inputs, QSize size) {
         m_view.setResizeMode(QQuickView::SizeRootObjectToView);
         m_view.setInitialProperties(inputs);
@@ -29,7 +29,7 @@ public:
 
     using Test = std::function<bool(QQuickItem &)>;
 
-    /// The visible items below an item that pass, in the order in which they are painted.
+    /// Returns the visible descendants that pass a test, in painting order.
     static QList<QQuickItem *> all(QQuickItem *below, const Test &test) {
         QList<QQuickItem *> found;
         const QList<QQuickItem *> children = below->childItems();
@@ -48,7 +48,7 @@ public:
         return found.isEmpty() ? nullptr : found.constFirst();
     }
 
-    /// By the name of its QML type, as "Stepper".
+    /// Tests for a QML type, such as "Stepper".
     static Test isA(const QByteArray &type) {
         return [type](QQuickItem &item) {
             return QByteArray(item.metaObject()->className()).startsWith(type + "_QML");
@@ -65,7 +65,7 @@ public:
     }
     QQuickItem *text(const QString &text) { return first(has("text", text)); }
 
-    /// In the window's coordinates.
+    /// Returns an item's rectangle in the window's coordinates.
     static QRectF rect(const QQuickItem *item) {
         return item->mapRectToScene({0, 0, item->width(), item->height()});
     }

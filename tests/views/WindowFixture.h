@@ -24,7 +24,7 @@ inline QList<QQuickItem *> itemsBelow(QQuickItem *root, const QString &name) {
     return found;
 }
 
-/// The window on fake ports, worked by real mouse and key events.
+/// The window on fake ports, operated by mouse and key events.
 struct Window : HomeFixture {
     FakeFileChooser fileChooser;
     AlarmEditor editor{
@@ -34,14 +34,14 @@ struct Window : HomeFixture {
                       {{QStringLiteral("home"), QVariant::fromValue(&home)},
                        {QStringLiteral("editor"), QVariant::fromValue(&editor)}}};
 
-    /// Shown and active, with so many groups.
+    /// Shows and activates the window, with `groups` groups.
     explicit Window(int groups = 0) {
         add(groups);
         window.show();
         activate();
     }
 
-    // Lest the toolkit's renderer leaves the textures of pictures behind.
+    // Lets Qt's renderer delete the textures of images.
     ~Window() {
         window.setSource({});
         window.releaseResources();
@@ -51,11 +51,11 @@ struct Window : HomeFixture {
     QList<QQuickItem *> all(const char *name) {
         return itemsBelow(window.contentItem(), QString::fromLatin1(name));
     }
-    /// The n-th visible item of that name from above.
+    /// Returns the n-th visible item of that name from the top.
     QQuickItem *item(const char *name, int n = 0) { return all(name).value(n); }
     bool shows(const char *name) { return item(name) != nullptr; }
-    /// Below the header, as far as it tells.
-    QString cardInSight(int n = 0) {
+    /// Returns the time and the position of the n-th card below the header.
+    QString visibleCard(int n = 0) {
         QStringList times;
         for (const QQuickItem *time : all("cardTime")) {
             if (rect(time).top() >= 48) {
@@ -82,10 +82,10 @@ struct Window : HomeFixture {
         if (inEditMode) {
             click("editButton");
         }
-        item(inEditMode ? "selectionMark" : "cardSurface")->forceActiveFocus(Qt::TabFocusReason);
+        item(inEditMode ? "selectionMark" : "cardSurface")->forceActiveFocus();
     }
     void activate() {
-        window.requestActivate(); // a display without a window manager does not do it by itself
+        window.requestActivate(); // needed without a window manager
         QVERIFY(QTest::qWaitForWindowActive(&window));
     }
 };

@@ -1,32 +1,52 @@
 #include "AccessibleChanges.h"
 
+#include "popups/popupsInFrontOf.h"
+
 #include <QAccessible>
 #include <QMetaMethod>
 #include <QQuickItem>
-#include <QQuickWindow>
 #include <algorithm>
 #include <utility>
 
 namespace kova {
 
-void AccessibleChanges::tellOf(QQuickItem &item) {
+namespace {
+// How far outside the viewport a list's entries are created and exposed, in logical pixels.
+constexpr int exposedMargin = 20000;
+} // namespace
+
+void AccessibleChanges::observe(QQuickItem &item) {
     if (!item.findChild<AccessibleChanges *>({}, Qt::FindDirectChildrenOnly)) {
-        new AccessibleChanges(item); // its child
+        new AccessibleChanges(item); // owned by the item
     }
 }
 
 AccessibleChanges::AccessibleChanges(QQuickItem &item) : QObject(&item), m_item(item) {
-    follow("enabled", "tellUse()");
-    followPanels();
-    follow("highlighted", "tellHighlight()");
-    follow(item.inherits("QQuickComboBox") ? "currentIndex" : "value", "tellValue()");
+    reportOnChange("enabled", "reportEnabled()");
+    reportOnChange("highlighted", "reportHighlight()");
+    reportOnChange(item.inherits("QQuickComboBox") ? "currentIndex" : "value", "reportValue()");
     if (item.inherits("QQuickTextInput")) {
         m_text = item.property("text").toString();
-        follow("text", "tellText()");
+        reportOnChange("text", "reportText()");
+    }
+    QMetaObject::invokeMethod(this, &AccessibleChanges::onItemCompleted, Qt::QueuedConnection);
+}
+
+// An item behind a panel is disabled while the panel is open.
+void AccessibleChanges::onItemCompleted() {
+    if (const QQuickItem *overlay = overlayOf(m_item)) {
+        connect(overlay, &QQuickItem::visibleChildrenChanged, this, &AccessibleChanges::reportEnabled,
+                Qt::QueuedConnection);
+    }
+    reportEnabled();
+    for (QQuickItem *list : {&m_item, m_item.property("contentItem").value<QQuickItem *>()}) {
+        if (list && list->inherits("QQuickItemView")) {
+            list->setProperty("cacheBuffer", exposedMargin);
+        }
     }
 }
 
-void AccessibleChanges::follow(const char *property, const char *slot) {
+void AccessibleChanges::reportOnChange(const char *property, const char *slot) {
     const QMetaObject *type = m_item.metaObject();
     const QMetaProperty followed = type->property(type->indexOfProperty(property));
     if (followed.hasNotifySignal()) {
@@ -35,29 +55,17 @@ void AccessibleChanges::follow(const char *property, const char *slot) {
     }
 }
 
-void AccessibleChanges::tellValue() {
-    QAccessibleInterface *told = QAccessible::queryAccessibleInterface(&m_item);
-    if (told && told->valueInterface()) { // not while the item is being made
+void AccessibleChanges::reportValue() {
+    QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(&m_item);
+    if (iface && iface->valueInterface()) { // not while the item is being created
         QAccessibleValueChangeEvent event(&m_item, {});
         QAccessible::updateAccessibility(&event);
     }
 }
 
-// What lies behind a panel can't be used while that is open.
-void AccessibleChanges::followPanels() {
-    const QQuickWindow *window = m_item.window();
-    const QList<QQuickItem *> layers = window ? window->contentItem()->childItems() : QList<QQuickItem *>();
-    for (const QQuickItem *layer : layers) {
-        if (layer->inherits("QQuickOverlay")) {
-            connect(layer, &QQuickItem::visibleChildrenChanged, this, &AccessibleChanges::tellUse);
-        }
-    }
-    QMetaObject::invokeMethod(this, &AccessibleChanges::tellUse, Qt::QueuedConnection);
-}
-
-void AccessibleChanges::tellUse() {
-    const QAccessibleInterface *told = QAccessible::queryAccessibleInterface(&m_item);
-    if (!told || told->state().disabled == m_isDisabled) {
+void AccessibleChanges::reportEnabled() {
+    const QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(&m_item);
+    if (!iface || iface->state().disabled == m_isDisabled) {
         return;
     }
     m_isDisabled = !m_isDisabled;
@@ -67,16 +75,16 @@ void AccessibleChanges::tellUse() {
     QAccessible::updateAccessibility(&event);
 }
 
-// An entry of an open list, while the focus stays at its picker.
-void AccessibleChanges::tellHighlight() {
+// Reports the highlighted entry of an open list as focused; Qt's focus stays at the picker.
+void AccessibleChanges::reportHighlight() {
     if (m_item.property("highlighted").toBool()) {
         QAccessibleEvent event(&m_item, QAccessible::Focus);
         QAccessible::updateAccessibility(&event);
     }
 }
 
-// Only what lies between the parts that stayed.
-void AccessibleChanges::tellText() {
+// Reports the changed part of the text only.
+void AccessibleChanges::reportText() {
     const QString before = std::exchange(m_text, m_item.property("text").toString());
     const auto begin = std::mismatch(before.cbegin(), before.cend(), m_text.cbegin(), m_text.cend());
     const auto end = std::mismatch(before.crbegin(), std::make_reverse_iterator(begin.first),

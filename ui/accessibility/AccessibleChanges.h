@@ -6,27 +6,28 @@ class QQuickItem;
 
 namespace kova {
 
-/// Tells assistive tools of an item's changes of which the toolkit does not tell by itself.
+/// Emits accessibility events for item changes that Qt Quick does not report, and lets a list create the
+/// entries outside its viewport, which assistive tools could not reach.
 class AccessibleChanges : public QObject {
     Q_OBJECT
 
 public:
-    /// Until the item goes.
-    static void tellOf(QQuickItem &item);
+    /// Observes the item until it is destroyed. Does nothing if it is observed already.
+    static void observe(QQuickItem &item);
 
 private:
     explicit AccessibleChanges(QQuickItem &item);
 
-    Q_SLOT void tellValue();
-    Q_SLOT void tellUse();
-    Q_SLOT void tellHighlight();
-    Q_SLOT void tellText();
-    void followPanels();
-    void follow(const char *property, const char *slot);
+    Q_SLOT void reportValue();
+    Q_SLOT void reportEnabled();
+    Q_SLOT void reportHighlight();
+    Q_SLOT void reportText();
+    void reportOnChange(const char *property, const char *slot);
+    void onItemCompleted();
 
     QQuickItem &m_item;
-    bool m_isDisabled = false; // as told
-    QString m_text;            // of a text field, as told
+    bool m_isDisabled = false; // as reported
+    QString m_text;            // of a text field, as reported
 };
 
 } // namespace kova

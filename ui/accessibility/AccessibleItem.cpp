@@ -2,20 +2,18 @@
 
 #include "AccessibleChanges.h"
 #include "controls/press.h"
+#include "popups/popupsInFrontOf.h"
+#include "window/ViewWindow.h"
 
 #include <QQuickItem>
-#include <QQuickWindow>
 #include <algorithm>
 
 namespace kova {
 
 namespace {
 
-// Of a list's entries out of sight, so far from its edges, in logical pixels, tools are told too.
-constexpr int reach = 20000;
-
-// What holds the role that a view gave an item, its name and so on; the last one, if the toolkit made two.
-const QObject *accessible(const QQuickItem &item) {
+// Returns the attached object with the item's accessible properties; the last one if Qt has created two.
+const QObject *accessibleProperties(const QQuickItem &item) {
     const QObjectList &children = item.children();
     const auto found = std::find_if(children.crbegin(), children.crend(), [](const QObject *child) {
         return child->inherits("QQuickAccessibleAttached");
@@ -31,20 +29,20 @@ QQuickItem *popupContent(const QQuickItem *item) {
     return item && isPopup(*item) ? item->property("contentItem").value<QQuickItem *>() : nullptr;
 }
 
-bool isTold(const QQuickItem &item) {
-    const QObject *properties = accessible(item);
-    // Not every release of the toolkit marks popups for tools that come later.
+bool isExposed(const QQuickItem &item) {
+    const QObject *properties = accessibleProperties(item);
+    // Not every Qt version attaches properties to popups created before accessibility is activated.
     const bool isIgnored = properties ? properties->property("ignored").toBool() : !isPopup(item);
     return !isIgnored && popupContent(item.parentItem()) != &item;
 }
 
-void gatherTold(const QQuickItem &item, QList<QQuickItem *> &found) {
+void collectExposed(const QQuickItem &item, QList<QQuickItem *> &found) {
     const QList<QQuickItem *> children = item.childItems();
     for (QQuickItem *child : children) {
-        if (child->isVisible() && isTold(*child)) {
+        if (child->isVisible() && isExposed(*child)) {
             found.append(child);
         } else if (child->isVisible()) {
-            gatherTold(*child, found);
+            collectExposed(*child, found);
         }
     }
 }
@@ -53,25 +51,13 @@ bool isPanel(QAccessible::Role role) {
     return role == QAccessible::Dialog || role == QAccessible::AlertMessage || role == QAccessible::PopupMenu;
 }
 
-// With a panel open, only it and the popups in front of it can be used.
+// While a panel is open, only the panel and the popups in front of it can be used.
 bool isBehindPanel(const QQuickItem &item) {
-    QList<QQuickItem *> popups;
-    const QList<QQuickItem *> layers = item.window()->contentItem()->childItems();
-    for (const QQuickItem *layer : layers) {
-        if (layer->inherits("QQuickOverlay")) {
-            gatherTold(*layer, popups);
-        }
-    }
-    for (auto popup = popups.crbegin(); popup != popups.crend(); ++popup) {
-        const QAccessibleInterface *told = QAccessible::queryAccessibleInterface(*popup);
-        if (*popup == &item || (*popup)->isAncestorOf(&item)) {
-            return false;
-        }
-        if (told && isPanel(told->role())) {
-            return true;
-        }
-    }
-    return false;
+    const QList<QQuickItem *> popups = popupsInFrontOf(item);
+    return std::any_of(popups.cbegin(), popups.cend(), [](QQuickItem *popup) {
+        const QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(popup);
+        return iface && isPanel(iface->role());
+    });
 }
 
 bool isPicker(QAccessible::Role role) {
@@ -80,7 +66,7 @@ bool isPicker(QAccessible::Role role) {
 
 QAccessibleInterface *make(const QString & /*className*/, QObject *object) {
     auto *item = qobject_cast<QQuickItem *>(object);
-    return item && (accessible(*item) || isPopup(*item)) ? new AccessibleItem(*item) : nullptr;
+    return item && (accessibleProperties(*item) || isPopup(*item)) ? new AccessibleItem(*item) : nullptr;
 }
 
 } // namespace
@@ -93,7 +79,7 @@ AccessibleItem::AccessibleItem(QQuickItem &item)
     : QAccessibleObject(&item),
       m_item(item),
       m_text(item, item.inherits("QQuickComboBox") ? "displayText" : "text") {
-    AccessibleChanges::tellOf(item);
+    AccessibleChanges::observe(item);
 }
 
 QWindow *AccessibleItem::window() const {
@@ -102,20 +88,17 @@ QWindow *AccessibleItem::window() const {
 
 QAccessibleInterface *AccessibleItem::parent() const {
     QQuickItem *parent = m_item.parentItem();
-    while (parent && !isTold(*parent)) {
+    while (parent && !isExposed(*parent)) {
         parent = parent->parentItem();
     }
-    QObject *told = parent;
-    return QAccessible::queryAccessibleInterface(told ? told : m_item.window());
+    return QAccessible::queryAccessibleInterface(parent ? static_cast<QObject *>(parent) : m_item.window());
 }
 
-// The entries of a list stand in the order in which they are shown.
+// Returns the entries of a list in visual order.
 QList<QQuickItem *> AccessibleItem::children() const {
     QList<QQuickItem *> found;
-    gatherTold(m_item, found);
+    collectExposed(m_item, found);
     if (role() == QAccessible::List) {
-        QQuickItem *content = popupContent(&m_item);
-        (content ? content : &m_item)->setProperty("cacheBuffer", reach);
         std::stable_sort(found.begin(), found.end(), [](const QQuickItem *a, const QQuickItem *b) {
             return a->y() != b->y() ? a->y() < b->y() : a->x() < b->x();
         });
@@ -138,10 +121,10 @@ int AccessibleItem::indexOfChild(const QAccessibleInterface *child) const {
 QAccessibleInterface *AccessibleItem::childAt(int x, int y) const {
     const QList<QQuickItem *> items = children();
     for (auto item = items.crbegin(); item != items.crend(); ++item) {
-        QAccessibleInterface *told = QAccessible::queryAccessibleInterface(*item);
-        if (told && told->rect().contains(x, y)) {
-            QAccessibleInterface *inner = told->childAt(x, y);
-            return inner ? inner : told;
+        QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(*item);
+        if (iface && iface->rect().contains(x, y)) {
+            QAccessibleInterface *inner = iface->childAt(x, y);
+            return inner ? inner : iface;
         }
     }
     return nullptr;
@@ -151,11 +134,11 @@ QRect AccessibleItem::rect() const {
     return QRectF(m_item.mapToGlobal(QPointF()), m_item.size()).toRect();
 }
 
-QVariant AccessibleItem::told(const char *property) const {
+QVariant AccessibleItem::attachedProperty(const char *property) const {
     const QQuickItem *content = popupContent(&m_item);
-    const QObject *properties = content ? accessible(*content) : nullptr;
+    const QObject *properties = content ? accessibleProperties(*content) : nullptr;
     if (!properties) {
-        properties = accessible(m_item);
+        properties = accessibleProperties(m_item);
     }
     return properties ? properties->property(property) : QVariant();
 }
@@ -163,9 +146,11 @@ QVariant AccessibleItem::told(const char *property) const {
 QString AccessibleItem::text(QAccessible::Text kind) const {
     switch (kind) {
     case QAccessible::Name:
-        return told("name").toString();
-    case QAccessible::Description:
-        return told("description").toString();
+        return attachedProperty("name").toString();
+    case QAccessible::Description: {
+        const QString description = attachedProperty("description").toString();
+        return description == text(QAccessible::Name) ? QString() : description; // Qt's: the placeholder
+    }
     case QAccessible::Value:
         return m_text.text(0, m_text.characterCount());
     default:
@@ -174,12 +159,12 @@ QString AccessibleItem::text(QAccessible::Text kind) const {
 }
 
 QAccessible::Role AccessibleItem::role() const {
-    const auto given = static_cast<QAccessible::Role>(told("role").toInt());
+    const auto given = static_cast<QAccessible::Role>(attachedProperty("role").toInt());
     return given == QAccessible::NoRole && m_item.inherits("QQuickText") ? QAccessible::StaticText : given;
 }
 
 bool AccessibleItem::isDisabled() const {
-    return !m_item.isEnabled() || (m_item.window() && isBehindPanel(m_item));
+    return !m_item.isEnabled() || isBehindPanel(m_item);
 }
 
 QAccessible::State AccessibleItem::state() const {
@@ -194,8 +179,8 @@ QAccessible::State AccessibleItem::state() const {
     state.focused = window && window->activeFocusItem() == &m_item;
     state.checkable = kind == QAccessible::CheckBox || kind == QAccessible::RadioButton;
     state.checked = state.checkable && m_item.property("checked").toBool();
-    state.selectable = told("selectable").toBool();
-    state.selected = told("selected").toBool();
+    state.selectable = attachedProperty("selectable").toBool();
+    state.selected = attachedProperty("selected").toBool();
     state.editable = kind == QAccessible::EditableText;
     state.expandable = isPicker(kind);
     state.expanded = isPicker(kind) && m_item.property("down").toBool();
@@ -229,9 +214,6 @@ QStringList AccessibleItem::actionNames() const {
     if (state().checkable) {
         names << toggleAction();
     }
-    if (isRange()) {
-        names << increaseAction() << decreaseAction();
-    }
     if (state().focusable) {
         names << setFocusAction();
     }
@@ -243,13 +225,12 @@ void AccessibleItem::doAction(const QString &name) {
         return;
     }
     if (name == setFocusAction()) {
-        m_item.forceActiveFocus(Qt::TabFocusReason);
-    } else if (name == increaseAction()) {
-        setCurrentValue(currentValue().toDouble() + minimumStepSize().toDouble());
-    } else if (name == decreaseAction()) {
-        setCurrentValue(currentValue().toDouble() - minimumStepSize().toDouble());
+        if (auto *window = qobject_cast<ViewWindow *>(m_item.window())) {
+            window->setShowsFocus(true);
+        }
+        m_item.forceActiveFocus();
     } else {
-        // The tool waits for the answer, and what is pressed may open a dialog that lasts.
+        // Queued, since the tool waits for the reply and the press may open a modal dialog.
         QMetaObject::invokeMethod(
             &m_item, [item = &m_item] { press(*item); }, Qt::QueuedConnection);
     }
@@ -259,26 +240,26 @@ QStringList AccessibleItem::keyBindingsForAction(const QString & /*name*/) const
     return {};
 }
 
-// A slider or a stepper, by the control's kind: it tells of its value before it knows its role.
+// Whether the item is a slider or a stepper. Not by its role, which is set after its value.
 bool AccessibleItem::isRange() const {
     return m_item.property("stepSize").isValid();
 }
 
-// The value of a picker is the place of the chosen entry.
+// Returns the value of a range, or the index of a picker's chosen entry.
 QVariant AccessibleItem::currentValue() const {
     return m_item.property(isRange() ? "value" : "currentIndex");
 }
 
-// Tells the view, as if the user had done it at the control.
+// Emits the signal of a change by the user, so that the view takes the value over.
 void AccessibleItem::setCurrentValue(const QVariant &value) {
-    const double wanted = std::clamp(value.toDouble(), minimumValue().toDouble(), maximumValue().toDouble());
-    if (isDisabled() || wanted == currentValue().toDouble()) {
+    const double clamped = std::clamp(value.toDouble(), minimumValue().toDouble(), maximumValue().toDouble());
+    if (isDisabled() || clamped == currentValue().toDouble()) {
         return;
     }
     if (isPicker(role())) {
-        QMetaObject::invokeMethod(&m_item, "activated", Q_ARG(int, static_cast<int>(wanted)));
+        QMetaObject::invokeMethod(&m_item, "activated", Q_ARG(int, static_cast<int>(clamped)));
     } else {
-        m_item.setProperty("value", wanted);
+        m_item.setProperty("value", clamped);
         QMetaObject::invokeMethod(&m_item, role() == QAccessible::Slider ? "moved" : "valueModified");
     }
 }

@@ -8,14 +8,14 @@ class QQuickItem;
 
 namespace kova {
 
-/// What assistive tools see of an item that has a role, and do with it. The toolkit's own interface for items
-/// doesn't tell what is disabled or lies behind a panel, and what it enters the views never learn. A popup is
-/// told as its content, by whose name, description and role it goes. Owned by the toolkit. Main thread.
+/// The accessible interface of an item with a role. Unlike Qt's own, it reports disabled items and items
+/// behind a panel, and passes values set by assistive tools on to the view. Exposes a popup with the name,
+/// description and role of its content. Owned by Qt. Main thread.
 class AccessibleItem final : public QAccessibleObject,
                              public QAccessibleActionInterface,
                              public QAccessibleValueInterface {
 public:
-    /// From now on the toolkit makes its interfaces of items by this class.
+    /// Makes Qt create the interfaces of items from this class.
     static void install();
 
     explicit AccessibleItem(QQuickItem &item);
@@ -46,9 +46,9 @@ private:
     QList<QQuickItem *> children() const;
     bool isDisabled() const;
     bool isRange() const;
-    QVariant told(const char *property) const;
+    QVariant attachedProperty(const char *property) const;
 
-    QQuickItem &m_item; // asked only while it lives
+    QQuickItem &m_item; // outlives the interface
     AccessibleText m_text;
 };
 

@@ -24,7 +24,7 @@ QRect AccessibleText::characterRect(int offset) const {
 }
 
 int AccessibleText::offsetAtPoint(const QPoint & /*point*/) const {
-    return -1; // not known
+    return -1; // unknown
 }
 
 void AccessibleText::scrollToSubstring(int start, int /*end*/) {
@@ -74,10 +74,10 @@ void AccessibleText::deleteText(int start, int end) {
     replaceText(start, end, {});
 }
 
-// Tells the view, as if it was typed.
+// Emits the signal of a change by the user, so that the view takes the text over.
 void AccessibleText::replaceText(int start, int end, const QString &text) {
-    const QAccessibleInterface *told = QAccessible::queryAccessibleInterface(&m_item);
-    if (!told || told->state().disabled) {
+    const QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(&m_item);
+    if (!iface || iface->state().disabled) {
         return;
     }
     QMetaObject::invokeMethod(&m_item, "remove", Q_ARG(int, start), Q_ARG(int, end));

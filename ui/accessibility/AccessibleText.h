@@ -6,10 +6,10 @@ class QQuickItem;
 
 namespace kova {
 
-/// The text of a control as assistive tools read it, and enter it where it is a text field. Main thread.
+/// Lets assistive tools read the text of a control and edit that of a text field. Main thread.
 class AccessibleText final : public QAccessibleTextInterface, public QAccessibleEditableTextInterface {
 public:
-    /// The item must outlive the text, which is the item's property of that name.
+    /// Accesses the named property of the item, which must outlive this object.
     AccessibleText(QQuickItem &item, const char *property);
 
     QString text(int start, int end) const override;

@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// React to `toggled`: it tells only of the user's flips.
+// Emits `toggled` for changes by the user only.
 T.CheckBox {
     id: control
 
@@ -31,7 +31,7 @@ T.CheckBox {
 
         FocusRing {
             cornerRadius: 4.5
-            shown: control.visualFocus
+            target: control
         }
         Symbol {
             anchors.centerIn: parent

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import Kova
 
-// A button whose face is its text on a filled shape.
+// A button that shows its text on a filled shape.
 PlainButton {
     id: button
 

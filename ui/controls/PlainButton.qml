@@ -2,16 +2,16 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// A button without a bezel: its face is its text, or the content item that its user gives it.
+// A button without a bezel that shows its text or another content item.
 T.Button {
     id: button
 
     property color color: Palette.accent
 
-    // Of the focus ring and the hover mark; as the face's own where it has one.
+    // Of the focus ring and the hover mark.
     property real cornerRadius: 6
 
-    // A faint surface under the pointer, for faces that have none.
+    // Shows a faint surface under the pointer.
     property bool marksHover: false
     property string toolTip
 
@@ -34,7 +34,7 @@ T.Button {
 
     FocusRing {
         cornerRadius: button.cornerRadius
-        shown: button.visualFocus
+        target: button
     }
     HoverTip {
         shown: button.hovered && !button.down

@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// The Tab key stops at the chosen segment only; the arrow keys go on from there.
+// The Tab key stops at the chosen segment only; the arrow keys move from there.
 T.RadioButton {
     id: segment
 
@@ -25,6 +25,6 @@ T.RadioButton {
 
     FocusRing {
         cornerRadius: 6
-        shown: segment.visualFocus
+        target: segment
     }
 }

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import Kova
 
-// Shows two texts, of which one is chosen. React to `activated`.
+// Shows two texts, of which one is chosen. Emits `activated` for choices by the user.
 Item {
     id: control
 
@@ -12,7 +12,7 @@ Item {
     signal activated(int index)
 
     function move(index) {
-        (index === 0 ? firstSegment : secondSegment).forceActiveFocus(Qt.TabFocusReason);
+        (index === 0 ? firstSegment : secondSegment).forceActiveFocus();
         activated(index);
     }
 

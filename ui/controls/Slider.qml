@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// React to `moved`: it tells only of the user's changes.
+// Emits `moved` for changes by the user only.
 T.Slider {
     id: slider
 
@@ -43,7 +43,7 @@ T.Slider {
 
         FocusRing {
             cornerRadius: 8
-            shown: slider.visualFocus
+            target: slider
         }
     }
 

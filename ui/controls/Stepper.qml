@@ -2,12 +2,12 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// A label and two buttons that step a number and repeat while they are held. A number outside the range is shown as
-// it is and comes into the range at the user's step. React to `valueModified`.
+// A label and two auto-repeating buttons that step a number. A number outside the range is shown unchanged and brought
+// into the range by the user's next step. Emits `valueModified` for changes by the user.
 T.SpinBox {
     id: stepper
 
-    // The user can reach 1 to this.
+    // The user can set 1 to this.
     required property int maximum
     required property int number
     required property string text
@@ -23,7 +23,7 @@ T.SpinBox {
     implicitWidth: 130
     opacity: enabled ? 1 : Palette.disabled
     to: Math.max(maximum, number)
-    // Again when the range has followed the number.
+    // Depends on the range, which changes with the number.
     value: Math.min(Math.max(number, from), to)
 
     background: ContinuousRectangle {
@@ -35,7 +35,7 @@ T.SpinBox {
 
         FocusRing {
             cornerRadius: 6
-            shown: stepper.visualFocus
+            target: stepper
         }
     }
     down.indicator: StepperButton {
@@ -66,7 +66,7 @@ T.SpinBox {
             moveTo(targets[event.key]);
     }
 
-    // Not the content item, which would be a stop of its own for the Tab key.
+    // Not the content item, which the Tab key would stop at.
     Text {
         anchors.right: parent.right
         anchors.rightMargin: 28

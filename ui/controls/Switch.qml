@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// React to `toggled`: it tells only of the user's flips.
+// Emits `toggled` for changes by the user only.
 T.Switch {
     id: control
 
@@ -37,6 +37,6 @@ T.Switch {
 
     FocusRing {
         cornerRadius: 11
-        shown: control.visualFocus
+        target: control
     }
 }

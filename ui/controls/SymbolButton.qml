@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import Kova
 
-// A button without a bezel whose face is a symbol.
+// A button without a bezel that shows a symbol.
 PlainButton {
     id: button
 

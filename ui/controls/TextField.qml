@@ -2,20 +2,23 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// A line of text on a smooth surface. React to `textEdited`.
+// A line of text on a smooth surface. Emits `textEdited` for changes by the user.
 T.TextField {
     id: field
 
-    function askMenu(x: real, y: real, byKeyboard: bool) {
+    // The text around the composition.
+    property string textComposedIn
+
+    function askMenu(x: real, y: real) {
         menu.show("popups/TextFieldMenu.qml", {
                 "field": field,
                 "x": x,
                 "y": y
-            }, byKeyboard);
+            });
     }
 
-    // A line has no breaks and no tabs, whatever is pasted. Each step tells of an edit, so the next one is within it; all
-    // can be undone.
+    // Replaces pasted line breaks and tabs by spaces. Each step emits textEdited, which calls this again for the next one;
+    // all steps can be undone.
     function keepOneLine() {
         const found = text.match(/\r\n|[\t-\r\u2028\u2029]/);
         if (found) {
@@ -26,8 +29,8 @@ T.TextField {
 
     Accessible.name: placeholderText
     color: Palette.textPrimary
-    // The template cuts the text off at its padding. Some scripts reach below the line of the font that it is laid out
-    // for, so the room above and below is none.
+    // The template clips the text at its padding. There is none above and below, since some scripts exceed the line
+    // height of the font that the text is laid out for.
     implicitHeight: Math.ceil(contentHeight) + 16
     implicitWidth: 160
     leftPadding: 8
@@ -45,11 +48,18 @@ T.TextField {
         radius: 8
     }
 
-    Keys.onMenuPressed: askMenu(cursorRectangle.x, cursorRectangle.y + cursorRectangle.height, true)
+    Keys.onMenuPressed: askMenu(cursorRectangle.x, cursorRectangle.y + cursorRectangle.height)
     Keys.onPressed: event => {
         event.accepted = event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier;
         if (event.accepted)
-            askMenu(cursorRectangle.x, cursorRectangle.y + cursorRectangle.height, true);
+            askMenu(cursorRectangle.x, cursorRectangle.y + cursorRectangle.height);
+    }
+    // Qt's ibus plugin keeps a cancelled composition until it is reset, and would commit it with the next change of focus.
+    onPreeditTextChanged: {
+        if (preeditText !== "")
+            textComposedIn = text;
+        else if (text === textComposedIn)
+            Qt.inputMethod.reset(); // qmllint disable
     }
     onTextEdited: keepOneLine()
 
@@ -60,22 +70,22 @@ T.TextField {
 
         onClicked: mouse => {
             field.forceActiveFocus(Qt.MouseFocusReason);
-            field.askMenu(mouse.x, mouse.y, false);
+            field.askMenu(mouse.x, mouse.y);
         }
     }
     PopupLoader {
         id: menu
     }
 
-    // The text that is being composed. It has its place when the cursor has.
+    // Underlines the composition, as far as it is inside the field. Depends on the cursor, which is placed after the text.
     Rectangle {
         readonly property real start: field.cursorRectangle.x >= 0 ? field.leftPadding + field.positionToRectangle(field.cursorPosition).x : 0
 
         color: field.color
         height: 1
         visible: field.preeditText !== ""
-        width: Math.min(Math.ceil(composed.advanceWidth), field.width - field.rightPadding - x)
-        x: Math.round(start)
+        width: Math.max(0, Math.min(Math.round(start) + Math.ceil(composed.advanceWidth), field.width - field.rightPadding) - x)
+        x: Math.max(Math.round(start), field.leftPadding)
         y: Math.floor((field.height + field.contentHeight) / 2) - 1
     }
     TextMetrics {

@@ -4,10 +4,10 @@ class QQuickItem;
 
 namespace kova {
 
-/// Whether the item is a button of some kind or a picker.
+/// Returns whether the item is a button or a picker.
 bool isPressable(const QQuickItem &item);
 
-/// Does what a press of the space bar does when the item has the focus.
+/// Has the effect of the space bar when the item has the focus.
 void press(QQuickItem &item);
 
 } // namespace kova

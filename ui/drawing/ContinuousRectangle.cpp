@@ -11,8 +11,7 @@ namespace kova {
 
 namespace {
 
-// Drawn by the painter of the software scene graph, so that a surface is sharp at every scale and costs no
-// picture.
+// Draws with the painter of the software scene graph: sharp at every scale, without the memory of an image.
 class Node : public QSGRenderNode {
 public:
     explicit Node(QQuickWindow &window) : m_window(window) {}
@@ -24,7 +23,7 @@ public:
     QPen pen = Qt::NoPen;
 
     RenderingFlags flags() const override { return BoundedRectRendering; }
-    // The scene graph keeps what it repaints in whole logical pixels, which cut off edges at fractional
+    // The scene graph aligns the repainted region to whole logical pixels, which clips edges at fractional
     // scales.
     QRectF rect() const override { return bounds.adjusted(-1, -1, 1, 1); }
 
@@ -34,7 +33,7 @@ public:
         if (!painter) {
             return;
         }
-        painter->setClipRegion(*state->clipRegion(), Qt::ReplaceClip); // an empty one leaves nothing to paint
+        painter->setClipRegion(*state->clipRegion(), Qt::ReplaceClip); // an empty region clips everything
         painter->setTransform(matrix()->toTransform());
         painter->setOpacity(inheritedOpacity());
         painter->setRenderHint(QPainter::Antialiasing);

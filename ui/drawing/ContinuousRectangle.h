@@ -6,7 +6,7 @@
 
 namespace kova {
 
-/// A filled and outlined rectangle with continuous corners; the outline lies inside the edges. Shows in the
+/// A filled and outlined rectangle with continuous corners, its outline inside the edges. Painted by the
 /// software scene graph only.
 class ContinuousRectangle : public QQuickItem {
     Q_OBJECT

@@ -1,6 +1,7 @@
 #include "FocusRing.h"
 
 #include "Palette.h"
+#include "window/ViewWindow.h"
 
 namespace kova {
 
@@ -12,15 +13,22 @@ FocusRing::FocusRing(QQuickItem *parent) : ContinuousRectangle(parent) {
     setVisible(false);
 }
 
-void FocusRing::setShown(bool shown) {
-    if (shown) {
-        m_borderColor = Palette::focus();
-        m_borderWidth = thickness;
+void FocusRing::setTarget(QQuickItem *target) {
+    m_target = target;
+    connect(target, &QQuickItem::activeFocusChanged, this, &FocusRing::showFocus);
+}
+
+void FocusRing::showFocus() {
+    const auto *window = qobject_cast<ViewWindow *>(m_target->window());
+    if (window && m_target->hasActiveFocus()) {
+        connect(window, &ViewWindow::showsFocusChanged, this, &FocusRing::showFocus, Qt::UniqueConnection);
         connect(parentItem(), &QQuickItem::widthChanged, this, &FocusRing::place, Qt::UniqueConnection);
         connect(parentItem(), &QQuickItem::heightChanged, this, &FocusRing::place, Qt::UniqueConnection);
+        m_borderColor = Palette::focus();
+        m_borderWidth = thickness;
         place();
     }
-    setVisible(shown);
+    setVisible(window && m_target->hasActiveFocus() && window->showsFocus());
 }
 
 void FocusRing::place() {

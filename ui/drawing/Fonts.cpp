@@ -16,7 +16,7 @@ QString firstRoundedFamily() {
         QLatin1StringView("Baloo 2"),   QLatin1StringView("Fredoka"),
         QLatin1StringView("Dosis"),
     };
-    const QStringList installed = QFontDatabase::families(); // asking for each takes as long
+    const QStringList installed = QFontDatabase::families(); // one query takes as long as all
     for (const QLatin1StringView family : families) {
         if (installed.contains(family)) {
             return family;
@@ -31,7 +31,7 @@ QString Fonts::monospaced() const {
     return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
 }
 
-// Looked up once: it asks for one family after the other, and every card asks anew.
+// Cached, since every card uses it.
 QString Fonts::rounded() const {
     static const QString family = firstRoundedFamily();
     return family;

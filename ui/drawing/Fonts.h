@@ -5,7 +5,7 @@
 
 namespace kova {
 
-/// The families of the system font's designs.
+/// The font families of the system font's designs.
 class Fonts : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -17,7 +17,7 @@ public:
     /// The system's fixed-pitch font.
     QString monospaced() const;
 
-    /// The first rounded family that is installed, else the system font.
+    /// The first installed rounded family, otherwise the system font.
     QString rounded() const;
 };
 

@@ -6,7 +6,8 @@
 
 namespace kova {
 
-/// The colours of the interface: the six of the design, sRGB and opaque, and what several views make of them.
+/// The colours of the interface: the six of the design, sRGB and opaque, and those that views derive from
+/// them.
 class Palette : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -19,16 +20,16 @@ class Palette : public QObject {
     Q_PROPERTY(QColor danger READ danger CONSTANT)
     Q_PROPERTY(QColor textOnAccent READ textOnAccent CONSTANT)
     Q_PROPERTY(QColor textOnDanger READ textOnDanger CONSTANT)
-    Q_PROPERTY(QColor focus READ focus CONSTANT)     ///< where the keyboard is
-    Q_PROPERTY(QColor line READ line CONSTANT)       ///< between what lies on a surface
-    Q_PROPERTY(QColor edge READ edge CONSTANT)       ///< of what floats over the window
-    Q_PROPERTY(QColor control READ control CONSTANT) ///< a control's face
-    Q_PROPERTY(QColor hovered READ hovered CONSTANT) ///< the same under the pointer
-    Q_PROPERTY(QColor dimming READ dimming CONSTANT) ///< over what lies behind a panel
+    Q_PROPERTY(QColor focus READ focus CONSTANT)     ///< the focus indicator
+    Q_PROPERTY(QColor line READ line CONSTANT)       ///< a divider on a surface
+    Q_PROPERTY(QColor edge READ edge CONSTANT)       ///< the outline of a panel
+    Q_PROPERTY(QColor control READ control CONSTANT) ///< a control's surface
+    Q_PROPERTY(QColor hovered READ hovered CONSTANT) ///< a control under the pointer
+    Q_PROPERTY(QColor dimming READ dimming CONSTANT) ///< over the window behind a panel
     Q_PROPERTY(QColor knob READ knob CONSTANT)
     Q_PROPERTY(QColor pressedKnob READ pressedKnob CONSTANT)
-    Q_PROPERTY(qreal disabled READ disabled CONSTANT) ///< the opacity of what can't be used
-    Q_PROPERTY(qreal pressed READ pressed CONSTANT)   ///< the opacity of a button that is held down
+    Q_PROPERTY(qreal disabled READ disabled CONSTANT) ///< opacity of a disabled control
+    Q_PROPERTY(qreal pressed READ pressed CONSTANT)   ///< opacity of a pressed button
 
 public:
     static QColor background() { return QColor::fromRgbF(0.05F, 0.11F, 0.17F); }

@@ -20,7 +20,7 @@ void Symbol::follow() {
     }
 }
 
-// The drawing keeps its size and stands in the middle of the item.
+// Centres the drawing in the item without scaling it.
 QSGNode *Symbol::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *) {
     const qreal devicePixelRatio = window()->effectiveDevicePixelRatio();
     const QImage image = symbolImage(m_name, m_size, m_color, devicePixelRatio);

@@ -6,12 +6,12 @@
 
 namespace kova {
 
-/// One of the interface's symbols, sized like text of a font size and drawn in one colour.
+/// A symbol of the interface in one colour, sized like text.
 class Symbol : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString name MEMBER m_name NOTIFY changed REQUIRED)
-    /// The font size beside which the symbol looks right, in logical pixels.
+    /// Pixel size of the font that the symbol matches.
     Q_PROPERTY(qreal size MEMBER m_size NOTIFY changed REQUIRED)
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed REQUIRED)
 

@@ -9,10 +9,9 @@ namespace kova {
 namespace {
 
 // One corner of radius 1, described by t, the tangent of half the angle that each cubic turns. The arc's
-// tangent at its end meets the edge at 1 - t. The cubic's inner control point lies there; for its curvature
-// at the arc's end to be that of the arc, the next one lies 3/4 t (1 + t²) further from the corner. The outer
-// ones lie on the edge too, so that the curvature there is nothing; twice that step again makes it grow
-// evenly.
+// tangent at its end meets the edge at 1 - t, the cubic's inner control point. Its curvature at the arc's end
+// is that of the arc if the next control point is 3/4 t (1 + t²) further from the corner. The outer control
+// points are on the edge too, so that the curvature is 0 there; with twice that distance it grows evenly.
 constexpr qreal fullSmoothing = 0.24;
 
 constexpr qreal step(qreal t) {
@@ -23,7 +22,7 @@ constexpr qreal extent(qreal t) {
     return 1 - t + 3 * step(t);
 }
 
-// The most smoothing that fits into an extent, which grows with t.
+// Returns the maximum smoothing that fits into an extent, which grows with t.
 qreal smoothing(qreal available) {
     qreal low = 0;
     qreal high = fullSmoothing;
@@ -37,7 +36,7 @@ qreal smoothing(qreal available) {
     return low;
 }
 
-// The corner between the x and the y axis, run through from the x axis, for a radius of 1.
+// The corner between the x and the y axis, starting at the x axis, for a radius of 1.
 void addCorner(QPainterPath &path, const QTransform &placed, qreal t) {
     const qreal angle = 2 * std::atan(t);
     const QPointF arcStart(1 - std::sin(angle), 1 - std::cos(angle));
@@ -67,7 +66,7 @@ QPainterPath continuousRectangle(const QRectF &rect, qreal radius) {
         return path;
     }
     const qreal t = smoothing(room / r);
-    // Each corner's own axes: the first along the edge on which the path arrives.
+    // The axes of each corner: the first along the edge on which the path arrives.
     path.moveTo(rect.left() + r * extent(t), rect.top());
     addCorner(path, QTransform(-r, 0, 0, r, rect.right(), rect.top()), t);
     addCorner(path, QTransform(0, -r, -r, 0, rect.right(), rect.bottom()), t);

@@ -9,7 +9,7 @@ namespace kova {
 
 namespace {
 
-// The drawings fill a square 1.25 times as high as the font, 20 units on a side.
+// The drawings fill a square of 20 × 20 units, 1.25 times as high as the font.
 constexpr qreal heightPerFontSize = 1.25;
 
 QString drawing(const QString &name) {
@@ -25,7 +25,7 @@ QSize scaled(const QSizeF &viewBox, qreal fontSize) {
 
 } // namespace
 
-// Each drawing is read once to be measured.
+// Caches the measures of each drawing.
 QSize symbolSize(const QString &name, qreal fontSize) {
     static QHash<QString, QSizeF> extents;
     auto extent = extents.constFind(name);

@@ -5,11 +5,11 @@
 
 namespace kova {
 
-/// The extent of a symbol that stands beside text of a font size, in whole logical pixels; empty for an
+/// Returns the size of a symbol that matches a font's pixel size, in whole logical pixels; empty for an
 /// unknown name.
 QSize symbolSize(const QString &name, qreal fontSize);
 
-/// The symbol in one colour, at symbolSize times the device pixel ratio; null for an unknown name.
+/// Returns the symbol in one colour, at symbolSize times the device pixel ratio; null for an unknown name.
 QImage symbolImage(const QString &name, qreal fontSize, const QColor &color, qreal devicePixelRatio);
 
 } // namespace kova

@@ -51,7 +51,7 @@ Item {
 
         FocusRing {
             cornerRadius: 12
-            shown: surface.visualFocus
+            target: surface
         }
     }
     Column {

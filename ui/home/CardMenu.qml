@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import QtQuick.Templates as T
 import Kova
 
 // The menu of one group's card.
@@ -18,7 +19,15 @@ ContextMenu {
 
         onTriggered: menu.home.duplicate(menu.groupId)
     }
-    ContextMenuSeparator {
+    T.MenuSeparator {
+        implicitHeight: 11
+        implicitWidth: 140
+        padding: 5
+
+        contentItem: Rectangle {
+            color: Palette.edge
+            implicitHeight: 1
+        }
     }
     ContextMenuItem {
         isDestructive: true

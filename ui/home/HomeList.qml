@@ -10,35 +10,15 @@ Item {
     required property HomeScreen home
 
     // A place in the list where a card's menu is asked for.
-    signal menuAsked(string groupId, point place, bool byKeyboard)
-
-    function rowOf(item: Item): HomeRow {
-        while (item && !(item instanceof HomeRow))
-            item = item.parent;
-        return item as HomeRow;
-    }
-
-    // With the room around it that the edges have.
-    function reveal(row: Item) {
-        list.cancelFlick();
-        list.contentY = Math.max(Math.min(list.contentY, row.y - list.topMargin), row.y + row.height + list.bottomMargin - list.height);
-    }
-
-    // What the pointer has pressed stays under it. An item knows why it has the focus only after it has got it.
-    function follow() {
-        const focus = Window.activeFocusItem;
-        const row = rowOf(focus);
-        if (row && focus.focusReason !== Qt.MouseFocusReason) // qmllint disable
-            reveal(row);
-    }
+    signal menuAsked(string groupId, point place)
 
     // The keyboard comes to a row's n-th stop, -1 for the last.
     function go(index: int, stop: int) {
         if (index < 0 || index >= count)
             return;
         list.positionViewAtIndex(index, ListView.Contain);
-        (list.itemAtIndex(index) as HomeRow).focusStop(stop, Qt.TabFocusReason);
-        reveal(list.currentItem);
+        (list.itemAtIndex(index) as HomeRow).focusStop(stop);
+        input.scrollTo(list.currentItem);
     }
 
     // By a key that scrolls. The keyboard comes along when it is in the list. False for any other key.
@@ -56,7 +36,7 @@ Item {
             list.contentY = Math.max(list.originY - list.topMargin, list.contentY - page);
         else
             list.contentY = Math.min(list.originY + list.contentHeight + list.bottomMargin - list.height, list.contentY + page);
-        const row = rowOf(Window.activeFocusItem);
+        const row = input.rowOf(Window.activeFocusItem) as HomeRow;
         if (row)
             go(isUp ? rowAt(list.topMargin) : rowAt(list.height - list.bottomMargin), row.stop());
         return true;
@@ -70,25 +50,6 @@ Item {
                 return row;
         }
         return -1;
-    }
-
-    Connections {
-        function onActiveFocusItemChanged() {
-            const focus = homeList.Window.activeFocusItem;
-            const row = homeList.rowOf(focus);
-            if (row) {
-                list.currentIndex = row.index;
-                Qt.callLater(homeList.follow); // qmllint disable
-            }
-        }
-        // What the keyboard works on comes back into sight.
-        function onKeyUsed() {
-            const row = homeList.rowOf(homeList.Window.activeFocusItem);
-            if (row)
-                homeList.reveal(row);
-        }
-
-        target: homeList.Window.window
     }
 
     ListView {
@@ -119,12 +80,23 @@ Item {
             home: homeList.home // qmllint disable unqualified
             width: ListView.view.width
 
-            onMenuAsked: (x, y, byKeyboard) => homeList.menuAsked(row.groupId, row.mapToItem(homeList, x, y), byKeyboard) // qmllint disable unqualified
+            onMenuAsked: (x, y) => homeList.menuAsked(row.groupId, row.mapToItem(homeList, x, y)) // qmllint disable unqualified
             onMove: (step, stop) => homeList.go(row.index + step, stop) // qmllint disable unqualified
         }
     }
-    MouseDragGuard {
+    ScrollInput {
+        id: input
+
         anchors.fill: parent
         flickable: list
+        marginAbove: list.topMargin
+        marginBelow: list.bottomMargin
+        scrollsToRow: true
+
+        onFocusItemChanged: {
+            const row = rowOf(focusItem) as HomeRow;
+            if (row)
+                list.currentIndex = row.index;
+        }
     }
 }

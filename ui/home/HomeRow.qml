@@ -19,7 +19,7 @@ FocusScope {
     readonly property bool isCurrent: ListView.isCurrentItem
 
     // A place in the row where the card's menu is asked for.
-    signal menuAsked(real x, real y, bool byKeyboard)
+    signal menuAsked(real x, real y)
 
     // The keyboard goes to another row: to the same place in it, or on from its end.
     signal move(int step, int stop)
@@ -38,9 +38,9 @@ FocusScope {
         if (event.accepted)
             move(step, step > 0 ? 0 : -1);
     }
-    function focusStop(stop: int, reason: int) {
+    function focusStop(stop: int) {
         const all = stops();
-        all[(stop + all.length) % all.length].forceActiveFocus(reason);
+        all[(stop + all.length) % all.length].forceActiveFocus();
     }
 
     Accessible.name: card.title
@@ -52,19 +52,18 @@ FocusScope {
         focus = false
 
     Keys.onDownPressed: row.move(1, row.stop())
-    Keys.onMenuPressed: row.askMenu(card.x + 14, row.height - 12, true)
+    Keys.onMenuPressed: row.askMenu(card.x + 14, row.height - 12)
     Keys.onPressed: event => {
         if (event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier) {
-            row.askMenu(card.x + 14, row.height - 12, true);
+            row.askMenu(card.x + 14, row.height - 12);
             event.accepted = true;
         }
     }
     Keys.onUpPressed: row.move(-1, row.stop())
 
-    function askMenu(x: real, y: real, byKeyboard: bool) {
-        if (!editMode) {
-            menuAsked(x, y, byKeyboard);
-        }
+    function askMenu(x: real, y: real) {
+        if (!editMode)
+            menuAsked(x, y);
     }
 
     Loader {
@@ -108,6 +107,6 @@ FocusScope {
     TapHandler {
         acceptedButtons: Qt.RightButton
 
-        onTapped: eventPoint => row.askMenu(eventPoint.position.x, eventPoint.position.y, false)
+        onTapped: eventPoint => row.askMenu(eventPoint.position.x, eventPoint.position.y)
     }
 }

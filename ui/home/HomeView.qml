@@ -123,12 +123,12 @@ FocusScope {
         objectName: "list"
         visible: count > 0
 
-        onMenuAsked: (groupId, place, byKeyboard) => menu.show("home/CardMenu.qml", {
+        onMenuAsked: (groupId, place) => menu.show("home/CardMenu.qml", {
                     "groupId": groupId,
                     "home": homeView.home,
                     "x": place.x + list.x,
                     "y": place.y + list.y
-                }, byKeyboard)
+                })
 
         anchors {
             bottom: parent.bottom

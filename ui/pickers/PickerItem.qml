@@ -7,8 +7,8 @@ T.ItemDelegate {
     id: item
 
     required property int index
-    readonly property bool isChosen: list !== null && list.chosenIndex === index
-    readonly property PickerList list: ListView.view as PickerList
+    required property T.ComboBox comboBox
+    readonly property bool isChosen: index === comboBox.currentIndex
     required property string modelData
 
     Accessible.name: text
@@ -19,7 +19,7 @@ T.ItemDelegate {
     highlighted: ListView.isCurrentItem
     leftPadding: 24
     text: modelData
-    width: list ? list.width : 0
+    width: ListView.view ? ListView.view.width : 0
 
     background: ContinuousRectangle {
         anchors.fill: parent

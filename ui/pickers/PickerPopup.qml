@@ -14,7 +14,7 @@ T.Popup {
     bottomPadding: 4
     height: rowsShown * rowHeight + 8
     margins: 4
-    modal: true // what ends it does nothing else
+    modal: true // the click that closes it has no other effect
     topPadding: 4
     width: picker.width + 16
     x: -14
@@ -27,13 +27,20 @@ T.Popup {
         radius: 8
         shadowRadius: 12
     }
-    contentItem: PickerList {
+    contentItem: ListView {
         Accessible.name: popup.picker.Accessible.name
-        chosenIndex: popup.picker.currentIndex
+        Accessible.role: Accessible.List
+        T.ScrollBar.vertical: ScrollBar {
+        }
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
         currentIndex: popup.picker.highlightedIndex
+        highlightMoveDuration: 0
+        implicitHeight: contentHeight
         model: popup.picker.delegateModel
+        objectName: "pickerList"
     }
 
-    // After the combo box has put the chosen entry on top.
-    onOpened: (contentItem as PickerList).positionViewAtIndex(Math.max(picker.currentIndex, 0) - rowsAbove, ListView.Beginning)
+    // The combo box has scrolled the chosen entry to the top before.
+    onOpened: (contentItem as ListView).positionViewAtIndex(Math.max(picker.currentIndex, 0) - rowsAbove, ListView.Beginning)
 }

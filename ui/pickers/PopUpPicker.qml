@@ -2,12 +2,12 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// A pop-up list of texts that opens with the chosen one over the picker. Typed digits choose the entry of that
-// number. React to `activated`.
+// A pop-up list of texts that opens with the chosen one over the picker. Typed digits choose the entry with that
+// number. Emits `activated` for choices by the user.
 T.ComboBox {
     id: picker
 
-    // The digits typed shortly before.
+    // The digits typed within the last second.
     property string typed
 
     function choose(digit) {
@@ -35,7 +35,7 @@ T.ComboBox {
 
         FocusRing {
             cornerRadius: 6
-            shown: picker.visualFocus
+            target: picker
         }
     }
     contentItem: Text {
@@ -45,6 +45,7 @@ T.ComboBox {
         verticalAlignment: Text.AlignVCenter
     }
     delegate: PickerItem {
+        comboBox: picker // qmllint disable
     }
     indicator: Symbol {
         color: Palette.textSecondary

@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// A menu that opens where it was asked for. Its items are ContextMenuItems and ContextMenuSeparators.
+// A menu that opens at its position, with ContextMenuItems.
 T.Menu {
     id: menu
 

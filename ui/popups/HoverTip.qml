@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A tooltip at its parent, made when the pointer rests there and gone when it leaves.
+// The tooltip of its parent, created when the pointer enters and deleted when it leaves.
 Loader {
     required property bool shown
     required property string text

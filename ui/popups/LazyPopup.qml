@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A popup that is there while it is to be shown.
+// A popup that is loaded while it is to be shown.
 PopupLoader {
     id: lazyPopup
 
@@ -8,25 +8,25 @@ PopupLoader {
     required property bool isShown
     required property string popup
 
-    // A popup needs the window, which takes the content in when it is complete.
+    // A popup needs the window, which adopts the content when it is complete.
     property bool isComplete: false
 
-    function follow() {
+    function syncPopup() {
         const shown = lazyPopup.item;
         if (isShown && shown) {
             shown.open(); // qmllint disable
         } else if (isShown) {
-            show(popup, inputs, Window.activeFocusItem?.visualFocus ?? false); // qmllint disable
+            show(popup, inputs);
         } else if (shown) {
             shown.close(); // qmllint disable
         }
     }
 
     Component.onCompleted: Qt.callLater(() => isComplete = true) // qmllint disable
-    onIsCompleteChanged: follow()
+    onIsCompleteChanged: syncPopup()
     onIsShownChanged: {
         if (isComplete) {
-            follow();
+            syncPopup();
         }
     }
 }

@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A panel appears or disappears: it fades, and grows from a little smaller or shrinks.
+// Fades and scales a panel that appears or disappears.
 Transition {
     id: transition
 

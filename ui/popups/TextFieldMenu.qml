@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import QtQuick.Templates as T
 
-// What can be done with the text of a field.
+// The context menu of a text field.
 ContextMenu {
     id: menu
 

@@ -2,11 +2,11 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// Always shown while there is something to scroll.
+// Shown whenever the content exceeds the viewport.
 T.ScrollBar {
     id: bar
 
-    // Who reads the content can see all of it.
+    // Assistive tools reach all of the content without it.
     Accessible.ignored: true
     implicitHeight: 10
     implicitWidth: 10

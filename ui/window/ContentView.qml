@@ -8,7 +8,7 @@ Item {
 
     required property AlarmEditor editor
     required property HomeScreen home
-    // There from the start, so that assistive tools hear of what opens in it.
+    // Creates the overlay at the start, so that popups are reported to assistive tools.
     readonly property Item overlay: T.Overlay.overlay
 
     Accessible.role: Accessible.Pane

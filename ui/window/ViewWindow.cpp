@@ -2,10 +2,12 @@
 
 #include "accessibility/AccessibleItem.h"
 #include "controls/press.h"
+#include "popups/popupsInFrontOf.h"
 
 #include <QKeyEvent>
 #include <QQmlEngine>
 #include <QQuickItem>
+#include <algorithm>
 
 namespace kova {
 
@@ -13,6 +15,10 @@ namespace {
 
 bool isReturn(const QKeyEvent &event) {
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+bool isModifier(const QKeyEvent &event) {
+    return event.key() >= Qt::Key_Shift && event.key() <= Qt::Key_ScrollLock;
 }
 
 bool isOpenPicker(const QQuickItem &item) {
@@ -23,6 +29,55 @@ bool isOpenPicker(const QQuickItem &item) {
 
 ViewWindow::ViewWindow(QQmlEngine *engine) : QQuickView(engine, nullptr) {
     AccessibleItem::install();
+    connect(this, &QQuickView::statusChanged, this, &ViewWindow::observePopups);
+}
+
+// Queued, since a popup may be hidden while the views are being deleted.
+void ViewWindow::observePopups() {
+    if (const QQuickItem *overlay = overlayOf(*contentItem())) {
+        connect(overlay, &QQuickItem::visibleChildrenChanged, this, &ViewWindow::endHoverBehindPopups,
+                static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::UniqueConnection));
+    }
+}
+
+// Qt's overlay withholds hover events from items behind a modal popup, even that the pointer has left.
+void ViewWindow::endHoverBehindPopups() {
+    const QList<QQuickItem *> items = contentItem()->findChildren<QQuickItem *>();
+    for (QQuickItem *item : items) {
+        const QList<QQuickItem *> popups =
+            item->property("hovered").toBool() ? popupsInFrontOf(*item) : QList<QQuickItem *>();
+        if (std::any_of(popups.cbegin(), popups.cend(),
+                        [](QQuickItem *popup) { return popup->parent()->property("modal").toBool(); })) {
+            QHoverEvent leave(QEvent::HoverLeave, QPointF(), QPointF(), QPointF());
+            QCoreApplication::sendEvent(item, &leave);
+        }
+    }
+}
+
+void ViewWindow::setShowsFocus(bool shows) {
+    if (m_showsFocus != shows) {
+        m_showsFocus = shows;
+        Q_EMIT showsFocusChanged();
+    }
+}
+
+// Decides here, for all controls, since the reason for which an item has the focus is lost when the window is
+// deactivated or a popup closes.
+bool ViewWindow::event(QEvent *event) {
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        if (!isModifier(*static_cast<QKeyEvent *>(event))) {
+            setShowsFocus(true);
+        }
+        break;
+    case QEvent::MouseButtonPress:
+    case QEvent::TouchBegin:
+        setShowsFocus(false);
+        break;
+    default:
+        break;
+    }
+    return QQuickView::event(event);
 }
 
 void ViewWindow::keyPressEvent(QKeyEvent *event) {
@@ -41,7 +96,7 @@ void ViewWindow::keyPressEvent(QKeyEvent *event) {
     }
 }
 
-// A picker would close the list that it has just opened.
+// Ignores the release of a Return press handled here; a combo box would close its list again.
 void ViewWindow::keyReleaseEvent(QKeyEvent *event) {
     if (!isReturn(*event) || !m_hasPressed) {
         QQuickView::keyReleaseEvent(event);

@@ -4,23 +4,35 @@
 
 namespace kova {
 
-/// A window for views of this module. Return and Enter press what has the focus, as the space bar does, and
-/// assistive tools see the views as AccessibleItem tells them. Main thread.
+/// A window for views of this module. Return and Enter press the focused item, as the space bar does. Exposes
+/// the views to assistive tools as AccessibleItem describes. Main thread.
 class ViewWindow : public QQuickView {
     Q_OBJECT
+    /// Whether the keyboard was used after the mouse or a finger: the focused control is marked and kept
+    /// visible.
+    Q_PROPERTY(bool showsFocus READ showsFocus NOTIFY showsFocusChanged)
 
 public:
     /// The engine, if any, must outlive the window.
     explicit ViewWindow(QQmlEngine *engine = nullptr);
 
+    bool showsFocus() const { return m_showsFocus; }
+    void setShowsFocus(bool shows);
+
 Q_SIGNALS:
-    void keyUsed(); ///< by what has the focus
+    void showsFocusChanged();
+    void keyUsed(); ///< by the focused item
 
 protected:
+    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
 
 private:
+    void observePopups();
+    void endHoverBehindPopups();
+
+    bool m_showsFocus = false;
     bool m_hasPressed = false; ///< by the Return key that is down
 };
 

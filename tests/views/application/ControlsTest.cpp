@@ -34,7 +34,7 @@ QString labels(const QList<AlarmGroup> &groups, const std::function<QString(cons
     return texts.join(u' ');
 }
 
-// All that a control can change, by name; the edited group's fields by their saved names.
+// Returns everything that a control can change, by name.
 State stateOf(WholeWindow &w) {
     const QList<AlarmGroup> &groups = w.store.groups();
     State state;
@@ -68,8 +68,7 @@ State stateOf(WholeWindow &w) {
 State fieldsOf(const std::optional<AlarmGroup> &group) {
     State fields;
     if (group) {
-        const QJsonObject object =
-            QJsonDocument::fromJson(encodeGroups({*group})).array().at(0).toObject();
+        const QJsonObject object = QJsonDocument::fromJson(encodeGroups({*group})).array().at(0).toObject();
         for (auto field = object.begin(); field != object.end(); ++field) {
             fields[field.key()] = text(field.value());
         }
@@ -89,7 +88,7 @@ QStringList changes(const State &before, const State &after) {
     return texts;
 }
 
-// What a control is tried in; some with a sound that plays.
+// The states in which controls are tried; some with a playing sound.
 void home(WholeWindow &) {}
 void preview(WholeWindow &w) {
     w.click("previewButton");
@@ -139,7 +138,7 @@ Act clickButtonOf(const char *type, int n, int button = 0) {
 }
 Act keysAt(const char *type, int n, const QList<Qt::Key> &pressed) {
     return [=](WholeWindow &w) {
-        w.ofType(type, n)->forceActiveFocus(Qt::TabFocusReason);
+        w.ofType(type, n)->forceActiveFocus();
         keys(pressed)(w);
     };
 }
@@ -247,7 +246,7 @@ class ControlsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyControlChangesItsOwnAndNothingElse_data() {
+    void everyControlHasItsEffectOnly_data() {
         QTest::addColumn<Act>("prepare");
         QTest::addColumn<Act>("act");
         QTest::addColumn<QString>("change");
@@ -266,7 +265,7 @@ private Q_SLOTS:
                                              << QStringLiteral("soundName: ") + builtInSounds().at(sound).id;
         }
     }
-    void everyControlChangesItsOwnAndNothingElse() {
+    void everyControlHasItsEffectOnly() {
         QFETCH(Act, prepare);
         QFETCH(Act, act);
         QFETCH(QString, change);

@@ -1,4 +1,4 @@
-#include "Player.h"
+#include "RandomUser.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -37,26 +37,26 @@ QRect difference(const QImage &a, const QImage &b) {
     return differing;
 }
 
-// What the repaints of what had changed have left, against the same state painted anew.
+// Compares the result of incremental repaints with a complete repaint of the same state.
 QString paintingFault(Window &w) {
     paint(w.window);
     const QImage left = onScreen(w.window);
-    for (const qreal x : {1e-4, 0.0}) { // all that moves is painted
+    for (const qreal x : {1e-4, 0.0}) { // moving everything repaints it
         w.window.contentItem()->setX(x);
         paint(w.window);
     }
-    const QImage anew = onScreen(w.window);
-    if (left.size() != anew.size() || left.isNull()) {
+    const QImage repainted = onScreen(w.window);
+    if (left.size() != repainted.size() || left.isNull()) {
         return QStringLiteral("no picture");
     }
-    const QRect differing = difference(left, anew);
+    const QRect differing = difference(left, repainted);
     if (differing.isEmpty()) {
         return {};
     }
     left.save(QDir::temp().filePath(QStringLiteral("play-left.png")));
-    anew.save(QDir::temp().filePath(QStringLiteral("play-anew.png")));
+    repainted.save(QDir::temp().filePath(QStringLiteral("play-repainted.png")));
     QString text;
-    QDebug(&text) << "the repaints left something else in" << differing;
+    QDebug(&text) << "the repaints differ in" << differing;
     return text;
 }
 
@@ -73,7 +73,8 @@ QQuickItem *topPanel(Window &w) {
     return top;
 }
 
-// The focus is on something that is shown, not behind a panel, and in sight when the keyboard has moved it.
+// Checks that the focused item is visible, in front of all panels, and in the viewport if the keyboard has
+// moved it.
 QString focusFault(Window &w, bool moved) {
     QQuickItem *const focus = w.window.activeFocusItem();
     if (!focus || focus == w.window.contentItem()) {
@@ -91,7 +92,7 @@ QString focusFault(Window &w, bool moved) {
     for (QQuickItem *item = focus->parentItem(); moved && item; item = item->parentItem()) {
         if ((item->clip() || !item->parentItem()) &&
             !item->mapRectToScene({{}, item->size()}).intersects(frame)) {
-            return QStringLiteral("the focus is out of sight, on %1").arg(name);
+            return QStringLiteral("the focus is outside the viewport, on %1").arg(name);
         }
     }
     return {};
@@ -103,7 +104,7 @@ class RandomPlayTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void leavesNothingBehind_data() {
+    void randomActionsLeaveNoFault_data() {
         QTest::addColumn<quint32>("seed");
         const int first = fromEnvironment("KOVA_PLAY_SEED", 1);
         const int count = fromEnvironment("KOVA_PLAY_SEEDS", 4);
@@ -111,16 +112,16 @@ private Q_SLOTS:
             QTest::addRow("%d", seed) << quint32(seed);
         }
     }
-    void leavesNothingBehind() {
+    void randomActionsLeaveNoFault() {
         QFETCH(quint32, seed);
         Window w;
-        Player player(w, seed);
+        RandomUser user(w, seed);
         messages.clear();
         const QtMessageHandler before = qInstallMessageHandler(&keepMessage);
         QString fault;
         for (int i = 0; i < 500 && fault.isEmpty(); ++i) {
-            player.step();
-            fault = focusFault(w, player.movedFocus());
+            user.step();
+            fault = focusFault(w, user.movedFocus());
             if (fault.isEmpty() && i % 5 == 0) {
                 fault = paintingFault(w);
             }
@@ -129,10 +130,10 @@ private Q_SLOTS:
             }
         }
         qInstallMessageHandler(before);
-        const QStringList last = player.played().mid(player.played().size() - 15);
+        const QStringList last = user.actions().mid(user.actions().size() - 15);
         QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("%1 after %2 steps: … %3")
                                                  .arg(fault)
-                                                 .arg(player.played().size())
+                                                 .arg(user.actions().size())
                                                  .arg(last.join(QStringLiteral(", ")))));
     }
 };

@@ -11,9 +11,9 @@ namespace {
 
 using Act = std::function<void(WholeWindow &)>;
 
-// What a control or an item tells by itself: a text, the [symbol], whether it is checked ✓, what a pointer is
-// told, and * for the black of what is chosen, ! for the red of what is last or lost.
-QStringList told(const QQuickItem &item) {
+// Returns an item's own content: its text, its [symbol], ✓ if it is checked, its (tooltip), and as a prefix *
+// for the black of a chosen item or ! for the red of the last or deleted one.
+QStringList content(const QQuickItem &item) {
     QStringList tokens;
     const QRgb color = item.property("color").value<QColor>().rgba();
     const QString mark = color == QColor(Qt::black).rgba()   ? QStringLiteral("*")
@@ -38,13 +38,13 @@ QStringList told(const QQuickItem &item) {
 QString shown(QQuickItem *root) {
     QStringList tokens;
     for (QQuickItem *item : ViewFixture::all(root, [](QQuickItem &) { return true; })) {
-        tokens << told(*item);
+        tokens << content(*item);
     }
     tokens.removeAll(QString());
     return tokens.join(u' ');
 }
 
-// The list of built-in sounds, of which one is chosen or none.
+// The list of built-in sounds; -1 if none is chosen.
 QString sounds(int chosen) {
     QStringList rows;
     const QString labels = QStringLiteral(
@@ -87,10 +87,10 @@ QAccessible::Role expectedRole(const QQuickItem &control) {
 
 struct Row {
     const char *name;
-    QByteArray part; ///< a QML type, or a name of what stands in it
+    QByteArray part; ///< a QML type, or the name of an item in it
     Act prepare;
     const char16_t *texts; ///< %1: the card of the first group, %2: its buttons, %3: the second card
-    int sound = 0;         ///< chosen in the list of sounds, which stands at %4
+    int sound = 0;         ///< the chosen one in the list of sounds, %4
 };
 
 const QList<Row> homeRows{
@@ -185,7 +185,7 @@ private Q_SLOTS:
         QTRY_COMPARE(shown(root), texts);
     }
 
-    void everyControlIsToldByItsRoleAndAName_data() {
+    void everyControlHasARoleAndAUniqueName_data() {
         QTest::addColumn<Act>("prepare");
         QTest::newRow("home") << Act([](WholeWindow &) {});
         QTest::newRow("confirmation") << Act(&WholeWindow::askToDelete);
@@ -203,13 +203,12 @@ private Q_SLOTS:
         });
         QTest::newRow("alert") << Act(&WholeWindow::ringFirst);
     }
-    // In one place no two have the same.
-    void everyControlIsToldByItsRoleAndAName() {
+    void everyControlHasARoleAndAUniqueName() {
         QFETCH(Act, prepare);
         WholeWindow w;
         prepare(w);
-        QAccessible::setActive(true); // the toolkit gives its controls their roles
-        QStringList told;
+        QAccessible::setActive(true); // Qt sets the roles of controls
+        QStringList names;
         for (QQuickItem *item : ViewFixture::all(w.window.contentItem(), [](QQuickItem &control) {
                  return control.activeFocusOnTab() || control.inherits("QQuickAbstractButton");
              })) {
@@ -222,10 +221,33 @@ private Q_SLOTS:
             QCOMPARE(control->role(), expectedRole(*item));
             const QString name = control->text(QAccessible::Name);
             QVERIFY2(!name.isEmpty(), item->metaObject()->className());
-            told << QString::number(control->role()) + name;
+            QVERIFY2(control->text(QAccessible::Description) != name, qPrintable(name));
+            names << QString::number(control->role()) + name;
         }
-        QVERIFY(!told.isEmpty());
-        QCOMPARE(told.removeDuplicates(), 0);
+        QVERIFY(!names.isEmpty());
+        QCOMPARE(names.removeDuplicates(), 0);
+    }
+
+    void entriesOfAnOpenListAreExposedInVisualOrder() {
+        QAccessible::setActive(true);
+        WholeWindow w;
+        w.openEditor([](AlarmGroup &group) { group.targetMinute = 30; });
+        w.clickIn(w.ofType("PopUpPicker", 1));
+        QTRY_VERIFY(w.ofType("PickerItem"));
+        QAccessibleInterface *const list =
+            QAccessible::queryAccessibleInterface(w.ofType("PickerItem"))->parent();
+        QStringList expected;
+        for (int minute = 0; minute < 60; ++minute) {
+            expected << QStringLiteral("%1").arg(minute, 2, 10, QLatin1Char('0'));
+        }
+        const auto names = [list] {
+            QStringList found;
+            for (int i = 0; i < list->childCount(); ++i) {
+                found << list->child(i)->text(QAccessible::Name);
+            }
+            return found;
+        };
+        QTRY_COMPARE(names(), expected);
     }
 };
 

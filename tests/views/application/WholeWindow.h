@@ -5,7 +5,7 @@
 
 namespace kova {
 
-/// A window that is tall enough for the whole editor, with two groups, and the ways to what stands in front.
+/// A window that is tall enough for the whole editor, with two groups, and functions that open its popups.
 struct WholeWindow : Window {
     WholeWindow() {
         window.resize(460, 1500);
@@ -28,7 +28,7 @@ struct WholeWindow : Window {
     QQuickItem *ofType(const QByteArray &type, int n = 0) {
         return ViewFixture::all(window.contentItem(), ViewFixture::isA(type)).value(n);
     }
-    /// Where in the item, as parts of its size.
+    /// Clicks at a place given as fractions of the item's size.
     void clickIn(const QQuickItem *item, QPointF place = {0.5, 0.5}) {
         QVERIFY(item);
         click(item->mapToScene({item->width() * place.x(), item->height() * place.y()}));

@@ -9,7 +9,7 @@ using namespace kova;
 
 namespace {
 
-// Of a cubic curve at its start.
+// Returns the curvature of a cubic curve at its start.
 qreal curvature(QPointF p0, QPointF p1, QPointF p2) {
     const QPointF first = p1 - p0;
     const QPointF second = p2 - p1;
@@ -23,16 +23,15 @@ class DrawingTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void bendsCornersWithoutAStep_data() {
+    void curvatureOfCornersIsContinuous_data() {
         QTest::addColumn<QSizeF>("size");
         QTest::addColumn<qreal>("radius");
         QTest::newRow("card") << QSizeF(416, 90) << 12.0;
         QTest::newRow("panel") << QSizeF(420, 580) << 16.0;
         QTest::newRow("tight") << QSizeF(60, 20) << 8.0;
     }
-    // Where two curves or an edge meet, the curvature on both sides is the same, and nowhere more than the
-    // arc's.
-    void bendsCornersWithoutAStep() {
+    // Where two curves or an edge meet, the curvature on both sides is equal, and at most the arc's.
+    void curvatureOfCornersIsContinuous() {
         QFETCH(QSizeF, size);
         QFETCH(qreal, radius);
         const QPainterPath path = continuousRectangle(QRectF({0, 0}, size), radius);
@@ -56,7 +55,7 @@ private Q_SLOTS:
         QCOMPARE(curves, 12);
     }
 
-    void roundsAShortSideToACircle() {
+    void shortSidesAreRoundedToACircle() {
         for (const qreal radius : {16.0, 100.0}) {
             const QPainterPath path = continuousRectangle({0, 0, 32, 32}, radius);
             for (qreal percent = 0; percent < 1; percent += 0.01) {
@@ -66,14 +65,14 @@ private Q_SLOTS:
         }
     }
 
-    void drawsEverySymbolInOneColour_data() {
+    void everySymbolIsDrawnInOneColour_data() {
         QTest::addColumn<QString>("name");
         const QFileInfoList files = QDir(QStringLiteral(":/symbols")).entryInfoList();
         for (const QFileInfo &file : files) {
             QTest::newRow(qPrintable(file.completeBaseName())) << file.completeBaseName();
         }
     }
-    void drawsEverySymbolInOneColour() {
+    void everySymbolIsDrawnInOneColour() {
         QFETCH(QString, name);
         const QColor color(200, 100, 50);
         for (const qreal scale : {1.0, 1.25, 2.0}) {

@@ -38,7 +38,7 @@ private Q_SLOTS:
         Shown shown;
         QQuickItem *hour = shown.ofType("PopUpPicker", 0);
         QQuickItem *minute = shown.ofType("PopUpPicker", 1);
-        hour->forceActiveFocus(Qt::TabFocusReason);
+        hour->forceActiveFocus();
         shown.type(QStringLiteral("23"));
         QCOMPARE(shown.edited().targetHour, 23);
         shown.key(Qt::Key_Up);
@@ -198,7 +198,7 @@ private Q_SLOTS:
         group.ttsEnabled = group.ttsLastEnabled = true;
         group.ttsMessage = group.ttsLastMessage = QStringLiteral("起きて");
         Shown shown(group);
-        shown.text(QStringLiteral("キャンセル"))->parentItem()->forceActiveFocus(Qt::TabFocusReason);
+        shown.text(QStringLiteral("キャンセル"))->parentItem()->forceActiveFocus();
         QTest::keyClick(&shown.window(), Qt::Key_Backtab);
         QList<QQuickItem *> stops;
         for (int i = 0; i < 40; ++i) {
@@ -289,16 +289,17 @@ private Q_SLOTS:
 
     void followsTheFocusOutOfSight() {
         Shown shown({}, {460, 560});
+        shown.key(Qt::Key_Tab);
         QQuickItem *toggle = shown.ofType("CheckBox", 1);
         QVERIFY(rect(toggle).top() > 560);
-        toggle->forceActiveFocus(Qt::TabFocusReason);
+        toggle->forceActiveFocus();
         QTRY_VERIFY(rect(toggle).bottom() <= 560);
         shown.key(Qt::Key_Home); // leaves the focus
         QTRY_VERIFY(rect(toggle).top() > 560);
         shown.key(Qt::Key_Space);
         QTRY_VERIFY(rect(toggle).bottom() <= 560);
         QQuickItem *save = shown.text(QStringLiteral("保存"));
-        save->forceActiveFocus(Qt::TabFocusReason);
+        save->forceActiveFocus();
         QTRY_VERIFY(rect(save).top() >= 0);
     }
 

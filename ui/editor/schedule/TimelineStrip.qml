@@ -85,7 +85,7 @@ ContinuousRectangle {
     }
     FocusRing {
         cornerRadius: strip.radius
-        shown: list.activeFocus
+        target: list
     }
     TimelineItem {
         id: sample

@@ -21,7 +21,7 @@ T.RadioButton {
         editor.selectBuiltInSound(modelData);
     }
     function takeFocus(onPlayButton) {
-        (onPlayButton ? playButton : row).forceActiveFocus(Qt.TabFocusReason);
+        (onPlayButton ? playButton : row).forceActiveFocus();
         if (onPlayButton)
             madeCurrent();
         else
@@ -83,6 +83,6 @@ T.RadioButton {
     FocusRing {
         cornerRadius: 6
         gap: -2
-        shown: row.visualFocus
+        target: row
     }
 }

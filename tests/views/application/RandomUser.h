@@ -11,12 +11,12 @@
 
 namespace kova {
 
-/// Animations move when the test lets time pass.
-class PlayTime : public QAnimationDriver {
+/// Advances animations only when the test lets time pass.
+class ManualAnimationDriver : public QAnimationDriver {
 public:
-    PlayTime() { install(); }
-    ~PlayTime() override { uninstall(); }
-    Q_DISABLE_COPY_MOVE(PlayTime)
+    ManualAnimationDriver() { install(); }
+    ~ManualAnimationDriver() override { uninstall(); }
+    Q_DISABLE_COPY_MOVE(ManualAnimationDriver)
 
     qint64 elapsed() const override { return m_now; }
     void pass(qint64 milliseconds) {
@@ -28,44 +28,45 @@ private:
     qint64 m_now = 0;
 };
 
-/// Lays out and paints what has changed.
+/// Lays out and paints pending changes.
 inline void paint(QWindow &window) {
-    for (int i = 0; i < 3; ++i) { // a layout may ask for another
+    for (int i = 0; i < 3; ++i) { // a layout may request another
         QEvent update(QEvent::UpdateRequest);
         QCoreApplication::sendEvent(&window, &update);
     }
 }
 
-/// Plays with a window at random, the same for the same seed, and says what it did.
-class Player {
+/// Performs random user actions in a window, reproducible by their seed, and records them.
+class RandomUser {
 public:
-    Player(Window &w, quint32 seed) : m_w(w), m_random(seed) {
+    RandomUser(Window &w, quint32 seed) : m_w(w), m_random(seed) {
         QGuiApplication::clipboard()->clear();
-        QCursor::setPos(w.window.screen()->geometry().bottomRight()); // the display's own pointer stays out
+        QCursor::setPos(w.window.screen()->geometry().bottomRight()); // the real pointer stays outside
         addGroups();
         QTest::mouseMove(&w.window, {0, 0});
         settle();
     }
 
     void step() {
-        using Step = void (Player::*)();
+        using Step = void (RandomUser::*)();
         static const QList<Step> steps{
-            &Player::hover, &Player::hover,    &Player::click,  &Player::click,    &Player::click,
-            &Player::click, &Player::click,    &Player::drag,   &Player::wheel,    &Player::wheel,
-            &Player::key,   &Player::key,      &Player::key,    &Player::key,      &Player::askMenu,
-            &Player::rest,  &Player::ring,     &Player::resize, &Player::hide,     &Player::compose,
-            &Player::cease, &Player::openCard, &Player::wheel,  &Player::clickText};
+            &RandomUser::hover, &RandomUser::hover,    &RandomUser::click,   &RandomUser::click,
+            &RandomUser::click, &RandomUser::click,    &RandomUser::click,   &RandomUser::drag,
+            &RandomUser::wheel, &RandomUser::wheel,    &RandomUser::key,     &RandomUser::key,
+            &RandomUser::key,   &RandomUser::key,      &RandomUser::askMenu, &RandomUser::rest,
+            &RandomUser::ring,  &RandomUser::resize,   &RandomUser::hide,    &RandomUser::compose,
+            &RandomUser::cease, &RandomUser::openCard, &RandomUser::wheel,   &RandomUser::clickText};
         (this->*oneOf(steps))();
         m_time.pass(m_random.bounded(150));
         settle();
     }
 
-    const QStringList &played() const { return m_played; }
-    /// Whether the last step was a key that moves the focus.
+    const QStringList &actions() const { return m_actions; }
+    /// Returns whether the last step was a key that moves the focus.
     bool movedFocus() const { return m_movedFocus; }
 
 private:
-    // Whatever takes the toolkit or the display real time is over, lest the next step finds it by chance.
+    // Completes what takes Qt or the display real time, so that every run of a seed is the same.
     void settle() {
         QVERIFY(QTest::qWaitFor([this] {
             return m_w.window.isExposed() && m_w.window.contentItem()->size() == m_w.window.size();
@@ -73,11 +74,11 @@ private:
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         paint(m_w.window);
-        QQmlIncubationController *const making = m_w.window.incubationController();
-        while (making->incubatingObjectCount() > 0) {
-            making->incubateFor(100);
+        QQmlIncubationController *const incubation = m_w.window.incubationController();
+        while (incubation->incubatingObjectCount() > 0) {
+            incubation->incubateFor(100);
         }
-        for (QObject *tip : tips()) { // none comes of itself
+        for (QObject *tip : tips()) { // tooltips do not open by a timer
             if (!tip->property("opened").toBool()) {
                 tip->setProperty("visible", false);
             }
@@ -89,7 +90,7 @@ private:
         return found;
     }
     void note(const QString &what) {
-        m_played << what;
+        m_actions << what;
         m_movedFocus = false;
     }
     void note(const char *what, QPoint place) {
@@ -116,7 +117,7 @@ private:
         }
     }
 
-    // The middles of the controls in sight, or of the texts.
+    // Returns the centres of the visible controls, or of the text fields.
     QList<QPoint> controls(bool textsOnly) {
         QList<QPoint> places;
         const QList<QQuickItem *> items = m_w.window.contentItem()->findChildren<QQuickItem *>();
@@ -184,7 +185,7 @@ private:
         m_movedFocus = key == Qt::Key_Tab || key == Qt::Key_Backtab;
         QTest::keyClick(&m_w.window, key);
     }
-    // The pointer rests long enough for a tooltip.
+    // Lets the pointer rest long enough for a tooltip.
     void rest() {
         note(QStringLiteral("rest"));
         for (QObject *tip : tips()) {
@@ -235,8 +236,8 @@ private:
 
     Window &m_w;
     QRandomGenerator m_random;
-    PlayTime m_time;
-    QStringList m_played;
+    ManualAnimationDriver m_time;
+    QStringList m_actions;
     bool m_movedFocus = false;
 };
 
