@@ -10,7 +10,7 @@ namespace kova {
 
 namespace {
 
-// The XDG base directory specification requires that relative paths are ignored.
+// Relative paths are invalid in XDG variables and ignored.
 QString absolutePath(const char *variable) {
     const QString path = QFile::decodeName(qgetenv(variable));
     return path.startsWith(u'/') ? path : QString();

@@ -1,8 +1,10 @@
-"""Uses the program as an assistive tool does, over the accessibility bus that the environment leads to, and by no
-other means: assistive.py press NAME, toggle NAME, set NAME NUMBER or write NAME TEXT, which wait until it can be
-done; try NAME, which presses what is disabled too; where NAME, which prints its left, top, width and height; or tell,
-which prints role, name, description, text or value, and states of everything that is shown, scrolled out of sight or
-not."""
+"""Operates the application over the accessibility bus of the environment, as an assistive tool does:
+
+  press NAME, toggle NAME, set NAME NUMBER, write NAME TEXT   wait until the control can be used
+  try NAME      presses a control even if it is disabled
+  where NAME    prints left, top, width and height
+  list          prints role, name, description, text or value, and states of all items, visible or scrolled out of view
+"""
 
 import sys
 import time
@@ -23,8 +25,8 @@ def shown(node):
 
 def states(node):
     held = node.get_state_set()
-    told = [name for name in ("focused", "checked", "selected", "modal") if held.contains(getattr(Atspi.StateType, name.upper()))]
-    return told if held.contains(Atspi.StateType.SENSITIVE) else [*told, "disabled"]
+    found = [name for name in ("focused", "checked", "selected", "modal") if held.contains(getattr(Atspi.StateType, name.upper()))]
+    return found if held.contains(Atspi.StateType.SENSITIVE) else [*found, "disabled"]
 
 
 def content(node):
@@ -40,7 +42,7 @@ def everything():
         try:
             application.get_role()
         except GLib.Error:
-            continue  # it hangs
+            continue  # unresponsive
         yield from shown(application)
 
 
@@ -49,44 +51,44 @@ def actions(node):
     return [action.get_action_name(index) for index in range(action.get_n_actions())] if action else []
 
 
-def wait_until(answer, complaint):
+def wait_until(condition, error):
     deadline = time.monotonic() + 10
     while time.monotonic() < deadline:
         try:
-            if found := answer():
+            if found := condition():
                 return found
         except GLib.Error:
-            pass  # it went while it was looked at
+            pass  # destroyed meanwhile
         time.sleep(0.05)
-    sys.exit(complaint)
+    sys.exit(error)
 
 
 def find(name, is_right, usable=True):
     def is_wanted(node):
         return node.get_name() == name and is_right(node) and not (usable and "disabled" in states(node))
-    return wait_until(lambda: next(filter(is_wanted, everything()), None), f"nothing of use is called {name}")
+    return wait_until(lambda: next(filter(is_wanted, everything()), None), f"no usable control is named {name}")
 
 
 def role(node):
-    """Newer assistive services call a button by another name."""
+    """Newer versions of AT-SPI have another name for a button."""
     return {"button": "push button"}.get(node.get_role_name(), node.get_role_name())
 
 
 def main(verb, name="", text=""):
     if verb in ("press", "toggle", "try"):
         action = "Toggle" if verb == "toggle" else "Press"
-        # A switch goes by its card's name, and may be of use a moment before the card.
+        # A switch has the name of its card, and can be enabled a moment before the card.
         node = find(name, lambda node: action in actions(node) and (action, role(node)) != ("Press", "check box"),
                     usable=verb != "try")
         node.get_action_iface().do_action(actions(node).index(action))
     elif verb == "set":
         node = find(name, Atspi.Accessible.get_value_iface)
         Atspi.Value.set_current_value(node, float(text))
-        wait_until(lambda: Atspi.Value.get_current_value(node) == float(text), f"{name} does not take the value")
+        wait_until(lambda: Atspi.Value.get_current_value(node) == float(text), f"{name} does not accept the value")
     elif verb == "write":
         node = find(name, Atspi.Accessible.get_editable_text_iface)
         Atspi.EditableText.set_text_contents(node, text)
-        wait_until(lambda: Atspi.Text.get_text(node, 0, -1) == text, f"{name} does not take the text")
+        wait_until(lambda: Atspi.Text.get_text(node, 0, -1) == text, f"{name} does not accept the text")
     elif verb == "where":
         extents = find(name, Atspi.Accessible.get_component_iface).get_extents(Atspi.CoordType.SCREEN)
         print(extents.x, extents.y, extents.width, extents.height)
@@ -95,5 +97,5 @@ def main(verb, name="", text=""):
             print(role(node), node.get_name(), node.get_description(), content(node), *states(node), sep="\t")
 
 
-Atspi.set_timeout(2000, 2000)  # ms; else a program that hangs holds it up for 15 s
+Atspi.set_timeout(2000, 2000)  # ms; the default for an unresponsive application is 15 s
 main(*sys.argv[1:])

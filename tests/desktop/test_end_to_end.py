@@ -27,7 +27,7 @@ def add_group(session):
         ("set", "TTS音量", "0.25"),
     ]:
         session.assist(verb, name, *value)
-    lines = session.assist("tell")
+    lines = session.assist("list")
     assert {"dialog\t新規アラーム\t\t\tmodal", "combo box\t分\t\t45", "spin button\t回数\t\t2回", "heading\tサウンド\t\t",
             "check box\t月\t\t\tchecked", "check box\t火\t\t", "radio button\tWake-up Pulse\t\t\tchecked",
             "slider\t音量\t\t0.5 of 0 to 1", "text\tラベル\t例: 朝のアラーム\twalk", "list item\t6:45\t\t",
@@ -47,16 +47,16 @@ def change_group(session):
     session.assist("write", "ラベル", "run")
     session.assist("press", "保存")
     session.assist("toggle", "6:45 run")
-    lines = session.assist("tell")
+    lines = session.assist("list")
     assert {"list item\t6:45 run\t\t", "check box\t6:45 run\t\t", "push button\t6:45 run\t月・水 2回 / 3分間隔\t",
             "push button\t複製 6:45 run\t\t"} <= set(lines)
     session.assist("toggle", "6:45 run")
     session.assist("press", "編集")
     session.assist("try", "0件を削除")
     session.assist("toggle", "選択 6:45 run")
-    assert "check box\t選択 6:45 run\t\t\tchecked" in session.assist("tell")
+    assert "check box\t選択 6:45 run\t\t\tchecked" in session.assist("list")
     session.assist("press", "1件を削除")
-    assert "dialog\t削除確認\t1件のアラームを削除しますか？\t\tmodal" in session.assist("tell")
+    assert "dialog\t削除確認\t1件のアラームを削除しますか？\t\tmodal" in session.assist("list")
     session.assist("press", "キャンセル")
     session.assist("press", "完了")
 
@@ -71,10 +71,10 @@ def test_a_group_is_created_edited_and_stopped_by_an_assistive_tool(session):
     with session.record() as recording:
         program.wait_for("[Scheduler] FIRE: run alarm #2")
         wait_until(lambda: sound.sounding(recording.samples()))
-        assert "alert\t6:48\trun アラーム 2 / 2\t\tmodal" in session.assist("tell")
+        assert "alert\t6:48\trun アラーム 2 / 2\t\tmodal" in session.assist("list")
         session.assist("press", "停止")
         wait_until(lambda: silent(recording), 10, 0.1)
-    assert not any(line.startswith("alert") for line in session.assist("tell"))
+    assert not any(line.startswith("alert") for line in session.assist("list"))
     program.end()
 
 
@@ -157,6 +157,6 @@ def test_a_second_start_warns_of_an_unresponsive_first(session):
     program.signal(signal.SIGSTOP)
     second = session.launch("05:30:00", ASSISTED, stderr=subprocess.STDOUT)
     second.wait_for("kova-alarm: already running, but unresponsive")
-    wait_until(lambda: "KOVA Alarm はすでに起動していますが、応答がありません。" in str(session.assist("tell")))
+    wait_until(lambda: "KOVA Alarm はすでに起動していますが、応答がありません。" in str(session.assist("list")))
     session.assist("press", "OK")
     assert second.wait() == 1

@@ -25,7 +25,7 @@ def test_cancelled_composition_is_not_entered(session):
         display.click(left + (x + width) % width, top + height / 2)
 
     def texts():
-        entries = (line.split("\t") for line in session.assist("tell") if line.startswith("text\t"))
+        entries = (line.split("\t") for line in session.assist("list") if line.startswith("text\t"))
         return {name: text for _, name, _, text, *_ in entries}
 
     expected = ""

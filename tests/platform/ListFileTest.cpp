@@ -235,7 +235,7 @@ private Q_SLOTS:
         QCOMPARE(m_file->flush(10s), std::nullopt);
     }
 
-    void folderFollowsTheBaseDirectorySpecification() {
+    void folderFollowsTheXdgVariables() {
         const QByteArray entry = getpwuid(getuid())->pw_dir;
         const struct {
             const char *config;
