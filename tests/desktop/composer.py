@@ -1,5 +1,5 @@
 """An ibus input method that composes letters until Return commits or Escape cancels them, as Japanese ones do.
-Prints the composition whenever it changes, and when it receives the focus."""
+Prints the composition whenever it changes, and F9 when that key reaches it."""
 
 import gi
 
@@ -11,6 +11,8 @@ class Composer(IBus.Engine):
     composed = ""
 
     def do_process_key_event(self, key, _code, state):
+        if key == IBus.KEY_F9:
+            print("F9", flush=True)
         if state & IBus.ModifierType.RELEASE_MASK or not (chr(key & 0xFF).isalpha() and key < 0x80 or self.composed):
             return False
         if key == IBus.KEY_Return:
@@ -26,9 +28,6 @@ class Composer(IBus.Engine):
                                                IBus.PreeditFocusMode.COMMIT)
         else:
             self.hide_preedit_text()
-
-    def do_focus_in(self):
-        print("focus", flush=True)
 
     def do_reset(self):
         self.compose("")

@@ -63,12 +63,15 @@ T.TextField {
     }
     onTextEdited: keepOneLine()
 
+    // Qt commits the composition when it is clicked, and ibus commits it once more. So a click does not end it.
     MouseArea {
-        acceptedButtons: Qt.RightButton
+        acceptedButtons: field.inputMethodComposing ? Qt.LeftButton | Qt.RightButton : Qt.RightButton
         anchors.fill: parent
         cursorShape: Qt.IBeamCursor
 
         onClicked: mouse => {
+            if (mouse.button === Qt.LeftButton)
+                return;
             field.forceActiveFocus(Qt.MouseFocusReason);
             field.askMenu(mouse.x, mouse.y);
         }
