@@ -142,23 +142,6 @@ private Q_SLOTS:
             QVERIFY(line->x() >= 8 && line->x() + line->width() <= field->width() - 8);
         }
     }
-
-    void secondClickOfADoubleClickIsIgnored() {
-        WholeWindow w;
-        w.openEditor();
-        const QPointF place = Window::rect(w.ofType("PopUpPicker")).center();
-        w.store.cancelEditing();
-        QTRY_VERIFY(!w.ofType("EditorStage"));
-        ManualAnimationDriver animations;
-        w.click(place);
-        QTRY_VERIFY(w.ofType("EditorStage"));
-        w.click(place);
-        animations.pass(300);
-        QTRY_VERIFY(w.ofType("EditorStage")->property("isSettled").toBool());
-        QVERIFY(!w.shows("pickerList"));
-        w.click(place);
-        QTRY_VERIFY(w.shows("pickerList"));
-    }
 };
 
 QTEST_MAIN(InteractionTest)
