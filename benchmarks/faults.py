@@ -12,7 +12,7 @@ import time
 import sound
 from groups import bookmark, group
 from session import ROOT, Session, wait_until
-from test_custom_sound import chirp, wav
+from test_custom_sound import wav
 from test_player import players
 from test_streams import stopped_terminal, unread_pipe
 
@@ -79,7 +79,7 @@ def stopped_errors(watched):
 def sleeping_file(watched):
     library, file = watched.session.folder / "stall.so", watched.session.folder / "sleepy.wav"
     subprocess.run(["gcc", "-shared", "-fPIC", "-o", library, ROOT / "tests/desktop/stall.c"], check=True)
-    sound.write(file, chirp())
+    sound.write(file, sound.chirp())
     file.with_name("sleepy.wav.statx").touch()
     preload = f"{library}:{watched.session.clock.env['LD_PRELOAD']}"
     watched.run({"LD_PRELOAD": preload}, customSoundPath=bookmark(file), customSoundName=file.name)
