@@ -9,7 +9,7 @@
   kills    1,000 kills during repeated saves, and the list that each next start finds
   idle     memory, wake-ups and CPU time with the window shown and closed
   soak     three simulated days with 500 groups: missing and unexpected rings, memory after each day (kova-soak)
-  others   exec to window, memory and wake-ups of other alarm clocks, if they are installed
+  others   exec to window, memory, wake-ups and minute to sound of other alarm clocks, if they are installed
 
 With --real an alarm rings in each of the next 20 minutes of the real clock; otherwise the application is started
 20 times just before a minute of a shifted clock. --record also replaces the table of results in README.md; it needs an
@@ -37,6 +37,7 @@ from display import Display, close_windows  # noqa: E402
 from groups import bookmark, group  # noqa: E402
 from process import Process  # noqa: E402
 from session import PROGRAM, Program, Session, wait_until  # noqa: E402
+from witnesses import Witnesses  # noqa: E402
 
 VALUES_ONLY = "--values" in sys.argv
 TIMES = 5 if VALUES_ONLY else 20
@@ -152,39 +153,6 @@ def click_with(count, report=True):
         row(f"the switch of one of {count:,} groups, click to frame", to_toggle)
         row(f"opening the editor, {count:,} groups, click to the first frame", to_editor)
     return to_toggle
-
-
-class Witnesses:
-    """Observe the same alarm on the bus, the sound server and the sink."""
-
-    def __init__(self, session):
-        self.bus = Process(["dbus-monitor", "--profile", "member='Notify'"], session.env)
-        self.server = Process(["pactl", "subscribe"], session.env)
-        self.recording = session.record()
-        self._offsets = []
-
-    def listen(self, seconds):
-        """Records the time offset of the recording, whose blocks may arrive late but never early."""
-        end = time.monotonic() + seconds
-        while time.monotonic() < end:
-            self._offsets.append(time.monotonic() - len(self.recording.samples()) / sound.RATE)
-            time.sleep(0.005)
-
-    def first_sample(self, after):
-        offset = min(self._offsets)
-        samples = self.recording.samples()
-        begin = max(0, int((after - offset) * sound.RATE))
-        loud = numpy.flatnonzero(abs(samples[begin:]) > 0.002)
-        return offset + (begin + loud[0]) / sound.RATE
-
-    def notify(self):
-        """Returns the time at which the bus received the call."""
-        line = self.bus.wait_for(lambda text: text.startswith("mc\t") and text.endswith("\tNotify"))
-        return float(line.split("\t")[1]) - time.time() + time.monotonic()
-
-    def close(self):
-        for process in (self.bus, self.server, self.recording._process):
-            process.kill()
 
 
 def long_m4a(session):
