@@ -107,7 +107,8 @@ private Q_SLOTS:
     void randomActionsLeaveNoFault_data() {
         QTest::addColumn<quint32>("seed");
         const int first = fromEnvironment("KOVA_PLAY_SEED", 1);
-        const int count = fromEnvironment("KOVA_PLAY_SEEDS", 4);
+        const int count =
+            fromEnvironment("KOVA_PLAY_SEEDS", qEnvironmentVariableIsSet("KOVA_THOROUGH") ? 20 : 4);
         for (int seed = first; seed < first + count; ++seed) {
             QTest::addRow("%d", seed) << quint32(seed);
         }
