@@ -1,4 +1,4 @@
-# What every target of the project shares.
+# Options and functions that all targets share.
 
 add_library(kova_options INTERFACE)
 target_compile_options(kova_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion)
