@@ -9,6 +9,7 @@ import zlib
 from pathlib import Path
 
 import Xlib.display
+import Xlib.error
 import Xlib.protocol.event
 import Xlib.X
 
@@ -109,8 +110,14 @@ def close_windows(name):
     """Asks every window to close, as a title bar does. Returns the number of windows."""
     display = Xlib.display.Display(name)
     protocols, delete = display.intern_atom("WM_PROTOCOLS"), display.intern_atom("WM_DELETE_WINDOW")
-    windows = [window for window in display.screen().root.query_tree().children
-               if window.get_attributes().map_state == Xlib.X.IsViewable and window.get_wm_protocols()]
+
+    def is_closable(window):
+        try:
+            return window.get_attributes().map_state == Xlib.X.IsViewable and window.get_wm_protocols()
+        except Xlib.error.BadWindow:  # destroyed meanwhile
+            return False
+
+    windows = list(filter(is_closable, display.screen().root.query_tree().children))
     for window in windows:
         window.send_event(Xlib.protocol.event.ClientMessage(
             window=window, client_type=protocols, data=(32, [delete, Xlib.X.CurrentTime, 0, 0, 0])))
