@@ -1,4 +1,5 @@
-// Kills processes that save a list repeatedly, each at a random moment, and checks what the next one reads.
+// Kills a process that saves the list repeatedly, 1,000 times at a random moment, and checks which list the
+// next process reads.
 
 #include "AlarmGroupJson.h"
 #include "ListFile.h"
@@ -33,8 +34,8 @@ qint64 savedNumber(ListFile &file) {
     return groups && groups.value().size() == groupCount ? groups.value().first().label.toLongLong() : -1;
 }
 
-// A process that reports which list it read, then saves the next ones as fast as the disk permits and reports
-// each of them.
+// A child process that reads the list, then saves it repeatedly without a pause. Reports the number of the
+// list that it read and of each completed save through a pipe.
 class Saver {
 public:
     explicit Saver(const QString &path) {
@@ -53,13 +54,14 @@ public:
     ~Saver() { close(m_pipe); }
     Q_DISABLE_COPY_MOVE(Saver)
 
-    // Returns -1 when everything is read and the process has exited.
+    // Returns the next reported number, or -1 at the end of the pipe.
     qint64 next() const {
         qint64 number = 0;
         return read(m_pipe, &number, sizeof number) == sizeof number ? number : -1;
     }
 
-    // Kills the process at a random moment during about two saves. Returns the last completed save.
+    // Kills the process at a random moment within twice the duration of a save. Returns the number of the
+    // last completed save.
     qint64 kill() const {
         QElapsedTimer time;
         time.start();
@@ -104,13 +106,13 @@ int main() {
         const Saver saver(path);
         const qint64 found = saver.next();
         if (found != saved && found != saved + 1) {
-            std::fprintf(stderr, "save %lld is lost, found %lld\n", saved, found);
+            std::fprintf(stderr, "expected save %lld, found %lld\n", saved, found);
             return 1;
         }
         unchanged += found == saved && number > 0 ? 1 : 0;
         saved = saver.kill();
         if (saved <= found) {
-            std::fprintf(stderr, "the list can no longer be saved\n");
+            std::fprintf(stderr, "the list was not saved\n");
             return 1;
         }
     }

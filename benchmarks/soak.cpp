@@ -1,5 +1,5 @@
-// Three days of 500 groups, second by second: the expected and the actual rings, and the memory after each
-// day. Prints a JSON object for each day; fails if a ring is missing or unexpected, or if the memory grows.
+// Simulates three days of 500 groups second by second and compares each ring with the expected one. Prints a
+// JSON object for each day; fails if a ring is missing or unexpected, or if the memory grows.
 
 #include "AlarmGroupJson.h"
 #include "AlarmViewModel.h"
@@ -73,7 +73,8 @@ public:
     }
 
 private:
-    // Clears what the fakes recorded, so that only the memory of the product can grow.
+    // Returns the rings since the last call. Clears the records of the fakes, so that only the product's
+    // memory can grow.
     QStringList takeRings() {
         const QString prefix = QStringLiteral("[Scheduler] FIRE: ");
         QStringList rings;
@@ -90,7 +91,7 @@ private:
         return rings;
     }
 
-    // Toggles a group twice; each time the list is saved and published.
+    // Toggles a group twice, which saves and publishes the list twice.
     void edit() {
         const QUuid id = m_groups.at(m_second / 600 % m_groups.size()).id;
         m_store.toggleGroup(id);
