@@ -1,80 +1,77 @@
 #include "IdleInhibitor.h"
 
 #include "MessageBuses.h"
-#include "Portal.h"
 
 #include <QDBusError>
 #include <QDBusObjectPath>
-#include <QDBusUnixFileDescriptor>
+#include <array>
 #include <cerrno>
-#include <optional>
+#include <span>
 
 namespace kova {
 
 namespace {
 
-const QString logind = QStringLiteral("org.freedesktop.login1");
-
-// An interface of the session: the call that inhibits, and the one that releases, made from the reply.
-struct SessionInhibitor {
-    QDBusMessage call;
-    QDBusMessage (*release)(const QDBusMessage &reply);
+// A service with a method `Inhibit`.
+struct Service {
+    Bus bus;
+    const char *name;
+    const char *path;
+    const char *interface;
+    const char *release; ///< the method that takes what Inhibit returned; null for a file descriptor
+    bool isStarted;      ///< if it does not run
+    QVariantList (*arguments)(const QString &reason);
 };
 
-QDBusMessage portalInhibit(const QString &reason) {
-    constexpr quint32 suspend = 4;
-    return portalCall(QStringLiteral("org.freedesktop.portal.Inhibit"), QStringLiteral("Inhibit"))
-           << QString() << suspend << QVariantMap{{QStringLiteral("reason"), reason}};
-}
+constexpr quint32 suspend = 4; // for the portal and GNOME; 8, idle, would keep the screen on as well
 
-QDBusMessage portalRelease(const QDBusMessage &reply) {
-    const auto request = reply.arguments().value(0).value<QDBusObjectPath>();
-    return QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"), request.path(),
-                                          QStringLiteral("org.freedesktop.portal.Request"),
-                                          QStringLiteral("Close"));
-}
+// The session's services are tried in this order.
+const std::array<Service, 4> services{{
+    {Bus::System, "org.freedesktop.login1", "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
+     nullptr, true,
+     [](const QString &reason) {
+         return QVariantList{QStringLiteral("idle"), QStringLiteral("KOVA Alarm"), reason,
+                             QStringLiteral("block")};
+     }},
+    {Bus::Session, "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
+     "org.freedesktop.portal.Inhibit", "Close", true,
+     [](const QString &reason) {
+         return QVariantList{QString(), suspend, QVariantMap{{QStringLiteral("reason"), reason}}};
+     }},
+    {Bus::Session, "org.gnome.SessionManager", "/org/gnome/SessionManager", "org.gnome.SessionManager",
+     "Uninhibit", false,
+     [](const QString &reason) {
+         constexpr quint32 noWindow = 0;
+         return QVariantList{QStringLiteral("jp.kova.Alarm"), noWindow, reason, suspend};
+     }},
+    {Bus::Session, "org.freedesktop.PowerManagement", "/org/freedesktop/PowerManagement/Inhibit",
+     "org.freedesktop.PowerManagement.Inhibit", "UnInhibit", false,
+     [](const QString &reason) {
+         return QVariantList{QStringLiteral("KOVA Alarm"), reason};
+     }},
+}};
+const std::span systemServices = std::span<const Service>(services).first(1);
+const std::span sessionServices = std::span<const Service>(services).subspan(1);
 
-// Does not start the service.
-QDBusMessage sessionCall(const char *service, const char *path, const char *interface, const char *method) {
-    auto call = QDBusMessage::createMethodCall(QString::fromLatin1(service), QString::fromLatin1(path),
-                                               QString::fromLatin1(interface), QString::fromLatin1(method));
-    call.setAutoStartService(false);
+QDBusMessage inhibitCall(const Service &service, const QString &reason) {
+    auto call = QDBusMessage::createMethodCall(QLatin1String(service.name), QLatin1String(service.path),
+                                               QLatin1String(service.interface), QStringLiteral("Inhibit"));
+    call.setArguments(service.arguments(reason));
+    call.setAutoStartService(service.isStarted);
     return call;
 }
 
-QDBusMessage gnomeCall(const char *method) {
-    constexpr const char *service = "org.gnome.SessionManager";
-    return sessionCall(service, "/org/gnome/SessionManager", service, method);
-}
-
-QDBusMessage gnomeInhibit(const QString &reason) {
-    constexpr quint32 noWindow = 0;
-    constexpr quint32 suspend = 4; // 8, idle, would keep the screen on as well
-    return gnomeCall("Inhibit") << QStringLiteral("jp.kova.Alarm") << noWindow << reason << suspend;
-}
-
-QDBusMessage gnomeRelease(const QDBusMessage &reply) {
-    return gnomeCall("Uninhibit") << reply.arguments().value(0);
-}
-
-QDBusMessage powerManagementCall(const char *method) {
-    return sessionCall("org.freedesktop.PowerManagement", "/org/freedesktop/PowerManagement/Inhibit",
-                       "org.freedesktop.PowerManagement.Inhibit", method);
-}
-
-QDBusMessage powerManagementInhibit(const QString &reason) {
-    return powerManagementCall("Inhibit") << QStringLiteral("KOVA Alarm") << reason;
-}
-
-QDBusMessage powerManagementRelease(const QDBusMessage &reply) {
-    return powerManagementCall("UnInhibit") << reply.arguments().value(0);
-}
-
-// Tried in this order.
-std::vector<SessionInhibitor> sessionInhibitors(const QString &reason) {
-    return {{portalInhibit(reason), &portalRelease},
-            {gnomeInhibit(reason), &gnomeRelease},
-            {powerManagementInhibit(reason), &powerManagementRelease}};
+// The portal returned the path of an object, the others a number.
+QDBusMessage releaseCall(const Service &service, const QVariant &cookie) {
+    const QString request = cookie.value<QDBusObjectPath>().path();
+    auto call = QDBusMessage::createMethodCall(
+        QLatin1String(service.name), request.isEmpty() ? QLatin1String(service.path) : request,
+        request.isEmpty() ? QLatin1String(service.interface)
+                          : QLatin1String("org.freedesktop.portal.Request"),
+        QLatin1String(service.release));
+    call.setArguments(request.isEmpty() ? QVariantList{cookie} : QVariantList());
+    call.setAutoStartService(false);
+    return call;
 }
 
 qint32 errorNumber(const QDBusMessage &reply) {
@@ -98,136 +95,87 @@ qint32 errorNumber(const QDBusMessage &reply) {
     }
 }
 
-bool isError(const QDBusMessage &reply) {
-    return reply.type() != QDBusMessage::ReplyMessage;
-}
-
 } // namespace
 
-class IdleInhibitor::Locks : public std::enable_shared_from_this<IdleInhibitor::Locks> {
+// A lock of the first of some services that grants it.
+class IdleInhibitor::Lock : public std::enable_shared_from_this<IdleInhibitor::Lock> {
 public:
-    Locks(MessageBuses &buses, const QString &reason, ResultCallback result)
+    Lock(MessageBuses &buses, std::span<const Service> candidates, QString reason, ResultCallback result)
         : m_buses(buses),
-          m_reason(reason),
-          m_inhibitors(sessionInhibitors(reason)),
+          m_candidates(candidates),
+          m_reason(std::move(reason)),
           m_result(std::move(result)) {}
 
-    void acquire() {
-        acquireFromSystem();
-        acquireFromSession(0);
+    void acquire(size_t index = 0) {
+        m_isPending = true;
+        m_buses.call(m_candidates[index].bus, inhibitCall(m_candidates[index], m_reason),
+                     [self = shared_from_this(), index](const QDBusMessage &reply) {
+                         self->m_isPending = false;
+                         self->handleReply(index, reply);
+                     });
     }
 
-    // The new owner of the name has none of our locks. While a session request is pending, that request may
-    // itself have started the service; it is repeated only if it fails.
-    void restarted(const QString &service) {
-        if (service == logind) {
-            acquireFromSystem();
-        } else if (m_isRequestPending) {
+    // The new owner of the name has no lock of ours. While a request is pending, that request may itself have
+    // started the service; it is repeated only if it fails.
+    void restarted(const Service &service) {
+        if (service.bus != m_candidates.front().bus) {
+            return;
+        }
+        if (m_isPending) {
             m_isRetryRequested = true;
-        } else if (!m_sessionRelease || m_sessionRelease->service() == service) {
-            m_sessionRelease.reset();
-            acquireFromSession(0);
+        } else if (!m_holder || m_holder == &service) {
+            m_holder = nullptr;
+            acquire();
         }
     }
 
     void release() {
         m_isReleased = true;
-        m_system = QDBusUnixFileDescriptor();
-        if (m_sessionRelease) {
-            m_buses.send(Bus::Session, *m_sessionRelease);
-            m_sessionRelease.reset();
+        if (m_holder && m_holder->release) {
+            m_buses.call(m_holder->bus, releaseCall(*m_holder, m_cookie));
         }
+        m_holder = nullptr;
+        m_cookie.clear(); // closes a file descriptor
     }
 
 private:
-    void acquireFromSystem() {
-        auto call = QDBusMessage::createMethodCall(logind, QStringLiteral("/org/freedesktop/login1"),
-                                                   QStringLiteral("org.freedesktop.login1.Manager"),
-                                                   QStringLiteral("Inhibit"));
-        call << QStringLiteral("idle") << QStringLiteral("KOVA Alarm") << m_reason << QStringLiteral("block");
-        m_buses.call(Bus::System, call, [self = shared_from_this()](const QDBusMessage &reply) {
-            if (isError(reply)) {
-                self->failed(errorNumber(reply));
-                return;
+    void handleReply(size_t index, const QDBusMessage &reply) {
+        if (reply.type() == QDBusMessage::ReplyMessage) {
+            m_isRetryRequested = false;
+            m_holder = &m_candidates[index];
+            m_cookie = reply.arguments().value(0);
+            if (m_isReleased) {
+                release();
             }
-            if (!self->m_isReleased) {
-                self->m_system = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
-            }
-            self->finish(0);
-        });
-    }
-
-    void acquireFromSession(size_t index) {
-        m_isRequestPending = true;
-        m_buses.call(Bus::Session, m_inhibitors[index].call,
-                     [self = shared_from_this(), index](const QDBusMessage &reply) {
-                         self->m_isRequestPending = false;
-                         if (!isError(reply)) {
-                             self->m_isRetryRequested = false;
-                             self->sessionAcquired(self->m_inhibitors[index].release(reply));
-                         } else if (index + 1 < self->m_inhibitors.size() && !self->m_isReleased) {
-                             self->acquireFromSession(index + 1);
-                         } else {
-                             self->sessionFailed(errorNumber(reply));
-                         }
-                     });
-    }
-
-    void sessionFailed(qint32 code) {
-        if (std::exchange(m_isRetryRequested, false) && !m_isReleased) {
-            acquireFromSession(0);
+            m_result(0);
+        } else if (!m_isReleased && index + 1 < m_candidates.size()) {
+            acquire(index + 1);
+        } else if (!m_isReleased && std::exchange(m_isRetryRequested, false)) {
+            acquire();
         } else {
-            failed(code);
-        }
-    }
-
-    void sessionAcquired(const QDBusMessage &release) {
-        m_sessionRelease = release;
-        if (m_isReleased) {
-            this->release();
-        }
-        finish(0);
-    }
-
-    void failed(qint32 code) {
-        m_failures += 1;
-        if (m_failures == 2) {
-            finish(code);
-        }
-    }
-
-    void finish(qint32 code) {
-        if (const ResultCallback result = std::exchange(m_result, {})) {
-            result(code);
+            m_result(errorNumber(reply));
         }
     }
 
     MessageBuses &m_buses;
+    const std::span<const Service> m_candidates;
     const QString m_reason;
-    const std::vector<SessionInhibitor> m_inhibitors;
-    ResultCallback m_result;
-    int m_failures = 0;
-    bool m_isReleased = false;
-    bool m_isRequestPending = false; ///< of the session
+    const ResultCallback m_result;
+    const Service *m_holder = nullptr; ///< which granted the lock
+    QVariant m_cookie;
+    bool m_isPending = false;
     bool m_isRetryRequested = false;
-    QDBusUnixFileDescriptor m_system;
-    std::optional<QDBusMessage> m_sessionRelease;
+    bool m_isReleased = false;
 };
 
-IdleInhibitor::IdleInhibitor(MessageBuses &buses)
-    : m_buses(buses),
-      m_locks(std::make_shared<std::shared_ptr<Locks>>()) {
+IdleInhibitor::IdleInhibitor(MessageBuses &buses) : m_buses(buses), m_locks(std::make_shared<Locks>()) {
     m_buses.run([&buses, locks = m_locks] {
-        const auto watch = [&](Bus bus, const QString &service) {
-            buses.watch(bus, service, [locks, service] {
-                if (*locks) {
-                    (*locks)->restarted(service);
+        for (const Service &service : services) {
+            buses.watch(service.bus, QLatin1String(service.name), [locks, &service] {
+                for (const auto &lock : *locks) {
+                    lock->restarted(service);
                 }
             });
-        };
-        watch(Bus::System, logind);
-        for (const SessionInhibitor &inhibitor : sessionInhibitors({})) {
-            watch(Bus::Session, inhibitor.call.service());
         }
     });
 }
@@ -238,16 +186,26 @@ IdleInhibitor::~IdleInhibitor() {
 
 void IdleInhibitor::acquire(const QString &reason, ResultCallback result) {
     release();
-    m_buses.run([locks = m_locks, acquired = std::make_shared<Locks>(m_buses, reason, std::move(result))] {
-        *locks = acquired;
-        acquired->acquire();
+    const auto report =
+        std::make_shared<ResultCallback>([result = std::move(result), pending = 2](qint32 code) mutable {
+            pending -= 1;
+            if (result && (code == 0 || pending == 0)) {
+                std::exchange(result, {})(code);
+            }
+        });
+    m_buses.run([&buses = m_buses, locks = m_locks, reason, report] {
+        for (const auto candidates : {systemServices, sessionServices}) {
+            locks->push_back(std::make_shared<Lock>(buses, candidates, reason,
+                                                    [report](qint32 code) { (*report)(code); }));
+            locks->back()->acquire();
+        }
     });
 }
 
 void IdleInhibitor::release() {
     m_buses.run([locks = m_locks] {
-        if (const auto released = std::exchange(*locks, nullptr)) {
-            released->release();
+        for (const auto &lock : std::exchange(*locks, {})) {
+            lock->release();
         }
     });
 }

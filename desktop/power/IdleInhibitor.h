@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QString>
+#include "ProcessActivity.h"
+
 #include <functional>
-#include <memory>
+#include <vector>
 
 namespace kova {
 
@@ -11,7 +12,7 @@ class MessageBuses;
 /// Inhibits idle sleep of the system, not of the screen: by a lock of logind, and by the session's own
 /// inhibitor, since some desktops ignore logind's idle locks. A late reply still takes effect, and a service
 /// that restarts is asked again. Any thread.
-class IdleInhibitor {
+class IdleInhibitor : public ActivityToken {
 public:
     /// Runs once on the buses' thread: with 0 when the first of the two is acquired, or with a negative error
     /// number when both have failed.
@@ -19,19 +20,19 @@ public:
 
     explicit IdleInhibitor(MessageBuses &buses);
     /// Releases.
-    ~IdleInhibitor();
-    IdleInhibitor(const IdleInhibitor &) = delete;
-    IdleInhibitor &operator=(const IdleInhibitor &) = delete;
+    ~IdleInhibitor() override;
+    Q_DISABLE_COPY_MOVE(IdleInhibitor)
 
     /// The desktop shows the reason. Replaces a former request.
     void acquire(const QString &reason, ResultCallback result = {});
     void release();
 
 private:
-    class Locks;
+    class Lock;
+    using Locks = std::vector<std::shared_ptr<Lock>>;
 
     MessageBuses &m_buses;
-    const std::shared_ptr<std::shared_ptr<Locks>> m_locks; ///< used on the buses' thread only
+    const std::shared_ptr<Locks> m_locks; ///< used on the buses' thread only
 };
 
 } // namespace kova

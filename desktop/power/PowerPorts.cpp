@@ -1,4 +1,4 @@
-#include "InhibitorPowerAssertions.h"
+#include "PowerPorts.h"
 
 #include <cerrno>
 #include <future>
@@ -23,6 +23,12 @@ void InhibitorPowerAssertions::release(AssertionID id) {
     if (id == m_lastId) {
         m_inhibitor.release();
     }
+}
+
+std::unique_ptr<ActivityToken> InhibitorProcessActivity::beginUserInitiated(const QString &reason) {
+    auto inhibitor = std::make_unique<IdleInhibitor>(m_buses);
+    inhibitor->acquire(reason);
+    return inhibitor;
 }
 
 } // namespace kova
