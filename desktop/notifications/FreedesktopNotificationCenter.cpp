@@ -65,7 +65,7 @@ void FreedesktopNotificationCenter::requestAuthorization(Authorized result) {
 }
 
 void FreedesktopNotificationCenter::add(const NotificationRequest &request) {
-    m_buses.send(Bus::Session, notify(request, m_supportsMarkup), [this](const QDBusMessage &reply) {
+    m_buses.call(Bus::Session, notify(request, m_supportsMarkup), [this](const QDBusMessage &reply) {
         if (reply.type() == QDBusMessage::ReplyMessage) {
             m_shown.insert(reply.arguments().value(0).toUInt());
         }

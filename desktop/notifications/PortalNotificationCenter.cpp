@@ -62,7 +62,7 @@ void PortalNotificationCenter::add(const NotificationRequest &request) {
         {QStringLiteral("priority"), QStringLiteral("high")}, // urgent ones stay until they are dismissed
         {QStringLiteral("default-action"), clickAction()},
     };
-    m_buses.send(Bus::Session, portalCall(interface(), QStringLiteral("AddNotification"))
+    m_buses.call(Bus::Session, portalCall(interface(), QStringLiteral("AddNotification"))
                                    << request.identifier << notification);
 }
 

@@ -54,15 +54,19 @@ void MessageBuses::run(std::function<void()> action) {
     QMetaObject::invokeMethod(&m_context, std::move(action), Qt::QueuedConnection);
 }
 
-void MessageBuses::call(Bus bus, const QDBusMessage &message, const ReplyCallback &reply,
-                        std::chrono::milliseconds timeout) {
-    const QDBusConnection to = connection(bus);
-    if (!to.isConnected()) {
-        reply(message.createErrorReply(QDBusError::Disconnected,
-                                       QStringLiteral("The message bus is not available")));
+void MessageBuses::call(Bus bus, const QDBusMessage &message, const ReplyCallback &reply) {
+    if (const auto current = currentConnection(bus); current && current->isConnected()) {
+        run([this, sent = current->asyncCall(message), reply] { awaitReply(sent, reply); });
         return;
     }
-    awaitReply(to.asyncCall(message, static_cast<int>(timeout.count())), reply);
+    run([this, bus, message, reply] {
+        if (const QDBusConnection connected = connection(bus); connected.isConnected()) {
+            awaitReply(connected.asyncCall(message), reply);
+        } else {
+            reply(message.createErrorReply(QDBusError::Disconnected,
+                                           QStringLiteral("The message bus is not available")));
+        }
+    });
 }
 
 void MessageBuses::awaitReply(const QDBusPendingCall &call, const ReplyCallback &reply) {
@@ -71,14 +75,6 @@ void MessageBuses::awaitReply(const QDBusPendingCall &call, const ReplyCallback 
         watcher->deleteLater();
         reply(watcher->reply());
     });
-}
-
-void MessageBuses::send(Bus bus, const QDBusMessage &message, const ReplyCallback &reply) {
-    if (const auto current = currentConnection(bus); current && current->isConnected()) {
-        run([this, sent = current->asyncCall(message), reply] { awaitReply(sent, reply); });
-    } else {
-        run([this, bus, message, reply] { call(bus, message, reply); });
-    }
 }
 
 void MessageBuses::watch(Bus bus, const QString &service, std::function<void()> newOwner) {
@@ -113,7 +109,11 @@ QDBusConnection MessageBuses::connection(Bus bus) {
     if (connected.isConnected()) {
         startWatching(bus, connected);
         if (std::exchange(m_wasConnected[static_cast<size_t>(bus)], true)) {
-            notifyWatchers(bus);
+            for (const Watch &watch : m_watches) {
+                if (watch.bus == bus) {
+                    run(watch.newOwner); // the state of the service was lost with the bus
+                }
+            }
         }
     }
     return connected;
@@ -153,15 +153,6 @@ void MessageBuses::startWatching(Bus bus, const QDBusConnection &connection) {
         }
     }
     m_watchers[static_cast<size_t>(bus)] = std::move(watchers);
-}
-
-// A lost bus took the state of its services with it.
-void MessageBuses::notifyWatchers(Bus bus) {
-    for (const Watch &watch : m_watches) {
-        if (watch.bus == bus) {
-            run(watch.newOwner);
-        }
-    }
 }
 
 } // namespace kova

@@ -26,18 +26,14 @@ public:
     MessageBuses();
     /// Waits for the thread without a time limit.
     ~MessageBuses();
-    MessageBuses(const MessageBuses &) = delete;
-    MessageBuses &operator=(const MessageBuses &) = delete;
+    Q_DISABLE_COPY_MOVE(MessageBuses)
 
     /// Runs the action on the buses' thread. Any thread.
     void run(std::function<void()> action);
 
-    /// Sends a call and passes its reply or error to `reply` on the buses' thread. On the buses' thread.
-    void call(Bus bus, const QDBusMessage &message, const ReplyCallback &reply,
-              std::chrono::milliseconds timeout = std::chrono::seconds(25));
-
-    /// Like call(), but from any thread; sent before it returns if the bus is connected.
-    void send(
+    /// Sends a call, before returning if the bus is connected. Passes its reply or error to `reply` on the
+    /// buses' thread. Any thread.
+    void call(
         Bus bus, const QDBusMessage &message, const ReplyCallback &reply = [](const QDBusMessage &) {});
 
     /// Calls `newOwner` whenever the service name gains an owner and after a lost bus is reconnected. Does
@@ -69,7 +65,6 @@ private:
     void refreshWatches(Bus bus);
     std::optional<QDBusConnection> currentConnection(Bus bus);
     void setCurrentConnection(Bus bus, std::optional<QDBusConnection> connection);
-    void notifyWatchers(Bus bus);
     void startWatching(Bus bus, const QDBusConnection &connection);
 
     QThread m_thread;

@@ -11,7 +11,7 @@
 #include <QStandardPaths>
 #include <cstdio>
 #include <future>
-#include <utility>
+#include <mutex>
 
 namespace kova {
 
@@ -43,10 +43,9 @@ QString reasonForDenial(const QDBusMessage &response) {
 
 QString askPortal() {
     std::promise<QString> promise;
-    auto finish = [&promise, isFinished = false](const QString &reason) mutable {
-        if (!std::exchange(isFinished, true)) {
-            promise.set_value(reason);
-        }
+    std::once_flag once;
+    const auto finish = [&](const QString &reason) {
+        std::call_once(once, [&] { promise.set_value(reason); });
     };
     const QVariantMap options{{QStringLiteral("autostart"), true},
                               {QStringLiteral("reason"), QStringLiteral("アラームを鳴らすため")}};
