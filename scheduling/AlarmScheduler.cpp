@@ -1,13 +1,14 @@
 #include "AlarmScheduler.h"
 
-#include "AlarmNotifications.h"
 #include "Application.h"
 #include "Clock.h"
 #include "Log.h"
+#include "NotificationCenter.h"
 #include "Platform.h"
 #include "RunLoop.h"
 #include "SoundPlayer.h"
 #include "TTSPlayer.h"
+#include "elided.h"
 
 namespace kova {
 
@@ -23,6 +24,29 @@ QString spokenMessage(const AlarmGroup &group, qint64 index) {
         return group.ttsLastEnabled ? group.ttsLastMessage : QString();
     }
     return group.ttsEnabled ? group.ttsMessage : QString();
+}
+
+// The result is only logged.
+void requestNotificationAuthorization(NotificationCenter &center, Log &log) {
+    center.requestAuthorization([&log](bool granted, const std::optional<QString> &error) {
+        if (error) {
+            log.print(QStringLiteral("[Scheduler] Notification error: ") + *error);
+        }
+        log.print(QStringLiteral("[Scheduler] Notifications ") +
+                  (granted ? QStringLiteral("granted") : QStringLiteral("denied")));
+    });
+}
+
+// Posts the notification of the alarm with its planned time.
+void sendNotification(NotificationCenter &center, const AlarmGroup &group, qint64 index) {
+    const QString prefix =
+        group.label.isEmpty() ? QStringLiteral("アラーム ") : elided(group.label) + QStringLiteral(" — ");
+    center.add({
+        .identifier = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper(),
+        .title = QStringLiteral("KOVA"),
+        .body = prefix + timeText(alarmTime(group, index)),
+        .lifetime = longestRinging,
+    });
 }
 
 } // namespace

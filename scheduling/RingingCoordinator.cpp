@@ -8,11 +8,14 @@
 namespace kova {
 
 RingingCoordinator::RingingCoordinator(AlarmScheduler &scheduler, FileChooser &fileChooser)
-    : m_scheduler(scheduler),
-      m_fileChooser(fileChooser) {
+    : m_scheduler(scheduler) {
+    const auto closeDialog = [&scheduler, &fileChooser] {
+        if (scheduler.activeAlarm()) {
+            fileChooser.cancel();
+        }
+    };
     // Queued, so that closing the dialog on a hung display cannot delay the sound.
-    connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &RingingCoordinator::onActiveAlarmChanged,
-            Qt::QueuedConnection);
+    connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, closeDialog, Qt::QueuedConnection);
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &scheduler,
             &AlarmScheduler::endRinging);
 }
@@ -20,12 +23,6 @@ RingingCoordinator::RingingCoordinator(AlarmScheduler &scheduler, FileChooser &f
 void RingingCoordinator::windowClosed() {
     if (m_scheduler.activeAlarm()) {
         m_scheduler.endRinging();
-    }
-}
-
-void RingingCoordinator::onActiveAlarmChanged() {
-    if (m_scheduler.activeAlarm()) {
-        m_fileChooser.cancel();
     }
 }
 

@@ -20,10 +20,7 @@ public:
     void windowClosed();
 
 private:
-    void onActiveAlarmChanged();
-
     AlarmScheduler &m_scheduler;
-    FileChooser &m_fileChooser;
 };
 
 } // namespace kova
