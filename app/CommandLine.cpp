@@ -2,10 +2,9 @@
 
 #include "version.h"
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <regex>
 #include <string_view>
 
 namespace kova {
@@ -46,28 +45,16 @@ bool isJapaneseLocale() {
     return false;
 }
 
-// The value follows as the next argument or, for some of them, after "=".
-constexpr std::array<std::string_view, 17> qtOptions{
-    "display",       "geometry",        "icon",        "name",         "platform", "platformpluginpath",
-    "platformtheme", "plugin",          "session",     "style",        "title",    "stylesheet",
-    "qmljsdebugger", "qwindowgeometry", "qwindowicon", "qwindowtitle", "visual"};
-constexpr std::array<std::string_view, 4> qtSwitches{"dograb", "nograb", "reverse", "widgetcount"};
-
-template <typename Names> bool contains(const Names &names, std::string_view name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
-
 // Returns the number of arguments that a Qt option occupies, including itself; 0 if it is not a Qt option.
-int qtArgumentCount(std::string_view argument) {
-    if (!argument.starts_with('-')) {
-        return 0;
+int qtArgumentCount(const char *argument) {
+    static const std::regex flag("--?(dograb|nograb|reverse|widgetcount)");
+    static const std::regex option("--?(display|geometry|icon|name|platform|platformpluginpath|platformtheme|"
+                                   "plugin|qmljsdebugger|qwindowgeometry|qwindowicon|qwindowtitle|session|"
+                                   "style|stylesheet|title|visual)(=[^]*)?");
+    if (std::cmatch match; std::regex_match(argument, match, option)) {
+        return match[2].matched ? 1 : 2; // the value follows "=" or as the next argument
     }
-    argument.remove_prefix(argument.starts_with("--") ? 2 : 1);
-    const size_t equals = argument.find('=');
-    if (contains(qtOptions, argument.substr(0, equals))) {
-        return equals == std::string_view::npos ? 2 : 1;
-    }
-    return contains(qtSwitches, argument) ? 1 : 0;
+    return std::regex_match(argument, flag) ? 1 : 0;
 }
 
 } // namespace
@@ -83,7 +70,7 @@ std::optional<int> parseArguments(int argc, const char *const argv[]) {
             std::printf("kova-alarm %s\n", version);
             return 0;
         }
-        const int count = qtArgumentCount(argument);
+        const int count = qtArgumentCount(argv[i]);
         if (count == 0) {
             std::fprintf(stderr, "kova-alarm: unknown argument '%s'; see kova-alarm --help\n", argv[i]);
             return unknownArgument;

@@ -1,20 +1,21 @@
 #include "CommandLine.h"
 #include "DesktopPlatform.h"
 #include "KovaAlarmApp.h"
-#include "ListFile.h"
-#include "MenuBarHost.h"
 #include "SingleInstance.h"
 #include "TerminationSignals.h"
+#include "bringToFront.h"
 #include "drawing/Palette.h"
-#include "secondStart.h"
 #include "standardStreams.h"
 #include "startAtLogin.h"
 
 #include <QApplication>
+#include <QMessageBox>
 
+#include <cstdlib>
 #include <malloc.h>
 #include <string_view>
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace {
 
@@ -43,6 +44,26 @@ void describeApplication() {
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
+// Shows the warning, or exits if the display is unresponsive too.
+void warnUnresponsive(int argc, char *argv[]) {
+    constexpr unsigned displayTimeout = 10; // seconds
+    qWarning("kova-alarm: already running, but unresponsive");
+    alarm(displayTimeout);
+    const QApplication application(argc, argv);
+    alarm(0);
+    QMessageBox::warning(nullptr, QStringLiteral("KOVA Alarm"),
+                         QStringLiteral("KOVA Alarm はすでに起動していますが、応答がありません。"));
+}
+
+// Asks the running process to show its window, or warns the user. Returns the exit status.
+int wakeRunningInstance(const kova::SingleInstance &instance, int argc, char *argv[]) {
+    if (const QCoreApplication application(argc, argv); instance.activateOwner(kova::activationToken())) {
+        return EXIT_SUCCESS;
+    }
+    warnUnresponsive(argc, argv);
+    return EXIT_FAILURE;
+}
+
 } // namespace
 
 int main(int argc, char *argv[]) {
@@ -55,13 +76,13 @@ int main(int argc, char *argv[]) {
     prepareProcess();
     kova::SingleInstance instance(kova::ListFile::defaultFolder());
     if (!instance.acquire()) {
-        return kova::wakeRunningInstance(instance, argc, argv);
+        return wakeRunningInstance(instance, argc, argv);
     }
     kova::TerminationSignals terminationSignals;
     const QApplication qtApplication(argc, argv);
     describeApplication();
 
-    kova::DesktopPlatform desktop;
+    kova::DesktopPlatform desktop(instance);
     const kova::Platform platform = desktop.ports();
     kova::Platform::install(platform);
 
@@ -70,6 +91,5 @@ int main(int argc, char *argv[]) {
     QObject::connect(&desktop.menuBarHost(), &kova::MenuBarHost::available, &app,
                      &kova::KovaAlarmApp::showMenuBarExtra);
     desktop.show(app.mainWindow(), QPalette(kova::Palette::surface(), kova::Palette::background()));
-    desktop.listenTo(instance);
     return desktop.end(QApplication::exec());
 }

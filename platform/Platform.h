@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 namespace kova {
 
 class Application;
@@ -34,10 +36,18 @@ struct Platform {
 
     /// Sets the ports of the shared services. Call once, from main, before any of them is used. The argument
     /// and its ports must outlive every use of a service.
-    static void install(const Platform &platform);
+    static void install(const Platform &platform) {
+        Q_ASSERT_X(s_installed == nullptr, "Platform", "installed twice");
+        s_installed = &platform;
+    }
 
-    /// Returns the installed ports.
-    static const Platform &installed();
+    static const Platform &installed() {
+        Q_ASSERT_X(s_installed != nullptr, "Platform", "a shared service was used before install()");
+        return *s_installed;
+    }
+
+private:
+    static inline const Platform *s_installed = nullptr;
 };
 
 } // namespace kova

@@ -20,7 +20,7 @@ bool hasRoom(int descriptor) {
 
 } // namespace
 
-void LineWriter::write(const QString &line) {
+void LineWriter::print(const QString &line) {
     QByteArray bytes = plainLine(line).toUtf8() + '\n';
     const std::lock_guard lock(m_mutex);
     if (m_lastLineIncomplete) {

@@ -1,18 +1,17 @@
 #pragma once
 
-#include <QString>
+#include "Log.h"
 
 #include <mutex>
 
 namespace kova {
 
-/// Writes plain lines to an output descriptor. Never blocks; a line that does not fit into the reader's
-/// buffer is dropped. Any thread.
-class LineWriter {
+/// Writes lines to an output descriptor.
+class LineWriter : public Log {
 public:
     explicit LineWriter(int descriptor) : m_descriptor(descriptor) {}
 
-    void write(const QString &line);
+    void print(const QString &line) override;
 
 private:
     qsizetype writeNonBlocking(const QByteArray &bytes) const;

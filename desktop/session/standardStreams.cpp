@@ -16,7 +16,7 @@ namespace {
 
 void message(QtMsgType type, const QMessageLogContext &context, const QString &text) {
     static LineWriter standardError(STDERR_FILENO);
-    standardError.write(qFormatLogMessage(type, context, text));
+    standardError.print(qFormatLogMessage(type, context, text));
 }
 
 bool isOpen(int descriptor) {

@@ -18,17 +18,12 @@ std::optional<LocalTime> DesktopClock::localTime(Instant moment) const {
         return std::nullopt;
     }
     const auto time = static_cast<time_t>(seconds);
+    if (time % 60 == 0) {
+        tzset(); // localtime_r keeps the zone that it read first; not every second, since this accesses files
+    }
     tm local{};
     if (localtime_r(&time, &local) == nullptr) {
         return std::nullopt;
-    }
-    if (local.tm_sec == 0) {
-        // localtime_r keeps the zone that it read first. tzset() accesses files, so it is called only in the
-        // second in which alarms fire.
-        tzset();
-        if (localtime_r(&time, &local) == nullptr) {
-            return std::nullopt;
-        }
     }
     return LocalTime{local.tm_hour, local.tm_min, local.tm_sec, local.tm_wday + 1};
 }

@@ -36,4 +36,15 @@ private:
     std::unique_ptr<QSocketNotifier> m_clockNotifier;
 };
 
+/// The main thread's event loop.
+class EventLoopRunLoop : public RunLoop {
+public:
+    std::unique_ptr<RepeatingTimer> everySecond(QObject *owner, std::function<void()> action) override {
+        return std::make_unique<WallClockTimer>(owner, std::move(action));
+    }
+    void after(std::chrono::milliseconds delay, QObject *owner, std::function<void()> action) override {
+        QTimer::singleShot(delay, Qt::PreciseTimer, owner, std::move(action));
+    }
+};
+
 } // namespace kova
