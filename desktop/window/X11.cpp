@@ -21,10 +21,11 @@ struct Free {
     void operator()(void *memory) const { std::free(memory); }
 };
 
+template <typename Reply> using Owned = std::unique_ptr<Reply, Free>;
+
 xcb_atom_t atom(xcb_connection_t *connection, const char *name) {
     const auto cookie = xcb_intern_atom(connection, false, uint16_t(std::strlen(name)), name);
-    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(
-        xcb_intern_atom_reply(connection, cookie, nullptr));
+    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
     return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
 
@@ -38,7 +39,7 @@ xcb_timestamp_t serverTime(xcb_connection_t *connection, xcb_window_t root) {
                         nullptr);
     xcb_flush(connection);
     xcb_timestamp_t time = XCB_CURRENT_TIME;
-    while (const std::unique_ptr<xcb_generic_event_t, Free> event{xcb_wait_for_event(connection)}) {
+    while (const Owned<xcb_generic_event_t> event{xcb_wait_for_event(connection)}) {
         if ((event->response_type & 0x7f) == XCB_PROPERTY_NOTIFY) {
             time = reinterpret_cast<const xcb_property_notify_event_t *>(event.get())->time;
             break;
@@ -57,7 +58,7 @@ void activateX11Window(WId window) {
         return;
     }
     const auto id = xcb_window_t(window);
-    const std::unique_ptr<xcb_query_tree_reply_t, Free> tree(
+    const Owned<xcb_query_tree_reply_t> tree(
         xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), id), nullptr));
     if (!tree) {
         return;
@@ -101,7 +102,7 @@ bool hasX11Tray() {
     }
     const QByteArray name = "_NET_SYSTEM_TRAY_S" + QByteArray::number(screen);
     const auto cookie = xcb_get_selection_owner(connection.get(), atom(connection.get(), name.constData()));
-    const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> reply(
+    const Owned<xcb_get_selection_owner_reply_t> reply(
         xcb_get_selection_owner_reply(connection.get(), cookie, nullptr));
     return reply && reply->owner != XCB_WINDOW_NONE;
 }

@@ -87,7 +87,7 @@ template <typename T> bool read(JsonReader &json, T &field) {
 
 bool read(JsonReader &json, std::optional<QString> &field) {
     field.reset();
-    return json.next() == u'n' ? json.readNull() : json.read(field.emplace());
+    return json.acceptNull() || json.read(field.emplace());
 }
 
 bool read(JsonReader &json, QUuid &field) {
@@ -172,7 +172,7 @@ Result<QList<AlarmGroup>> decodeGroups(const QByteArray &json) {
     if (reason) {
         return Failure{QStringLiteral("group %1: %2").arg(groups.size()).arg(plainLine(*reason))};
     }
-    if (!isList || reader.next() != u'\0') {
+    if (!isList || !reader.isAtEnd()) {
         return Failure{QStringLiteral("not a list of groups")};
     }
     return groups;

@@ -45,6 +45,12 @@ bool JsonReader::fail(const char *reason) {
     return false;
 }
 
+bool JsonReader::isAtEnd() {
+    next();
+    return m_rest.isEmpty();
+}
+
+// Returns the first character of the next value, or U+0000 at the end of the text.
 char16_t JsonReader::next() {
     const auto isSpace = [](QChar c) { return c == u' ' || c == u'\n' || c == u'\r' || c == u'\t'; };
     while (!m_rest.isEmpty() && isSpace(m_rest.front())) {
@@ -64,10 +70,6 @@ bool JsonReader::acceptWord(const char *word) {
     const bool isNext = m_rest.startsWith(QLatin1StringView(word));
     m_rest = m_rest.sliced(isNext ? qsizetype(qstrlen(word)) : 0);
     return isNext;
-}
-
-bool JsonReader::readNull() {
-    return acceptWord("null") || fail("not null");
 }
 
 bool JsonReader::read(bool &value) {
@@ -129,15 +131,13 @@ bool JsonReader::readNumber(std::string &number) {
     return isNumber(number) || fail("not a number");
 }
 
-bool JsonReader::read(double &value) {
+template <typename T> bool JsonReader::readNumber(T &value) {
     std::string number;
     return readNumber(number) && (convert(number, value) || fail("number out of range"));
 }
 
-bool JsonReader::read(float &value) {
-    std::string number;
-    return readNumber(number) && (convert(number, value) || fail("number out of range"));
-}
+template bool JsonReader::readNumber(double &value);
+template bool JsonReader::readNumber(float &value);
 
 bool JsonReader::read(qint64 &value) {
     std::string number;

@@ -14,15 +14,16 @@ public:
 
     const QString &error() const { return m_error; }
 
-    /// Returns the first character of the next value, or U+0000 at the end of the text.
-    char16_t next();
+    bool isAtEnd();
+
+    /// Reads null if that is the next value.
+    bool acceptNull() { return acceptWord("null"); }
 
     bool read(bool &value);
     bool read(QString &value);
-    bool read(double &value);
-    bool read(float &value);
+    bool read(double &value) { return readNumber(value); }
+    bool read(float &value) { return readNumber(value); }
     bool read(qint64 &value); ///< a whole number, which may be written with a fraction or an exponent
-    bool readNull();
 
     /// Calls readElement() for each element and returns false if one of the calls does.
     template <typename F> bool readArray(F readElement) {
@@ -50,11 +51,13 @@ private:
         return isGood;
     }
 
+    char16_t next();
     bool accept(char16_t token);
     bool expect(char16_t token) { return accept(token) || fail("invalid JSON"); }
     bool acceptWord(const char *word);
     bool readEscape(QString &value);
     bool readNumber(std::string &number);
+    template <typename T> bool readNumber(T &value);
 
     QStringView m_rest;
     QString m_error;
