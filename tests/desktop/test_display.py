@@ -18,7 +18,8 @@ def test_an_alarm_rings_without_its_display(session, fail):
     session.save(group(ttsLastEnabled=True, ttsLastMessage="wake up"))
     program = session.run("06:58:30")
     display = session["display"]
-    wait_until(lambda: any(map(any, display.pixels()[2])))
+    screen = display.watch(0, 0, 1280, 1024)
+    wait_until(lambda: any(map(any, screen())))
     display.wait_until_still(1)
     fail(display)
     session.clock.set("06:59:58.5")

@@ -12,7 +12,6 @@ from session import ASSISTED
 REASON = "KOVA Alarm active — preventing sleep"
 ACTIVITY = "KOVA alarm scheduling must remain active"
 
-
 LOCKS = {
     "logind": {"what": "idle", "mode": "block", "who": "KOVA Alarm"},
     "portal": {"flags": 4},
@@ -67,16 +66,6 @@ def test_a_restarted_service_is_asked_again(session, inhibitor):
 
 def reasons(inhibitor, event, count):
     return {inhibitor.wait_for_call(event)["why"] for _ in range(count)}
-
-
-def test_idle_sleep_is_inhibited_although_every_group_is_off(session):
-    session.start("session-bus", "system-bus", "logind")
-    session.save(group(isEnabled=False))
-    program = session.run()
-    session["logind"].wait_for_call("Inhibit", why=ACTIVITY)
-    program.end()
-    assert not [text for text in program.texts() if text.startswith("[PowerManager]")]
-    assert [call["why"] for call in session["logind"].calls("Inhibit")] == [ACTIVITY]
 
 
 def test_without_a_service_the_inhibition_fails(session):

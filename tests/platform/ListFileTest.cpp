@@ -153,6 +153,8 @@ private Q_SLOTS:
             {[&] { return mkfifo(file.constData(), 0600) == 0; }, QStringLiteral("not a regular file")},
             {[&] { return mkdir(file.constData(), 0700) == 0; }, QStringLiteral("not a regular file")},
             {[&] { return symlink("gone", file.constData()) == 0; }, QStringLiteral("not a regular file")},
+            {[&] { return symlink("/dev/zero", file.constData()) == 0; },
+             QStringLiteral("not a regular file")},
             {[&] {
                  return QFile(path()).open(QIODevice::WriteOnly) &&
                         QFile::resize(path(), AtomicFile::maxSize + 1);

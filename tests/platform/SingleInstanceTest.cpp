@@ -26,10 +26,12 @@ private Q_SLOTS:
     void secondStartActivatesTheFirst_data() {
         QTest::addColumn<bool>("isLockDeleted");
         QTest::addColumn<bool>("isSocketDeleted");
-        QTest::newRow("immediately") << false << false;
-        QTest::newRow("after the lock's file was deleted") << true << false;
-        QTest::newRow("after the socket was deleted") << false << true;
-        QTest::newRow("after both were deleted") << true << true;
+        for (const bool isLockDeleted : {false, true}) {
+            for (const bool isSocketDeleted : {false, true}) {
+                QTest::addRow("lock deleted: %d, socket: %d", isLockDeleted, isSocketDeleted)
+                    << isLockDeleted << isSocketDeleted;
+            }
+        }
     }
 
     void secondStartActivatesTheFirst() {

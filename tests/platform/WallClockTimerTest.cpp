@@ -52,20 +52,12 @@ class WallClockTimerTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void delayEndsJustAfterTheNextSecond_data() {
-        QTest::addColumn<qint64>("nanoseconds");
-        QTest::addColumn<qint64>("delay");
-        QTest::newRow("on the second") << 0LL << 1000LL;
-        QTest::newRow("just after it") << 1LL << 1000LL;
-        QTest::newRow("a whole millisecond after it") << 1'000'000LL << 999LL;
-        QTest::newRow("in the middle") << 500'400'000LL << 500LL;
-        QTest::newRow("just before the next one") << 999'999'999LL << 1LL;
-    }
-
     void delayEndsJustAfterTheNextSecond() {
-        QFETCH(qint64, nanoseconds);
-        QFETCH(qint64, delay);
-        QCOMPARE(qint64{delayToNextSecond({.tv_sec = 1'800'000'000, .tv_nsec = nanoseconds}).count()}, delay);
+        const std::pair<long, milliseconds> rows[] = {
+            {0, 1000ms}, {1, 1000ms}, {1'000'000, 999ms}, {500'400'000, 500ms}, {999'999'999, 1ms}};
+        for (const auto &[nanoseconds, delay] : rows) {
+            QCOMPARE(delayToNextSecond({.tv_sec = 1'800'000'000, .tv_nsec = nanoseconds}), delay);
+        }
     }
 
     void earlyWakeUpIsNoTick() {

@@ -1,6 +1,8 @@
 #include "AlarmGroupJson.h"
 #include "FakeClock.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTest>
 #include <cmath>
 #include <limits>
@@ -81,19 +83,6 @@ private Q_SLOTS:
         QVERIFY(decodeGroups(json).value() == QList{group});
     }
 
-    void absentOptionalTextsAreLeftOut() {
-        const QByteArray both = R"("customSoundPath":"YWJj","customSoundName":"a.mp3",)";
-        for (const QByteArray &absent :
-             {QByteArray(), QByteArray(R"("customSoundPath":null,"customSoundName":null,)")}) {
-            QByteArray document = "[" + goodGroup + "]";
-            document.replace(both, absent);
-            const AlarmGroup group = decodeGroups(document).value().first();
-            QVERIFY(!group.customSoundPath && !group.customSoundName);
-            const QByteArray json = encodeGroups({group});
-            QVERIFY(!json.contains("custom") && !json.contains("null"));
-        }
-    }
-
     void everyNumberReadsBackToTheLastBit() {
         using Limits = std::numeric_limits<qint64>;
         AlarmGroup group;
@@ -108,22 +97,14 @@ private Q_SLOTS:
         }
     }
 
-    void everyTextSurvives_data() {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("quotes") << QStringLiteral("\"\\/'");
-        QTest::newRow("control characters")
-            << QString(QChar(u'\0')) + QStringLiteral("\x01\b\f\n\r\t\x1f\x7f");
-        QTest::newRow("byte order marks") << QStringLiteral("\ufeff\ufeffa\ufeff");
-        QTest::newRow("beyond the basic plane") << QStringLiteral("⏰𠮷\u2028\U0010FFFF");
-    }
     void everyTextSurvives() {
-        QFETCH(QString, text);
-        AlarmGroup group;
-        group.label = text;
-        group.customSoundName = text;
-        const QByteArray json = encodeGroups({group});
-        QCOMPARE(decodeGroups(json).value().first().label, text);
-        QCOMPARE(decodeGroups(json).value().first().customSoundName, text);
+        for (const QString &text :
+             {QStringLiteral("\"\\/'"), QChar(u'\0') + QStringLiteral("\x01\b\f\n\r\t\x1f\x7f"),
+              QStringLiteral("\ufeff\ufeffa\ufeff"), QStringLiteral("⏰𠮷\u2028\U0010FFFF")}) {
+            AlarmGroup group;
+            group.label = text;
+            QCOMPARE(decodeGroups(encodeGroups({group})).value().first().label, text);
+        }
     }
 
     void nonFiniteVolumesCannotBeEncoded() {
@@ -143,12 +124,10 @@ private Q_SLOTS:
         for (const Change &change : replacements) {
             QTest::newRow(change.name) << listWith(change.part, change.replacement) << change.isGood;
         }
-        for (const QByteArray key :
-             {"id", "label", "targetHour", "targetMinute", "alarmCount", "intervalMinutes", "startBefore",
-              "isEnabled", "repeatDays", "soundName", "volume", "ttsEnabled", "ttsMessage", "ttsLastEnabled",
-              "ttsLastMessage", "ttsVolume", "createdAt"}) {
-            QTest::addRow("without %s", key.constData())
-                << listWith("\"" + key + "\":", "\"other\":") << false;
+        const QStringList keys = QJsonDocument::fromJson(goodGroup).object().keys();
+        for (const QString &key : keys) {
+            QTest::addRow("without %s", qPrintable(key))
+                << listWith("\"" + key.toUtf8() + "\":", "\"other\":") << key.startsWith(u"custom");
         }
         QTest::newRow("a mark of the encoding") << QByteArray("\ufeff[" + goodGroup + "]") << true;
         QTest::newRow("one bad element") << QByteArray("[" + goodGroup + ",{}]") << false;
@@ -158,6 +137,7 @@ private Q_SLOTS:
         QTest::newRow("element null") << QByteArray("[null]") << false;
         QTest::newRow("an empty list") << QByteArray("[]") << true;
         QTest::newRow("an object") << QByteArray("{}") << false;
+        QTest::newRow("a NUL after the list") << QByteArray("[]\0", 3) << false;
         QTest::newRow("nothing") << QByteArray() << false;
         QTest::newRow("junk") << QByteArray(100000, '\xa5') << false;
         QTest::newRow("nested 100,000 deep") << QByteArray(100000, '[') << false;

@@ -1,7 +1,4 @@
-#include "PowerManager.h"
-
-#include "FakeLog.h"
-#include "FakePowerAssertions.h"
+#include "FakeServices.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -11,49 +8,48 @@ using namespace kova;
 class PowerManagerTest : public QObject {
     Q_OBJECT
 
+    FakePowerAssertions m_assertions;
+    FakeLog m_log;
+    std::optional<PowerManager> m_manager;
+
 private Q_SLOTS:
+    void init() {
+        m_assertions = {};
+        m_log.take();
+        m_manager.emplace(m_assertions, m_log);
+    }
+
     void holdsOneAssertionAtATime() {
-        FakePowerAssertions assertions;
-        FakeLog log;
-        PowerManager manager(assertions, log);
-        const QSignalSpy changes(&manager, &PowerManager::isPreventingSleepChanged);
-        manager.allowSleep();
-        manager.preventSleep();
-        manager.preventSleep();
-        QCOMPARE(assertions.held.values(),
+        const QSignalSpy changes(&*m_manager, &PowerManager::isPreventingSleepChanged);
+        m_manager->allowSleep();
+        m_manager->preventSleep();
+        m_manager->preventSleep();
+        QCOMPARE(m_assertions.held.values(),
                  QStringList{QStringLiteral("KOVA Alarm active — preventing sleep")});
-        manager.allowSleep();
-        manager.allowSleep();
-        QVERIFY(assertions.held.isEmpty());
-        manager.preventSleep();
-        QCOMPARE(log.lines, (QStringList{QStringLiteral("[PowerManager] Sleep prevention ON (id: 12345)"),
-                                         QStringLiteral("[PowerManager] Sleep prevention OFF"),
-                                         QStringLiteral("[PowerManager] Sleep prevention ON (id: 12346)")}));
+        m_manager->allowSleep();
+        m_manager->allowSleep();
+        QVERIFY(m_assertions.held.isEmpty());
+        m_manager->preventSleep();
         QCOMPARE(changes.count(), 3);
+        m_manager.reset();
+        QVERIFY(m_assertions.held.isEmpty());
+        QCOMPARE(m_log.lines, (QStringList{QStringLiteral("[PowerManager] Sleep prevention ON (id: 12345)"),
+                                           QStringLiteral("[PowerManager] Sleep prevention OFF"),
+                                           QStringLiteral("[PowerManager] Sleep prevention ON (id: 12346)"),
+                                           QStringLiteral("[PowerManager] Sleep prevention OFF")}));
     }
 
     void failureIsLoggedAndRetried() {
-        FakePowerAssertions assertions;
-        FakeLog log;
-        PowerManager manager(assertions, log);
-        assertions.failure = -536870212;
-        manager.preventSleep();
-        QVERIFY(!manager.isPreventingSleep());
-        QCOMPARE(log.take(),
+        m_assertions.failure = -536870212;
+        m_manager->preventSleep();
+        QVERIFY(!m_manager->isPreventingSleep());
+        QCOMPARE(m_log.take(),
                  QStringList{QStringLiteral("[PowerManager] Failed to create assertion: -536870212")});
-        manager.allowSleep();
-        QVERIFY(log.lines.isEmpty());
-        assertions.failure = 0;
-        manager.preventSleep();
-        QVERIFY(manager.isPreventingSleep());
-    }
-
-    void destructorReleasesTheAssertion() {
-        FakePowerAssertions assertions;
-        FakeLog log;
-        { PowerManager(assertions, log).preventSleep(); }
-        QVERIFY(assertions.held.isEmpty());
-        QCOMPARE(log.lines.last(), QStringLiteral("[PowerManager] Sleep prevention OFF"));
+        m_manager->allowSleep();
+        QVERIFY(m_log.lines.isEmpty());
+        m_assertions.failure = 0;
+        m_manager->preventSleep();
+        QVERIFY(m_manager->isPreventingSleep());
     }
 };
 
