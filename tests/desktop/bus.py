@@ -29,13 +29,6 @@ class Bus(Process):
         self.wait_for("unix:…")
 
 
-class Accessibility(Process):
-    """The bus for assistive tools."""
-
-    def __init__(self, env):
-        super().__init__(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"], env)
-
-
 class StandIn(Process):
     """A stand-in for a service of the desktop that records calls (standins.py)."""
 

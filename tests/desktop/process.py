@@ -18,6 +18,15 @@ def _prepare_child():
         signal.signal(number, signal.SIG_DFL)
 
 
+class Line(str):
+    """A line of output and the monotonic time at which it was read."""
+
+    def __new__(cls, text, when):
+        self = super().__new__(cls, text)
+        self.when = when
+        return self
+
+
 class Process:
     def __init__(self, command, env, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, **options):
         self.started = time.monotonic()
@@ -25,7 +34,7 @@ class Process:
             command, env=env, stdin=subprocess.DEVNULL, stdout=stdout, stderr=stderr,
             start_new_session=True, preexec_fn=_prepare_child, **options)
         self.pid = self.popen.pid
-        self.lines = []  # (when, text)
+        self._lines = []
         self._next = 0  # the first line that no wait has skipped
         self._rest = b""
         if self.popen.stdout:
@@ -35,18 +44,18 @@ class Process:
 
     def texts(self):
         self._read(0)
-        return [text for _, text in self.lines]
+        return self._lines[:]
 
     def wait_for(self, wanted, timeout=10):
         """Returns the next line that equals `wanted`, starts with it if it ends with "…", or satisfies it as a
         function. Skips the lines before it, so that waits follow the order of the output."""
         deadline = time.monotonic() + timeout
         while True:
-            while self._next < len(self.lines):
-                line = self.lines[self._next]
+            while self._next < len(self._lines):
+                line = self._lines[self._next]
                 self._next += 1
-                if _matches(line[1], wanted):
-                    return Line(line)
+                if _matches(line, wanted):
+                    return line
             left = deadline - time.monotonic()
             if left <= 0 or not self._read(left):
                 when = f"within {timeout} s" if left <= 0 else "before the end"
@@ -62,7 +71,7 @@ class Process:
         except BlockingIOError:
             return True
         *whole, self._rest = (self._rest + data).split(b"\n")
-        self.lines += [(when, text.decode()) for text in whole]
+        self._lines += [Line(text.decode(), when) for text in whole]
         return bool(data)
 
     def signal(self, number):
@@ -79,15 +88,6 @@ class Process:
 
     def is_running(self):
         return self.popen.poll() is None
-
-
-class Line(str):
-    """A line of output and the monotonic time at which it was read."""
-
-    def __new__(cls, line):
-        self = super().__new__(cls, line[1])
-        self.when = line[0]
-        return self
 
 
 def _matches(text, wanted):
