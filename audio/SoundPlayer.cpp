@@ -43,14 +43,21 @@ SoundPlayer &SoundPlayer::shared() {
 void SoundPlayer::play(const AlarmGroup &group, bool loop, const QString &previewId) {
     m_context.reset();
     m_earlyFailures = 0;
+    const auto playFile = [=, this](const std::optional<QString> &path) {
+        if (path) {
+            playSound({*path, group.volume, loop, previewId});
+        } else {
+            m_log.print(QStringLiteral("[SoundPlayer] Sound not found: ") + group.soundName);
+        }
+    };
     const QString customSoundPath = group.customSoundPath.value_or(QString());
     if (customSoundPath.isEmpty()) {
-        playFile(builtInSoundURL(group.soundName), group, loop, previewId);
+        playFile(builtInSoundURL(group.soundName));
         return;
     }
     const std::optional<QByteArray> bookmark = decodeBase64(customSoundPath);
     if (!bookmark) {
-        playFile(std::nullopt, group, loop, previewId);
+        playFile(std::nullopt);
         return;
     }
     m_context = std::make_unique<QObject>();
@@ -60,17 +67,8 @@ void SoundPlayer::play(const AlarmGroup &group, bool loop, const QString &previe
         if (!path) {
             m_log.print(QStringLiteral("[SoundPlayer] resolve bookmark error: ") + path.error());
         }
-        playFile(path ? std::optional(path.value()) : std::nullopt, group, loop, previewId);
+        playFile(path ? std::optional(path.value()) : std::nullopt);
     });
-}
-
-void SoundPlayer::playFile(const std::optional<QString> &path, const AlarmGroup &group, bool loop,
-                           const QString &previewId) {
-    if (path) {
-        playSound({*path, group.volume, loop, previewId});
-    } else {
-        m_log.print(QStringLiteral("[SoundPlayer] Sound not found: ") + group.soundName);
-    }
 }
 
 void SoundPlayer::playSound(const Sound &sound) {

@@ -56,8 +56,6 @@ private:
         std::chrono::seconds pauses{}; ///< sum of the delays of its retries since its alarm fired
     };
 
-    void playFile(const std::optional<QString> &path, const AlarmGroup &group, bool loop,
-                  const QString &previewId);
     void playSound(const Sound &sound);
     void onError(const Sound &sound, const PlaybackError &error);
     void printError(const Sound &sound, const QString &reason);

@@ -5,9 +5,7 @@
 #include "Platform.h"
 #include "RunLoop.h"
 
-#include <array>
 #include <charconv>
-#include <string_view>
 
 namespace kova {
 
@@ -15,12 +13,12 @@ namespace {
 
 // Returns the shortest decimal that converts back to the same float, always with a fraction or an exponent.
 QString volumeText(float volume) {
-    std::array<char, 32> digits{};
-    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), volume);
-    const std::string_view text(digits.data(), static_cast<size_t>(written.ptr - digits.data()));
-    const bool isWhole = text.find_first_not_of("-0123456789") == std::string_view::npos;
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())) +
-           (isWhole ? QStringLiteral(".0") : QString());
+    char text[32];
+    const auto [end, error] = std::to_chars(std::begin(text), std::end(text), volume);
+    const QByteArray digits(text, end - text);
+    bool isWhole = false;
+    digits.toLongLong(&isWhole);
+    return QString::fromLatin1(isWhole ? digits + ".0" : digits);
 }
 
 } // namespace
@@ -41,10 +39,13 @@ void TTSPlayer::speak(const QString &text, float volume, bool loop) {
     if (text.isEmpty()) {
         return;
     }
-    m_message = text;
-    m_shouldLoop = loop;
-    m_reading += 1;
-    m_synth = m_synthesizers.make([this](bool finished) { didFinishSpeaking(finished); });
+    m_context = std::make_unique<QObject>();
+    m_synth = m_synthesizers.make([=, this](bool finished) {
+        if (finished && loop) {
+            m_runLoop.after(pauseBetweenRepeats, m_context.get(),
+                            [=, this] { m_synth->startSpeaking(text); });
+        }
+    });
     m_synth->setVolume(volume);
     if (loop) { // an alarm
         m_synth->setTimeLimit(longestRinging);
@@ -55,24 +56,10 @@ void TTSPlayer::speak(const QString &text, float volume, bool loop) {
 }
 
 void TTSPlayer::stop() {
-    m_shouldLoop = false;
+    m_context.reset();
     if (m_synth) {
         m_synth->stopSpeaking();
         m_synth.reset();
-    }
-    m_message.clear();
-}
-
-void TTSPlayer::didFinishSpeaking(bool finished) {
-    if (!finished || !m_shouldLoop) {
-        return;
-    }
-    m_runLoop.after(pauseBetweenRepeats, this, [this, reading = m_reading] { repeat(reading); });
-}
-
-void TTSPlayer::repeat(quint64 reading) {
-    if (m_shouldLoop && m_synth && reading == m_reading) {
-        m_synth->startSpeaking(m_message);
     }
 }
 

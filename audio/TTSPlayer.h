@@ -29,17 +29,12 @@ public:
     void stop();
 
 private:
-    void didFinishSpeaking(bool finished);
-    void repeat(quint64 reading);
-
     SpeechSynthesizers &m_synthesizers;
     RunLoop &m_runLoop;
     Log &m_log;
 
     std::unique_ptr<SpeechSynthesizer> m_synth;
-    QString m_message;
-    bool m_shouldLoop = false;
-    quint64 m_reading = 0; ///< incremented by speak(), so that a repeat of an earlier message is recognised
+    std::unique_ptr<QObject> m_context; ///< of a repeat of the current message
 };
 
 } // namespace kova

@@ -1,26 +1,16 @@
 #pragma once
 
 #include <QByteArray>
-#include <QtGlobal>
 #include <optional>
 
 namespace kova {
 
-/// Identifies a file independently of its path.
-struct FileIdentity {
-    quint64 device;
-    quint64 inode;
-    qint64 birth; ///< nanoseconds since 1970; 0 if the file system does not record it
-
-    friend bool operator==(const FileIdentity &, const FileIdentity &) = default;
-};
-
-/// The content of a bookmark.
+/// The content of a bookmark: a path, and what identifies its file independently of it.
 struct BookmarkRecord {
     QByteArray path; ///< absolute, in the encoding of the file system
-    FileIdentity file;
-
-    friend bool operator==(const BookmarkRecord &, const BookmarkRecord &) = default;
+    quint64 device = 0;
+    quint64 inode = 0;
+    qint64 birth = 0; ///< nanoseconds since 1970; 0 if the file system does not record it
 };
 
 QByteArray encodeBookmark(const BookmarkRecord &record);

@@ -19,7 +19,7 @@ namespace kova {
 namespace {
 
 // Returns `nullopt` and sets errno unless a regular file exists at the path.
-std::optional<FileIdentity> fileAt(const QByteArray &path) {
+std::optional<BookmarkRecord> fileAt(const QByteArray &path) {
     struct statx status {};
     if (statx(AT_FDCWD, path.constData(), AT_STATX_SYNC_AS_STAT, STATX_TYPE | STATX_INO | STATX_BTIME,
               &status) != 0) {
@@ -29,37 +29,34 @@ std::optional<FileIdentity> fileAt(const QByteArray &path) {
         errno = S_ISDIR(status.stx_mode) ? EISDIR : EINVAL;
         return std::nullopt;
     }
-    const bool hasBirth = (status.stx_mask & STATX_BTIME) != 0;
     constexpr qint64 nanoseconds = 1'000'000'000;
-    return FileIdentity{
-        .device = makedev(status.stx_dev_major, status.stx_dev_minor),
-        .inode = status.stx_ino,
-        .birth = hasBirth ? status.stx_btime.tv_sec * nanoseconds + status.stx_btime.tv_nsec : 0,
-    };
+    const statx_timestamp &birth = status.stx_btime; // zero if it is not recorded
+    return BookmarkRecord{.path = path,
+                          .device = makedev(status.stx_dev_major, status.stx_dev_minor),
+                          .inode = status.stx_ino,
+                          .birth = birth.tv_sec * nanoseconds + birth.tv_nsec};
 }
 
 // Device numbers may change when the machine is restarted, and inode numbers are reused. The time of birth
 // identifies the file reliably, where it is known.
-bool isSameFile(const FileIdentity &a, const FileIdentity &b) {
-    if (a.inode != b.inode) {
-        return false;
-    }
-    return a.birth != 0 && b.birth != 0 ? a.birth == b.birth : a.device == b.device;
+bool isSameFile(const BookmarkRecord &a, const BookmarkRecord &b) {
+    const bool isBirthKnown = a.birth != 0 && b.birth != 0;
+    return a.inode == b.inode && (isBirthKnown ? a.birth == b.birth : a.device == b.device);
 }
 
-std::optional<QByteArray> findInFolder(const QByteArray &folder, const FileIdentity &file) {
+// Returns the path of the file's new name in its folder, empty if there is none.
+QByteArray findRenamed(const BookmarkRecord &file) {
+    const QByteArray folder = file.path.left(file.path.lastIndexOf('/') + 1);
     const std::unique_ptr<DIR, int (*)(DIR *)> entries(opendir(folder.constData()), &closedir);
     while (const dirent *entry = entries ? readdir(entries.get()) : nullptr) {
-        if (entry->d_ino != file.inode) {
-            continue;
-        }
-        const QByteArray path = folder + entry->d_name;
-        const std::optional<FileIdentity> found = fileAt(path);
-        if (found && isSameFile(*found, file)) {
-            return path;
+        if (entry->d_ino == file.inode) {
+            const auto found = fileAt(folder + entry->d_name);
+            if (found && isSameFile(*found, file)) {
+                return found->path;
+            }
         }
     }
-    return std::nullopt;
+    return {};
 }
 
 QString reason(int error, const QString &path) {
@@ -80,12 +77,8 @@ QString awakened(const QByteArray &path) {
 } // namespace
 
 Result<QByteArray> createBookmark(const QString &path) {
-    const QByteArray absolutePath = QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
-    const std::optional<FileIdentity> file = fileAt(absolutePath);
-    if (!file) {
-        return Failure{reason(errno, path)};
-    }
-    return encodeBookmark({.path = absolutePath, .file = *file});
+    const auto file = fileAt(QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath())));
+    return file ? Result(encodeBookmark(*file)) : Failure{reason(errno, path)};
 }
 
 Result<QString> resolveBookmark(const QByteArray &bookmark) {
@@ -97,11 +90,9 @@ Result<QString> resolveBookmark(const QByteArray &bookmark) {
         return awakened(record->path);
     }
     const int error = errno;
-    const QByteArray folder = record->path.left(record->path.lastIndexOf('/') + 1);
-    if (const std::optional<QByteArray> renamed = findInFolder(folder, record->file)) {
-        return awakened(*renamed);
-    }
-    return Failure{reason(error, QFile::decodeName(record->path))};
+    const QByteArray renamed = findRenamed(*record);
+    return renamed.isEmpty() ? Failure{reason(error, QFile::decodeName(record->path))}
+                             : Result(awakened(renamed));
 }
 
 } // namespace kova

@@ -1,5 +1,7 @@
 #include "PlayerProcess.h"
 
+#include "plainLine.h"
+
 #include <QtDebug>
 #include <cerrno>
 #include <cmath>
@@ -23,15 +25,6 @@ const auto startError = QStringLiteral("The player cannot be started: ");
 // that a backlog that is read late does not exceed it.
 qint64 maxMessages(qint64 age) {
     return 16 + 4 * age / 1000;
-}
-
-// Replaces characters that would break or disguise a line of the log.
-QString printable(const std::string &text) {
-    QString line = QString::fromStdString(text);
-    for (QChar &letter : line) {
-        letter = letter.isPrint() || letter.isSurrogate() ? letter : u' ';
-    }
-    return line;
 }
 
 } // namespace
@@ -114,9 +107,8 @@ void PlayerProcess::releaseProcess(std::chrono::milliseconds gracePeriod) {
         process->deleteLater();
         return;
     }
-    connect(process, &QProcess::finished, process, &QObject::deleteLater);
-    connect(process, &QProcess::errorOccurred, process, [process](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart) {
+    connect(process, &QProcess::stateChanged, process, [process](QProcess::ProcessState state) {
+        if (state == QProcess::NotRunning) {
             process->deleteLater();
         }
     });
@@ -169,7 +161,7 @@ bool PlayerProcess::receiveOne() {
 }
 
 void PlayerProcess::handleEvent(const protocol::Event &event) {
-    const QString reason = printable(event.reason.toString());
+    const QString reason = plainLine(QString::fromStdString(event.reason.toString()));
     switch (event.kind) {
     case Kind::Playing:
     case Kind::Alive:

@@ -48,10 +48,9 @@ SpeechConnection::SpeechConnection(Listener listener, std::chrono::milliseconds 
     m_starter.setStandardInputFile(QProcess::nullDevice());
     m_starter.setStandardOutputFile(QProcess::nullDevice());
     m_starter.setStandardErrorFile(QProcess::nullDevice());
-    connect(&m_starter, &QProcess::finished, this, &SpeechConnection::onServiceStarted);
-    connect(&m_starter, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart) {
-            onServiceStarted();
+    connect(&m_starter, &QProcess::stateChanged, this, [this](QProcess::ProcessState state) {
+        if (state == QProcess::NotRunning && m_isNeeded) {
+            open(); // it has spawned the service, or failed
         }
     });
 
@@ -94,12 +93,6 @@ bool SpeechConnection::startService() {
                     {QStringLiteral("--spawn"), QStringLiteral("--communication-method"),
                      QStringLiteral("unix_socket"), QStringLiteral("--socket-path"), socketPath()});
     return true;
-}
-
-void SpeechConnection::onServiceStarted() {
-    if (m_isNeeded) {
-        open();
-    }
 }
 
 void SpeechConnection::sendHandshake() {

@@ -55,7 +55,6 @@ public:
 
 private:
     void open();
-    void onServiceStarted();
     void sendHandshake();
     void onTimeout();
     void receive();

@@ -33,6 +33,10 @@ class Clock:
         self._file.with_suffix(".new").write_text(f"{self._offset:+.6f}\n")
         self._file.with_suffix(".new").replace(self._file)
 
+    def set_before(self, minute):
+        """Sets the clock to 0.8 s before that minute after 7:00."""
+        self.set("{:02d}:{:02d}:59.2".format(*divmod(7 * 60 + minute - 1, 60)))
+
     def fixed_env(self, time_of_day):
         """Returns the environment for a clock that is not set again, which needs no file."""
         self.set(time_of_day)

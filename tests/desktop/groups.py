@@ -23,3 +23,8 @@ def bookmark(path):
     status = os.stat(path)
     data = b"KOVAbmk1" + struct.pack(">QQq", status.st_dev, status.st_ino, 0) + os.fsencode(path)
     return base64.b64encode(data).decode()
+
+
+def custom(path, **fields):
+    """Returns a group with a sound file of the user's."""
+    return group(**{"customSoundPath": bookmark(path), "customSoundName": path.name} | fields)

@@ -79,6 +79,11 @@ class Session:
         self._others.append(recording._process)
         return recording
 
+    def wait_for_sound(self, timeout=10, skipped=0):
+        """Records until something is heard, after that many seconds."""
+        with self.record() as recording:
+            wait_until(lambda: sound.sounding(recording.samples()[int(skipped * sound.RATE):]), timeout)
+
     # The program
 
     def save(self, *groups):

@@ -1,6 +1,6 @@
 """A private sound server with a null sink, recordings of it, and their analysis."""
 
-import ctypes
+import subprocess
 import time
 from pathlib import Path
 
@@ -20,11 +20,7 @@ class SoundServer(Process):
             ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
              "-L", f"module-null-sink sink_name=kova rate={RATE} channels=2",
              "-L", f"module-native-protocol-unix auth-anonymous=1 socket={socket}"], env)
-        deadline = time.monotonic() + 20
-        while not socket.exists():
-            if time.monotonic() > deadline or not self.is_running():
-                raise AssertionError("the sound server does not start")
-            time.sleep(0.02)
+        self.wait_for_file(socket)
 
 
 class Recording:
@@ -99,41 +95,13 @@ def chirp():
     return 0.5 * numpy.sin(2 * numpy.pi * (300 + 2000 * times) * times)
 
 
-class _Info(ctypes.Structure):
-    _fields_ = [("frames", ctypes.c_int64), ("rate", ctypes.c_int), ("channels", ctypes.c_int),
-                ("format", ctypes.c_int), ("sections", ctypes.c_int), ("seekable", ctypes.c_int)]
-
-
-_FORMATS = {".wav": 0x010002, ".aiff": 0x020002, ".flac": 0x170002, ".ogg": 0x200060, ".mp3": 0x230082}
-
-
-def _transfer(path, mode, info, data=None):
-    """Reads or writes a whole file with libsndfile, a dependency of the sound server."""
-    library = ctypes.CDLL("libsndfile.so.1")
-    library.sf_open.restype = ctypes.c_void_p
-    library.sf_readf_float.restype = library.sf_writef_float.restype = ctypes.c_int64
-    file = ctypes.c_void_p(library.sf_open(str(path).encode(), mode, ctypes.byref(info)))
-    assert file, f"{path} cannot be opened"
-    if data is None:
-        data = numpy.zeros(info.frames * info.channels, dtype=numpy.float32)
-    transfer = library.sf_readf_float if mode == 0x10 else library.sf_writef_float
-    frames = transfer(file, data.ctypes.data_as(ctypes.c_void_p), ctypes.c_int64(len(data) // info.channels))
-    library.sf_close(file)
-    return data, frames
-
-
 def write(path, samples):
     """Writes a sound file in the format of its suffix."""
-    info = _Info(0, RATE, 1, _FORMATS[path.suffix])
-    _transfer(path, 0x20, info, samples.astype(numpy.float32))
+    subprocess.run(["ffmpeg", "-v", "error", "-y", "-f", "f32le", "-ar", str(RATE), "-ac", "1", "-i", "-", path],
+                   input=samples.astype("<f4").tobytes(), check=True)
 
 
 def read(path):
     """Reads a sound file as mono samples at RATE."""
-    info = _Info()
-    data, frames = _transfer(path, 0x10, info)
-    mono = data.reshape(-1, info.channels)[:frames].mean(axis=1)
-    if info.rate != RATE:
-        times = numpy.arange(int(len(mono) * RATE / info.rate)) * info.rate / RATE
-        mono = numpy.interp(times, numpy.arange(len(mono)), mono)
-    return mono
+    raw = subprocess.check_output(["ffmpeg", "-v", "error", "-i", path, "-f", "s16le", "-ac", "1", "-ar", str(RATE), "-"])
+    return numpy.frombuffer(raw, "<i2") / 32768

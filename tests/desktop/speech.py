@@ -1,6 +1,5 @@
 """speech-dispatcher with espeak-ng, private to a session."""
 
-import time
 from pathlib import Path
 
 import numpy
@@ -43,11 +42,7 @@ class SpeechService(Process):
         super().__init__(["speech-dispatcher", "--run-single", "--timeout", "0", "--config-dir", config,
                           "--log-dir", config, "--pid-file", config / "pid",
                           "--communication-method", "unix_socket", "--socket-path", self._socket], env)
-        deadline = time.monotonic() + 20
-        while not self._socket.exists():
-            if time.monotonic() > deadline or not self.is_running():
-                raise AssertionError("the speech service does not start")
-            time.sleep(0.02)
+        self.wait_for_file(self._socket)
 
     def received(self):
         """What the generic module has been given to speak."""

@@ -9,7 +9,7 @@ from pathlib import Path
 import pytest
 
 import sound
-from groups import bookmark, group
+from groups import custom, group
 from session import wait_until
 
 RUN = group("7:00", alarmCount=3, soundName="wakeup_pulse", ttsEnabled=True, ttsMessage="wake up",
@@ -28,14 +28,9 @@ def name(pid):
         return ""  # it has exited
 
 
-def wait_for_sound(session, timeout=10):
-    with session.record() as recording:
-        wait_until(lambda: sound.sounding(recording.samples()), timeout)
-
-
 def rings(session, program):
     program.wait_for("[Scheduler] FIRE…")
-    wait_for_sound(session)
+    session.wait_for_sound()
     wait_until(lambda: len(players(program)) == 1)  # the previous one may still be exiting
     return players(program)[0]
 
@@ -48,15 +43,15 @@ def test_a_failed_player_is_replaced(session, is_custom, how, reason):
     session.start("sound", "speech")
     file = session.folder / "own.wav"
     sound.write(file, sound.chirp())
-    session.save(RUN | ({"customSoundPath": bookmark(file), "customSoundName": "own"} if is_custom else {}))
+    session.save(custom(file, **RUN) if is_custom else RUN)
     program = session.run()
     first = rings(session, program)
     for player in (first, None):
         os.kill(player or players(program)[0], how)
         wait_until(lambda: players(program) not in ([], [player or first]), 10)
-        wait_for_sound(session)
+        session.wait_for_sound()
     assert program.log_lines()[-1] == f"[SoundPlayer] play error: {reason}"
-    session.clock.set("07:00:59.2")
+    session.clock.set_before(1)
     rings(session, program)
     assert len(program.log_lines()) == 2 + 2 * 2 + 1
 
@@ -68,7 +63,7 @@ def test_an_unresponsive_bus_does_not_silence_an_alarm(session, service):
     program = session.run()
     session[service].signal(signal.SIGSTOP)
     program.wait_for("[Scheduler] FIRE…")
-    wait_for_sound(session)
+    session.wait_for_sound()
 
 
 @pytest.mark.parametrize("end", [signal.SIGTERM, signal.SIGKILL, signal.SIGSEGV])

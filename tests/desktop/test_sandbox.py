@@ -5,7 +5,7 @@ import re
 import sys
 
 import sound
-from groups import bookmark, group
+from groups import custom
 from process import Process
 from session import ASSISTED, PROGRAM, ROOT, wait_until
 
@@ -66,8 +66,7 @@ def test_a_run_accesses_nothing_else(session):
     sound.write(own, sound.read(SOUNDS / "wakeup_pulse.mp3")[:sound.RATE])
     session.start_all()
     session.start("display", "accessibility")
-    session.save(group(label="x", customSoundPath=bookmark(own), customSoundName=own.name, ttsLastEnabled=True,
-                       ttsLastMessage="wake up"))
+    session.save(custom(own, label="x", ttsLastEnabled=True, ttsLastMessage="wake up"))
     # Each reading of a clock that can be set opens a file.
     fixed = session.clock.fixed_env("06:59:45") | {"FAKETIME_TIMESTAMP_FILE": None}
     program = session.run("06:59:45", fixed | ASSISTED, watching(log))

@@ -3,7 +3,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -11,8 +10,8 @@ using namespace kova;
 
 namespace {
 
-const BookmarkRecord sample{.path = "/home/u/\xE6\x9C\x9D \xFF.mp3",
-                            .file = {.device = 0xFFFF'FFFF'FFFF'FFFF, .inode = 1, .birth = -5}};
+const BookmarkRecord sample{
+    .path = "/home/u/\xE6\x9C\x9D \xFF.mp3", .device = 0xFFFF'FFFF'FFFF'FFFF, .inode = 1, .birth = -5};
 
 void write(const QString &path, const QByteArray &content = "sound") {
     QFile file(path);
@@ -35,43 +34,25 @@ private Q_SLOTS:
         }
         for (const QByteArray &path :
              {QByteArray("relative.mp3"), QByteArray("/nul\0byte", 9), QByteArray(5000, '/')}) {
-            QVERIFY(!decodeBookmark(encodeBookmark({.path = path, .file = sample.file})));
+            QVERIFY(!decodeBookmark(encodeBookmark({.path = path})));
         }
-        QRandomGenerator random(1);
-        for (int round = 0; round < 20'000; ++round) {
-            QByteArray bytes = whole.left(random.bounded(whole.size() + 1));
-            for (int flips = random.bounded(4); flips > 0 && !bytes.isEmpty(); --flips) {
-                bytes[random.bounded(bytes.size())] = static_cast<char>(random.bounded(256));
-            }
-            if (const auto record = decodeBookmark(bytes)) {
-                QCOMPARE(encodeBookmark(*record), bytes);
-            }
-            QVERIFY(!resolveBookmark(bytes)); // its path does not exist
-        }
+        QCOMPARE(encodeBookmark(decodeBookmark(whole).value()), whole);
+        QVERIFY(!decodeBookmark('k' + whole.mid(1)));
+        QVERIFY(!resolveBookmark(whole.left(9)));
     }
 
-    void renameInTheFolderIsFollowed() {
+    void renamedOrReplacedFileIsResolved() {
         const QByteArray bookmark = bookmarked(QStringLiteral("a.mp3"));
         write(path(QStringLiteral("other.mp3")));
         QVERIFY(QFile::rename(path(QStringLiteral("a.mp3")), path(QStringLiteral("z.mp3"))));
-        const auto found = resolveBookmark(bookmark);
-        QVERIFY(found);
-        QCOMPARE(found.value(), path(QStringLiteral("z.mp3")));
-    }
-
-    void replacedFileIsResolved() {
-        const QByteArray bookmark = bookmarked(QStringLiteral("a.mp3"));
-        write(path(QStringLiteral("new")));
-        QVERIFY(QFile::remove(path(QStringLiteral("a.mp3"))));
-        QVERIFY(QFile::rename(path(QStringLiteral("new")), path(QStringLiteral("a.mp3"))));
-        const auto found = resolveBookmark(bookmark);
-        QVERIFY(found);
-        QCOMPARE(found.value(), path(QStringLiteral("a.mp3")));
+        QCOMPARE(resolveBookmark(bookmark).value(), path(QStringLiteral("z.mp3")));
+        write(path(QStringLiteral("a.mp3")));
+        QCOMPARE(resolveBookmark(bookmark).value(), path(QStringLiteral("a.mp3")));
     }
 
     void fileThatReusesTheInodeIsNotResolved() {
         const QByteArray bookmark = bookmarked(QStringLiteral("a.mp3"));
-        if (decodeBookmark(bookmark)->file.birth == 0) {
+        if (decodeBookmark(bookmark)->birth == 0) {
             QSKIP("The file system does not record the time of birth");
         }
         // The file system reuses the inode soon.

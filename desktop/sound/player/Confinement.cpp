@@ -33,14 +33,9 @@ constexpr std::uint64_t truncate = 1U << 14;
 constexpr std::uint64_t deviceControl = 1U << 15;
 
 std::uint64_t handledRights(long version) {
-    std::uint64_t rights = LANDLOCK_ACCESS_FS_EXECUTE;
-    for (std::uint64_t right = LANDLOCK_ACCESS_FS_WRITE_FILE; right <= LANDLOCK_ACCESS_FS_MAKE_SYM;
-         right <<= 1) {
-        if (right != LANDLOCK_ACCESS_FS_READ_FILE && right != LANDLOCK_ACCESS_FS_READ_DIR) {
-            rights |= right;
-        }
-    }
-    return rights | (version >= 3 ? truncate : 0) | (version >= 5 ? deviceControl : 0);
+    constexpr std::uint64_t firstVersion = 2 * LANDLOCK_ACCESS_FS_MAKE_SYM - 1;
+    constexpr std::uint64_t reading = LANDLOCK_ACCESS_FS_READ_FILE | LANDLOCK_ACCESS_FS_READ_DIR;
+    return (firstVersion & ~reading) | (version >= 3 ? truncate : 0) | (version >= 5 ? deviceControl : 0);
 }
 
 void allow(int rules, const char *path, std::uint64_t rights) {

@@ -34,13 +34,11 @@ std::unique_ptr<FfmpegDecoder> FfmpegDecoder::open(const std::string &path, Deco
 }
 
 int FfmpegDecoder::openFile(const std::string &path) {
-    AVDictionary *options = nullptr;
-    av_dict_set(&options, "format_whitelist", formats, 0);
-    av_dict_set(&options, "codec_whitelist", codecs, 0);
-    av_dict_set(&options, "protocol_whitelist", "file", 0);
-    AVFormatContext *file = nullptr;
-    const int error = avformat_open_input(&file, ("file:" + path).c_str(), nullptr, &options);
-    av_dict_free(&options);
+    AVFormatContext *file = avformat_alloc_context();
+    av_opt_set(file, "format_whitelist", formats, 0);
+    av_opt_set(file, "codec_whitelist", codecs, 0);
+    av_opt_set(file, "protocol_whitelist", "file", 0);
+    const int error = avformat_open_input(&file, ("file:" + path).c_str(), nullptr, nullptr);
     m_file.reset(file);
     return error < 0 ? error : avformat_find_stream_info(file, nullptr);
 }
@@ -58,11 +56,9 @@ int FfmpegDecoder::openStream() {
     const AVStream &stream = *m_file->streams[m_stream];
     m_codec->pkt_timebase = stream.time_base; // needed to skip the encoder's leading silence
     const int error = avcodec_parameters_to_context(m_codec.get(), stream.codecpar);
-    AVDictionary *options = nullptr;
-    av_dict_set(&options, "codec_whitelist", codecs, 0);
-    const int opened = error < 0 ? error : avcodec_open2(m_codec.get(), codec, &options);
+    av_opt_set(m_codec.get(), "codec_whitelist", codecs, 0);
+    const int opened = error < 0 ? error : avcodec_open2(m_codec.get(), codec, nullptr);
     m_channels = std::clamp(m_codec->ch_layout.nb_channels, 1, 2);
-    av_dict_free(&options);
     return opened;
 }
 
@@ -85,9 +81,7 @@ bool FfmpegDecoder::decodeFrame() {
     for (;;) {
         const int error = avcodec_receive_frame(m_codec.get(), m_frame.get());
         if (error == 0) {
-            return fitConverter() && swr_convert(m_converter.get(), nullptr, 0,
-                                                 const_cast<const std::uint8_t **>(m_frame->extended_data),
-                                                 m_frame->nb_samples) >= 0;
+            return convertFrame();
         }
         if (error == AVERROR_EOF || !feedDecoder()) {
             return false;
@@ -109,21 +103,21 @@ bool FfmpegDecoder::feedDecoder() {
 }
 
 // The sample format may change within a file. The samples left in the old converter are then lost.
-bool FfmpegDecoder::fitConverter() {
-    if (m_converter && m_frame->sample_rate == m_frameRate && m_frame->format == m_frameFormat &&
-        av_channel_layout_compare(&m_frame->ch_layout, &m_frameLayout) == 0) {
+bool FfmpegDecoder::convertFrame() {
+    if (m_frame->ch_layout.order == AV_CHANNEL_ORDER_UNSPEC) { // as of WMA; the converter would see a change
+        av_channel_layout_default(&m_frame->ch_layout, m_frame->ch_layout.nb_channels);
+    }
+    if (m_converter && swr_convert_frame(m_converter.get(), nullptr, m_frame.get()) >= 0) {
         return true;
     }
     AVChannelLayout layout{};
     av_channel_layout_default(&layout, m_channels);
     SwrContext *converter = nullptr;
-    m_frameRate = m_frame->sample_rate;
-    m_frameFormat = m_frame->format;
-    av_channel_layout_copy(&m_frameLayout, &m_frame->ch_layout);
     swr_alloc_set_opts2(&converter, &layout, AV_SAMPLE_FMT_FLT, rate(), &m_frame->ch_layout,
-                        static_cast<AVSampleFormat>(m_frameFormat), m_frameRate, 0, nullptr);
+                        static_cast<AVSampleFormat>(m_frame->format), m_frame->sample_rate, 0, nullptr);
     m_converter.reset(converter);
-    return m_converter && swr_init(converter) >= 0;
+    return m_converter && swr_init(converter) >= 0 &&
+           swr_convert_frame(converter, nullptr, m_frame.get()) >= 0;
 }
 
 bool FfmpegDecoder::rewind() {

@@ -5,6 +5,7 @@
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
+#include <libavutil/opt.h>
 #include <libswresample/swresample.h>
 }
 
@@ -13,8 +14,6 @@ namespace kova {
 /// Decodes the best audio stream of a file with FFmpeg, to mono or stereo at 44.1 kHz.
 class FfmpegDecoder : public Decoder {
 public:
-    ~FfmpegDecoder() override { av_channel_layout_uninit(&m_frameLayout); }
-
     /// Returns null and sets `error` if the file cannot be decoded.
     static std::unique_ptr<FfmpegDecoder> open(const std::string &path, DecoderError &error);
 
@@ -37,7 +36,7 @@ private:
     int openStream();
     bool decodeFrame();
     bool feedDecoder();
-    bool fitConverter();
+    bool convertFrame();
 
     Owned<AVFormatContext> m_file;
     Owned<AVCodecContext> m_codec;
@@ -45,9 +44,6 @@ private:
     const Owned<AVFrame> m_frame{av_frame_alloc()};
     const Owned<AVPacket> m_packet{av_packet_alloc()};
     int m_channels = 2;
-    int m_frameRate = 0;
-    int m_frameFormat = 0;
-    AVChannelLayout m_frameLayout{};
     int m_stream = 0;
     bool m_isDecoded = false; ///< all frames are in the converter
 };

@@ -1,5 +1,7 @@
 #include "Playback.h"
 
+#include "ApplicationLink.h"
+
 #include <cmath>
 #include <thread>
 #include <utility>
@@ -17,9 +19,8 @@ constexpr auto drainTime = 500ms; // longer than the sound server's buffer, so t
 
 } // namespace
 
-Playback::Playback(const ApplicationLink &application, const protocol::Request &request)
-    : m_application(application),
-      m_path(request.path.toString()),
+Playback::Playback(const protocol::Request &request)
+    : m_path(request.path.toString()),
       m_loops(request.loops),
       m_volume(request.volume) {}
 
@@ -32,7 +33,7 @@ void Playback::play() {
         waitForEndOrDeviceLoss();
         m_device.reset();
     }
-    m_application.send(Kind::Ended);
+    protocol::send(Kind::Ended);
 }
 
 void Playback::openDevice() {
@@ -55,9 +56,9 @@ bool Playback::openSound() {
     m_isSoundOpened = true;
     m_isSoundOpened.notify_one();
     if (m_sound) {
-        m_application.send(Kind::Playing);
+        protocol::send(Kind::Playing);
     } else {
-        m_application.send(error.isTemporary ? Kind::Failed : Kind::Rejected, error.reason);
+        protocol::send(error.isTemporary ? Kind::Failed : Kind::Rejected, error.reason);
     }
     return m_sound != nullptr;
 }
@@ -94,11 +95,11 @@ void Playback::sendHeartbeats() {
         idleHeartbeats = std::exchange(last, buffers) == buffers ? idleHeartbeats + 1 : 0;
         const std::lock_guard lock(m_deviceErrorMutex);
         if (!m_deviceError.empty()) {
-            m_application.send(Kind::Waiting, m_deviceError);
+            protocol::send(Kind::Waiting, m_deviceError);
         } else if (idleHeartbeats > maxIdleHeartbeats) {
-            m_application.send(Kind::Waiting, "the sound server does not respond");
+            protocol::send(Kind::Waiting, "the sound server does not respond");
         } else {
-            m_application.send(Kind::Alive);
+            protocol::send(Kind::Alive);
         }
     }
 }

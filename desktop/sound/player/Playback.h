@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ApplicationLink.h"
+#include "PlayerProtocol.h"
 #include "Sound.h"
 #include "SoundDevice.h"
 
@@ -13,7 +13,7 @@ namespace kova {
 /// indefinitely; the process exits without joining them.
 class Playback {
 public:
-    Playback(const ApplicationLink &application, const protocol::Request &request);
+    explicit Playback(const protocol::Request &request);
 
     /// Plays to the end and reports the result. Reopens a lost sound device.
     void play();
@@ -31,7 +31,6 @@ private:
     void fill(std::span<float> samples);
     void setDeviceError(const std::string &reason);
 
-    const ApplicationLink &m_application;
     const std::string m_path;
     const int m_loops;
     std::atomic<float> m_volume;

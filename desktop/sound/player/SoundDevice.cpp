@@ -15,7 +15,6 @@ constexpr Uint16 framesPerBuffer = 1024;
 void describeStream() {
     SDL_SetMainReady();
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    SDL_SetHint(SDL_HINT_APP_NAME, "KOVA Alarm");
     SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "KOVA Alarm");
     SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_NAME, "KOVA Alarm");
     SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_ROLE, "alarm");

@@ -2,6 +2,7 @@
 // PlayerProtocol.h. Files of unknown origin are decoded here, so that one that crashes or hangs its decoder
 // costs only its sound.
 
+#include "ApplicationLink.h"
 #include "Confinement.h"
 #include "Playback.h"
 
@@ -15,17 +16,10 @@ namespace {
 using namespace kova;
 using Kind = protocol::Request::Kind;
 
-// Applies volume changes until another request, an invalid packet, the end of the application or the
-// deadline.
-void processRequests(const ApplicationLink &application, Playback &playback,
-                     ApplicationLink::Deadline deadline) {
-    for (;;) {
-        const auto request = application.receive(deadline);
-        if (!request || request->kind != Kind::SetVolume) {
-            return;
-        }
-        playback.setVolume(request->volume);
-    }
+// Ends the process without joining its other threads, which the sound server or the decoder may block.
+void exitEarly() {
+    protocol::send(protocol::Event::Kind::Ended);
+    _exit(0);
 }
 
 } // namespace
@@ -35,20 +29,23 @@ int main() {
     std::signal(SIGXFSZ, SIG_IGN);         // a write beyond the limit then fails instead
     prctl(PR_SET_NAME, "kova-alarm-play"); // instead of the number of the descriptor it was started from
     confine();
-    const ApplicationLink application;
-    const auto request = application.receive();
+    auto request = protocol::receive();
     if (!request || request->kind != Kind::Play) {
         return 1;
     }
-    Playback playback(application, *request);
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(request->maxDuration);
+    const std::chrono::milliseconds maxDuration(request->maxDuration);
+    std::thread([maxDuration] {
+        std::this_thread::sleep_for(maxDuration);
+        exitEarly();
+    }).detach();
+    Playback playback(*request);
     std::thread([&playback] { playback.sendHeartbeats(); }).detach();
     std::thread([&playback] {
         playback.play();
         _exit(0);
     }).detach();
-    processRequests(application, playback, deadline);
-    application.send(protocol::Event::Kind::Ended);
-    // Without joining the other threads, which the sound server or the decoder may block.
-    _exit(0);
+    while ((request = protocol::receive()) && request->kind == Kind::SetVolume) {
+        playback.setVolume(request->volume);
+    }
+    exitEarly(); // after a stop, or the end of the application
 }

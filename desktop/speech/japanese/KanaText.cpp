@@ -2,7 +2,9 @@
 
 #include "JapaneseNumbers.h"
 
+#include <QHash>
 #include <QList>
+#include <QRegularExpression>
 #include <QStringList>
 #include <algorithm>
 
@@ -48,20 +50,15 @@ struct Counter {
 
 // The counter after a number, if `word` is one. The dictionary has most of them.
 Counter counterOf(const Word &word, const Word &next) {
-    if (word.text == QStringView(u"月")) {
-        return {.text = word.text, .reading = QStringLiteral("ガツ")};
-    }
-    if (word.text == QStringView(u"つ")) {
-        return {.text = word.text, .reading = QStringLiteral("ツ")};
-    }
-    if (word.text == QStringView(u"%")) {
-        return {.text = QStringLiteral("パーセント"), .reading = QStringLiteral("パーセント")};
-    }
-    if (word.text == QStringView(u"分の") && !next.isNumber()) { // the dictionary takes all for fractions
-        return {.text = word.text, .reading = QStringLiteral("フンノ")};
-    }
-    return word.isA(u"名詞,接尾,助数詞") && !word.reading.isEmpty() ? Counter{word.text, word.reading}
-                                                                    : Counter();
+    static const QHash<QString, Counter> special{
+        {QStringLiteral("月"), {QStringLiteral("月"), QStringLiteral("ガツ")}},
+        {QStringLiteral("つ"), {QStringLiteral("つ"), QStringLiteral("ツ")}},
+        {QStringLiteral("%"), {QStringLiteral("パーセント"), QStringLiteral("パーセント")}},
+        {QStringLiteral("分の"), {QStringLiteral("分の"), QStringLiteral("フンノ")}}};
+    const bool isFraction = word.text == QStringView(u"分の") && next.isNumber();
+    const bool isCounter = word.isA(u"名詞,接尾,助数詞") && !word.reading.isEmpty();
+    const Counter regular = isCounter ? Counter{word.text, word.reading} : Counter();
+    return isFraction ? regular : special.value(word.text, regular);
 }
 
 // Converts the words of a line to kana.
@@ -89,9 +86,8 @@ private:
     bool hasAttached() const { return m_at < m_words.size() && !ahead().isApart; }
 
     void addWord(const Word &word) {
-        static const QStringList whens{QStringLiteral("後"), QStringLiteral("前"), QStringLiteral("以内"),
-                                       QStringLiteral("おき"), QStringLiteral("ごと")};
-        if (word.text == QStringView(u"十分") && whens.contains(ahead().text)) { // the minutes, not "enough"
+        static const QRegularExpression when(QStringLiteral("^(後|前|以内|おき|ごと)$"));
+        if (word.text == QStringView(u"十分") && when.match(ahead().text).hasMatch()) { // not "enough"
             add(QStringLiteral("ジュップン"), beginsPhrase(word));
         } else if (word.isA(u"記号") && word.reading.isEmpty() && !word.kind.contains(QChar(u'点'))) {
             separate(); // a voice would read its name
@@ -133,22 +129,16 @@ private:
 
     // Whether 日 is a date and not a duration: after a month, or before a weekday.
     bool isDayOfMonth() const {
-        static const QStringList months{QStringLiteral("ガツ"), QStringLiteral("ゲツ"),
-                                        QStringLiteral("ツキ")};
+        const auto months = {QStringView(u"ガツ"), QStringView(u"ゲツ"), QStringView(u"ツキ")};
         return ahead().text.endsWith(QStringView(u"曜日")) ||
                std::any_of(months.begin(), months.end(),
-                           [this](const QString &month) { return m_kana.endsWith(month); });
+                           [this](QStringView month) { return m_kana.endsWith(month); });
     }
 
     bool beginsPhrase(const Word &word) const {
-        static const QStringList attached{QStringLiteral("助"),           QStringLiteral("名詞,接尾"),
-                                          QStringLiteral("名詞,非自立"),  QStringLiteral("動詞,接尾"),
-                                          QStringLiteral("動詞,非自立"),  QStringLiteral("形容詞,接尾"),
-                                          QStringLiteral("形容詞,非自立")};
-        const bool isAttached = m_isAfterPrefix || !word.text.front().isLetterOrNumber() ||
-                                std::any_of(attached.begin(), attached.end(),
-                                            [&word](const QString &kind) { return word.isA(kind); });
-        return word.isApart || !isAttached;
+        static const QRegularExpression attached(QStringLiteral("^(助|(名詞|動詞|形容詞),(接尾|非自立))"));
+        return word.isApart || !(m_isAfterPrefix || !word.text.front().isLetterOrNumber() ||
+                                 attached.match(word.kind).hasMatch());
     }
 
     void separate() {
