@@ -29,7 +29,6 @@ public:
         RepeatDaysText,
         SequenceText, ///< empty if the group has none
         IsEnabled,
-        LastRole = IsEnabled,
     };
 
     /// Loads the saved list and starts the scheduler. The ports and services must outlive the store.

@@ -1,34 +1,18 @@
 #pragma once
 
-#include "FakeFileChooser.h"
-#include "HomeFixture.h"
+#include "Fixture.h"
 #include "MainWindow.h"
-#include "editor/AlarmEditor.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QTest>
+#include <QWheelEvent>
+#include <functional>
 
 namespace kova {
 
-inline QList<QQuickItem *> itemsBelow(QQuickItem *root, const QString &name) {
-    QList<QQuickItem *> found;
-    for (QQuickItem *child : root->childItems()) {
-        if (child->objectName() == name && child->isVisible()) {
-            found << child;
-        }
-        found << itemsBelow(child, name);
-    }
-    std::sort(found.begin(), found.end(),
-              [](QQuickItem *a, QQuickItem *b) { return a->mapToScene({}).y() < b->mapToScene({}).y(); });
-    return found;
-}
-
-/// The window on fake ports, operated by mouse and key events.
-struct Window : HomeFixture {
-    FakeFileChooser fileChooser;
-    AlarmEditor editor{
-        {store, services.soundPlayer, services.ttsPlayer, fileChooser, services.bookmarks, services.log}};
+/// The window on fake ports, with functions that find its items and send user input.
+struct Window : Fixture {
     QQmlEngine engine;
     MainWindow window{engine,
                       {{QStringLiteral("home"), QVariant::fromValue(&home)},
@@ -48,45 +32,95 @@ struct Window : HomeFixture {
         window.grabWindow();
     }
 
-    QList<QQuickItem *> all(const char *name) {
-        return itemsBelow(window.contentItem(), QString::fromLatin1(name));
+    using Test = std::function<bool(const QQuickItem &)>;
+
+    /// Tests for a QML type, such as "Stepper", or an object name.
+    static Test isA(const QByteArray &type) {
+        return [type](const QQuickItem &item) {
+            return QByteArray(item.metaObject()->className()).startsWith(type + "_QML") ||
+                   item.objectName() == QString::fromLatin1(type);
+        };
     }
-    /// Returns the n-th visible item of that name from the top.
-    QQuickItem *item(const char *name, int n = 0) { return all(name).value(n); }
-    bool shows(const char *name) { return item(name) != nullptr; }
-    /// Returns the time and the position of the n-th card below the header.
-    QString visibleCard(int n = 0) {
-        QStringList times;
-        for (const QQuickItem *time : all("cardTime")) {
-            if (rect(time).top() >= 48) {
-                times << QStringLiteral("%1 at %2")
-                             .arg(time->property("text").toString())
-                             .arg(rect(time).top());
+    static Test inherits(const char *type) {
+        return [type](const QQuickItem &item) { return item.inherits(type); };
+    }
+    static Test has(const char *property, const QVariant &value) {
+        return [property, value](const QQuickItem &item) { return item.property(property) == value; };
+    }
+
+    /// Returns the visible descendants that pass a test, in painting order.
+    static QList<QQuickItem *> all(const QQuickItem *below, const Test &test) {
+        QList<QQuickItem *> found;
+        for (QQuickItem *child : below->childItems()) {
+            if (child->isVisible()) {
+                if (test(*child)) {
+                    found.append(child);
+                }
+                found.append(all(child, test));
             }
         }
-        return times.value(n);
+        return found;
     }
-    QString text(const char *name, int n = 0) {
-        return shows(name) ? item(name, n)->property("text").toString() : QString();
+    QList<QQuickItem *> all(const Test &test) { return all(window.contentItem(), test); }
+    /// Returns the visible items of a type or name, from the top.
+    QList<QQuickItem *> all(const QByteArray &type) {
+        QList<QQuickItem *> found = all(isA(type));
+        std::stable_sort(found.begin(), found.end(), [](const QQuickItem *a, const QQuickItem *b) {
+            return a->mapToScene({}).y() < b->mapToScene({}).y();
+        });
+        return found;
     }
-    QRectF frame(const char *name, int n = 0) { return rect(item(name, n)); }
+    QQuickItem *item(const QByteArray &type, int n = 0) { return all(type).value(n); }
+    bool shows(const QByteArray &type) { return item(type) != nullptr; }
+    QString text(const QByteArray &type, int n = 0) {
+        return shows(type) ? item(type, n)->property("text").toString() : QString();
+    }
+    QQuickItem *withText(const QString &text) { return all(has("text", text)).value(0); }
+
+    /// Returns an item's rectangle in the window's coordinates.
     static QRectF rect(const QQuickItem *item) {
         return item ? item->mapRectToScene(QRectF({}, item->size())) : QRectF();
     }
+    QRectF frame(const QByteArray &type, int n = 0) { return rect(item(type, n)); }
+    /// Returns the time and the position of the first card below the header.
+    QString visibleCard() {
+        for (const QQuickItem *time : all("cardTime")) {
+            if (rect(time).top() >= 48) {
+                return time->property("text").toString() + QString::number(rect(time).top());
+            }
+        }
+        return {};
+    }
+
     void click(QPointF place, Qt::MouseButton button = Qt::LeftButton) {
         QTest::mouseClick(&window, button, {}, place.toPoint());
     }
-    void click(const char *name, int n = 0) { click(frame(name, n).center()); }
-    void key(Qt::Key key) { QTest::keyClick(&window, key); }
-    void focusFirstCard(bool inEditMode) {
-        if (inEditMode) {
-            click("editButton");
-        }
-        item(inEditMode ? "selectionMark" : "cardSurface")->forceActiveFocus();
+    /// Clicks at a place given as fractions of the item's size.
+    void click(const QQuickItem *item, QPointF place = {0.5, 0.5}) {
+        QVERIFY(item);
+        click(item->mapToScene({item->width() * place.x(), item->height() * place.y()}));
     }
+    void click(const char *type, int n = 0) { click(item(type, n)); }
+    void wheel(QPointF place, QPoint angle, Qt::KeyboardModifiers modifiers = {}) {
+        QWheelEvent event(place, window.mapToGlobal(place), {}, angle, Qt::NoButton, modifiers,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&window, &event);
+    }
+    void key(int key) { QTest::keyClick(&window, static_cast<Qt::Key>(key)); }
+    void type(const QString &text) {
+        for (const QChar character : text) {
+            QTest::sendKeyEvent(QTest::Click, &window, Qt::Key_unknown, QString(character), Qt::NoModifier);
+        }
+    }
+
     void activate() {
         window.requestActivate(); // needed without a window manager
         QVERIFY(QTest::qWaitForWindowActive(&window));
+    }
+    /// Opens the editor on a group.
+    void edit(const AlarmGroup &group) {
+        store.startEditing(group);
+        QTRY_VERIFY(shows("editorPanel") && !shows("doubleClickGuard"));
     }
 };
 

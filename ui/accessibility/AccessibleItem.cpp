@@ -1,7 +1,6 @@
 #include "AccessibleItem.h"
 
 #include "AccessibleChanges.h"
-#include "controls/press.h"
 #include "popups/popupsInFrontOf.h"
 #include "window/ViewWindow.h"
 
@@ -208,7 +207,7 @@ void *AccessibleItem::interface_cast(QAccessible::InterfaceType type) {
 
 QStringList AccessibleItem::actionNames() const {
     QStringList names;
-    if (isPressable(m_item)) {
+    if (ViewWindow::isPressable(m_item)) {
         names << pressAction();
     }
     if (state().checkable) {
@@ -232,7 +231,7 @@ void AccessibleItem::doAction(const QString &name) {
     } else {
         // Queued, since the tool waits for the reply and the press may open a modal dialog.
         QMetaObject::invokeMethod(
-            &m_item, [item = &m_item] { press(*item); }, Qt::QueuedConnection);
+            &m_item, [item = &m_item] { ViewWindow::press(*item); }, Qt::QueuedConnection);
     }
 }
 

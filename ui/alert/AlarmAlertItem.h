@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AlarmScheduler.h"
+#include "AlarmTimes.h"
 #include "elided.h"
 
 #include <QObject>
@@ -21,15 +22,16 @@ public:
     explicit AlarmAlertItem(FiringAlarm alarm) : m_alarm(std::move(alarm)) {}
 
     /// Items with the same id are the same presentation.
-    QString id() const;
+    QString id() const { return alarmKey(m_alarm.group, m_alarm.index); }
 
     /// The planned time of the alarm, not the moment of firing.
-    QString alertTimeText() const;
+    QString alertTimeText() const { return timeText(alarmTime(m_alarm.group, m_alarm.index)); }
 
     QString label() const { return elided(m_alarm.group.label); }
 
-    /// "アラーム 2 / 3".
-    QString positionText() const;
+    QString positionText() const {
+        return QStringLiteral("アラーム %1 / %2").arg(m_alarm.index + 1).arg(m_alarm.group.alarmCount);
+    }
 
 private:
     FiringAlarm m_alarm{};

@@ -1,56 +1,52 @@
 import QtQuick 2.15
 import Kova
 
-// A ringing alarm.
-FocusScope {
-    id: alertView
+// The ringing alarm in front of everything else in the window. Only its buttons end it: a click beside it or Escape may
+// be meant for something else and must not silence an alarm.
+Panel {
+    id: sheet
 
-    required property string label
-    required property string positionText
-    required property string timeText
+    required property alarmAlertItem alarm
+    required property HomeScreen home
 
-    signal dismiss
-    signal snooze
+    color: Palette.background
+    radius: 16
 
-    Accessible.description: label === "" ? positionText : label + " " + positionText
-    Accessible.name: timeText
-    Accessible.role: Accessible.AlertMessage
-    implicitHeight: Math.max(400, 20 + texts.height + 40 + buttons.height + 24)
-    implicitWidth: 350
+    // qmllint disable deferred-property-id
+    contentItem: FocusScope {
+        id: alertView
 
-    Keys.onPressed: quiet.restart()
+        // qmllint enable deferred-property-id
+        Accessible.description: sheet.alarm.label === "" ? sheet.alarm.positionText : sheet.alarm.label + " " + sheet.alarm.positionText
+        Accessible.name: sheet.alarm.timeText
+        Accessible.role: Accessible.AlertMessage
+        focus: true
+        implicitHeight: Math.max(400, 20 + texts.height + 40 + buttons.height + 24)
+        implicitWidth: 350
 
-    // Keys typed for something else must not end the alarm, so the stop button gets the focus only after a second
-    // without keys.
-    Timer {
-        id: quiet
+        Keys.onPressed: quiet.restart()
 
-        interval: 1000
-        running: true
+        // Keys typed for something else must not end the alarm, so the stop button gets the focus only after a second
+        // without keys.
+        Timer {
+            id: quiet
 
-        onTriggered: if (alertView.activeFocus && !snoozeButton.activeFocus)
-            stopButton.forceActiveFocus(Qt.OtherFocusReason)
-    }
+            interval: 1000
+            running: true
 
-    Item {
-        anchors.bottom: buttons.top
-        anchors.bottomMargin: 20
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.top: parent.top
+            onTriggered: if (alertView.activeFocus && !snoozeButton.activeFocus)
+                stopButton.forceActiveFocus(Qt.OtherFocusReason)
+        }
 
         Column {
             id: texts
 
-            anchors.left: parent.left
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
             objectName: "alertTexts"
             spacing: 20
+            width: parent.width
+            y: Math.round((buttons.y - 20 - height) / 2)
 
             Symbol {
-                id: bell
-
                 anchors.horizontalCenter: parent.horizontalCenter
                 color: Palette.accent
                 name: "bell.fill"
@@ -83,8 +79,7 @@ FocusScope {
                 font.family: Fonts.rounded
                 font.pixelSize: 56
                 objectName: "alertTime"
-                text: alertView.timeText
-                textFormat: Text.PlainText
+                text: sheet.alarm.timeText
             }
             Text {
                 anchors.horizontalCenter: parent.horizontalCenter
@@ -94,7 +89,7 @@ FocusScope {
                 horizontalAlignment: Text.AlignHCenter
                 maximumLineCount: 3
                 objectName: "alertLabel"
-                text: alertView.label
+                text: sheet.alarm.label
                 textFormat: Text.PlainText
                 visible: text !== ""
                 width: Math.min(implicitWidth, alertView.width - 48)
@@ -104,54 +99,49 @@ FocusScope {
                 anchors.horizontalCenter: parent.horizontalCenter
                 color: Palette.textSecondary
                 font.pixelSize: 13
-                objectName: "alertPosition"
-                text: alertView.positionText
-                textFormat: Text.PlainText
+                text: sheet.alarm.positionText
             }
         }
-    }
-    Row {
-        id: buttons
+        Row {
+            id: buttons
 
-        anchors.bottom: parent.bottom
-        anchors.bottomMargin: 24
-        anchors.left: parent.left
-        anchors.leftMargin: 24
-        anchors.right: parent.right
-        anchors.rightMargin: 24
-        spacing: 16
+            spacing: 16
+            width: parent.width - 48
+            x: 24
+            y: parent.height - height - 24
 
-        FilledButton {
-            id: snoozeButton
+            PlainButton {
+                id: snoozeButton
 
-            bottomPadding: 12
-            color: Palette.textPrimary
-            cornerRadius: 10
-            fill: Palette.surface
-            font.pixelSize: 15
-            font.weight: Font.Medium
-            objectName: "snoozeButton"
-            text: "スヌーズ"
-            topPadding: 12
-            width: (parent.width - parent.spacing) / 2
+                bottomPadding: 12
+                color: Palette.textPrimary
+                cornerRadius: 10
+                fill: Palette.surface
+                font.pixelSize: 15
+                font.weight: Font.Medium
+                objectName: "snoozeButton"
+                text: "スヌーズ"
+                topPadding: 12
+                width: (parent.width - parent.spacing) / 2
 
-            onClicked: alertView.snooze()
-        }
-        FilledButton {
-            id: stopButton
+                onClicked: sheet.home.endRinging()
+            }
+            PlainButton {
+                id: stopButton
 
-            bottomPadding: 12
-            color: Palette.textOnAccent
-            cornerRadius: 10
-            fill: Palette.accent
-            font.pixelSize: 15
-            font.weight: Font.DemiBold
-            objectName: "stopButton"
-            text: "停止"
-            topPadding: 12
-            width: (parent.width - parent.spacing) / 2
+                bottomPadding: 12
+                color: Palette.textOnAccent
+                cornerRadius: 10
+                fill: Palette.accent
+                font.pixelSize: 15
+                font.weight: Font.DemiBold
+                objectName: "stopButton"
+                text: "停止"
+                topPadding: 12
+                width: (parent.width - parent.spacing) / 2
 
-            onClicked: alertView.dismiss()
+                onClicked: sheet.home.endRinging()
+            }
         }
     }
 }

@@ -10,7 +10,6 @@ T.CheckBox {
     font.pixelSize: 13
     implicitHeight: Math.ceil(Math.max(implicitContentHeight, 16))
     implicitWidth: Math.ceil(implicitContentWidth)
-    opacity: enabled ? 1 : Palette.disabled
 
     contentItem: Text {
         color: Palette.textPrimary

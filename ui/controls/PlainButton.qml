@@ -2,17 +2,15 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// A button without a bezel that shows its text or another content item.
+// A button that shows its text or another content item, without a bezel or on a filled shape.
 T.Button {
     id: button
 
     property color color: Palette.accent
 
-    // Of the focus ring and the hover mark.
+    // Of the shape and the focus ring.
     property real cornerRadius: 6
-
-    // Shows a faint surface under the pointer.
-    property bool marksHover: false
+    property color fill: "transparent"
     property string toolTip
 
     Accessible.name: text !== "" ? text : toolTip
@@ -21,7 +19,7 @@ T.Button {
     opacity: !enabled ? Palette.disabled : down ? Palette.pressed : 1
 
     background: ContinuousRectangle {
-        color: button.marksHover && button.hovered ? Qt.alpha(Palette.textPrimary, 0.08) : "transparent"
+        color: button.fill
         radius: button.cornerRadius
     }
     contentItem: Text {

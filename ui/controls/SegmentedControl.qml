@@ -1,19 +1,24 @@
 import QtQuick 2.15
+import QtQuick.Templates as T
 import Kova
 
-// Shows two texts, of which one is chosen. Emits `activated` for choices by the user.
+// Shows texts, of which one is chosen. The Tab key stops at the chosen one only; the arrow keys move from there. Emits
+// `activated` for choices by the user.
 Item {
     id: control
 
     required property int currentIndex
-    required property string first
-    required property string second
+    readonly property real segmentWidth: width / texts.length
+    required property var texts
 
     signal activated(int index)
 
-    function move(index) {
-        (index === 0 ? firstSegment : secondSegment).forceActiveFocus();
-        activated(index);
+    function move(index: int) {
+        const segment = segments.itemAt(index);
+        if (segment) {
+            segment.forceActiveFocus();
+            activated(index);
+        }
     }
 
     Accessible.role: Accessible.Grouping
@@ -29,8 +34,8 @@ Item {
         color: Qt.alpha(Palette.textPrimary, 0.28)
         height: parent.height - 4
         radius: 5
-        width: parent.width / 2 - 4
-        x: 2 + control.currentIndex * parent.width / 2
+        width: control.segmentWidth - 4
+        x: 2 + control.currentIndex * control.segmentWidth
         y: 2
 
         Behavior on x  {
@@ -40,25 +45,45 @@ Item {
             }
         }
     }
-    Segment {
-        id: firstSegment
+    Repeater {
+        id: segments
 
-        isChosen: control.currentIndex === 0
-        text: control.first
-        width: parent.width / 2
+        model: control.texts
 
-        Keys.onRightPressed: control.move(1)
-        onClicked: control.activated(0)
-    }
-    Segment {
-        id: secondSegment
+        // qmllint disable unqualified
+        delegate: T.RadioButton {
+            id: segment
 
-        isChosen: control.currentIndex === 1
-        text: control.second
-        width: parent.width / 2
-        x: parent.width / 2
+            required property int index
+            required property string modelData
 
-        Keys.onLeftPressed: control.move(0)
-        onClicked: control.activated(1)
+            Accessible.name: modelData
+            activeFocusOnTab: checked
+            checked: index === control.currentIndex
+            font.pixelSize: 12
+            height: control.height
+            objectName: "segment"
+            opacity: down ? Palette.pressed : 1
+            width: control.segmentWidth
+            x: index * width
+
+            contentItem: Text {
+                color: segment.checked ? Palette.textPrimary : Palette.textSecondary
+                font: segment.font
+                horizontalAlignment: Text.AlignHCenter
+                text: segment.modelData
+                verticalAlignment: Text.AlignVCenter
+            }
+
+            Keys.onLeftPressed: control.move(index - 1)
+            Keys.onRightPressed: control.move(index + 1)
+            onClicked: control.activated(index)
+
+            FocusRing {
+                cornerRadius: 6
+                target: segment
+            }
+        }
+        // qmllint enable unqualified
     }
 }

@@ -13,7 +13,6 @@ T.Slider {
 
     implicitHeight: 20
     implicitWidth: 100
-    opacity: enabled ? 1 : Palette.disabled
     snapMode: T.Slider.SnapAlways
 
     background: ContinuousRectangle {

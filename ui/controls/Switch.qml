@@ -12,7 +12,6 @@ T.Switch {
     indicator: ContinuousRectangle {
         color: control.checked ? Palette.accent : Qt.alpha(Palette.textSecondary, 0.4)
         height: control.height
-        opacity: control.enabled ? 1 : Palette.disabled
         radius: height / 2
         width: control.width
 

@@ -49,11 +49,6 @@ T.TextField {
     }
 
     Keys.onMenuPressed: askMenu(cursorRectangle.x, cursorRectangle.y + cursorRectangle.height)
-    Keys.onPressed: event => {
-        event.accepted = event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier;
-        if (event.accepted)
-            askMenu(cursorRectangle.x, cursorRectangle.y + cursorRectangle.height);
-    }
     // Qt's ibus plugin keeps a cancelled composition until it is reset, and would commit it with the next change of focus.
     onPreeditTextChanged: {
         if (preeditText !== "")

@@ -2,24 +2,17 @@
 
 #include <QFontDatabase>
 #include <QGuiApplication>
-#include <array>
 
 namespace kova {
 
 namespace {
 
 QString firstRoundedFamily() {
-    static constexpr std::array<QLatin1StringView, 9> families{
-        QLatin1StringView("Nunito"),    QLatin1StringView("M PLUS Rounded 1c"),
-        QLatin1StringView("Quicksand"), QLatin1StringView("Varela Round"),
-        QLatin1StringView("Comfortaa"), QLatin1StringView("Rounded Mplus 1c"),
-        QLatin1StringView("Baloo 2"),   QLatin1StringView("Fredoka"),
-        QLatin1StringView("Dosis"),
-    };
     const QStringList installed = QFontDatabase::families(); // one query takes as long as all
-    for (const QLatin1StringView family : families) {
-        if (installed.contains(family)) {
-            return family;
+    for (const char *family : {"Nunito", "M PLUS Rounded 1c", "Quicksand", "Varela Round", "Comfortaa",
+                               "Rounded Mplus 1c", "Baloo 2", "Fredoka", "Dosis"}) {
+        if (installed.contains(QLatin1StringView(family))) {
+            return QString::fromLatin1(family);
         }
     }
     return QGuiApplication::font().family();

@@ -14,7 +14,6 @@ class Fonts : public QObject {
     Q_PROPERTY(QString rounded READ rounded CONSTANT)
 
 public:
-    /// The system's fixed-pitch font.
     QString monospaced() const;
 
     /// The first installed rounded family, otherwise the system font.

@@ -1,10 +1,18 @@
 #pragma once
 
 #include <QColor>
+#include <QImage>
 #include <QQuickItem>
 #include <qqmlregistration.h>
 
 namespace kova {
+
+/// Returns the size of a symbol that matches a font's pixel size, in whole logical pixels; empty for an
+/// unknown name.
+QSize symbolSize(const QString &name, qreal fontSize);
+
+/// Returns the symbol in one colour, at symbolSize times the device pixel ratio; null for an unknown name.
+QImage symbolImage(const QString &name, qreal fontSize, const QColor &color, qreal devicePixelRatio);
 
 /// A symbol of the interface in one colour, sized like text.
 class Symbol : public QQuickItem {
@@ -26,7 +34,7 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData &value) override;
 
 private:
-    void follow();
+    void updateImplicitSize();
 
     QString m_name;
     qreal m_size = 0;

@@ -22,20 +22,6 @@ constexpr qreal extent(qreal t) {
     return 1 - t + 3 * step(t);
 }
 
-// Returns the maximum smoothing that fits into an extent, which grows with t.
-qreal smoothing(qreal available) {
-    qreal low = 0;
-    qreal high = fullSmoothing;
-    if (extent(high) <= available) {
-        return high;
-    }
-    for (int i = 0; i < 30; ++i) {
-        const qreal middle = (low + high) / 2;
-        (extent(middle) <= available ? low : high) = middle;
-    }
-    return low;
-}
-
 // The corner between the x and the y axis, starting at the x axis, for a radius of 1.
 void addCorner(QPainterPath &path, const QTransform &placed, qreal t) {
     const qreal angle = 2 * std::atan(t);
@@ -65,7 +51,8 @@ QPainterPath continuousRectangle(const QRectF &rect, qreal radius) {
         path.addRect(rect);
         return path;
     }
-    const qreal t = smoothing(room / r);
+    // In proportion to the room beside the arc, which is enough since the extent is convex.
+    const qreal t = fullSmoothing * std::min(1.0, (room / r - 1) / (extent(fullSmoothing) - 1));
     // The axes of each corner: the first along the edge on which the path arrives.
     path.moveTo(rect.left() + r * extent(t), rect.top());
     addCorner(path, QTransform(-r, 0, 0, r, rect.right(), rect.top()), t);

@@ -1,35 +1,40 @@
 import QtQuick 2.15
+import QtQuick.Templates as T
 import Kova
 
-// The screen on which a group is created or changed. Saving and closing are left to the presenter.
+// The screen on which a group is created or changed.
 Item {
     id: view
 
-    // Of the background, in pixels.
-    property real cornerRadius: 0
     required property AlarmEditor editor
     readonly property string title: editor.isNew ? "新規アラーム" : "アラーム編集"
     readonly property bool isOnScreen: visible && Window.visibility !== Window.Hidden
-
-    signal cancel
-    signal save
 
     implicitHeight: 550
     implicitWidth: 400
 
     Component.onDestruction: editor.leave()
+    Keys.onPressed: event => event.accepted = input.scrollByKey(event.key)
     onIsOnScreenChanged: if (!isOnScreen)
         editor.leave()
 
     ContinuousRectangle {
         anchors.fill: parent
         color: Palette.background
-        radius: view.cornerRadius
+        radius: 16
     }
-    ScrollArea {
+    Flickable {
+        id: flickable
+
+        T.ScrollBar.vertical: ScrollBar {
+            bottomPadding: 10 // clear of the corners
+            topPadding: 10
+        }
         anchors.fill: parent
-        barInset: view.cornerRadius / 2
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
         contentHeight: column.implicitHeight + 40
+        contentWidth: width
 
         Column {
             id: column
@@ -39,20 +44,47 @@ Item {
             x: 20
             y: 20
 
-            HeaderBar {
-                title: view.title
+            // The title is centred between the two buttons.
+            Item {
+                implicitHeight: Math.max(cancelButton.implicitHeight, titleText.implicitHeight)
                 width: parent.width
 
-                onCancel: view.cancel()
-                onSave: view.save()
-            }
-            SectionCard {
-                isStretched: false
-                title: "目標時刻"
+                PlainButton {
+                    id: cancelButton
 
-                TargetTimeSection {
-                    editor: view.editor
+                    anchors.verticalCenter: parent.verticalCenter
+                    font.pixelSize: 13
+                    objectName: "cancelEditButton"
+                    text: "キャンセル"
+
+                    onClicked: view.editor.cancel()
                 }
+                Text {
+                    id: titleText
+
+                    Accessible.name: text
+                    Accessible.role: Accessible.Heading
+                    anchors.verticalCenter: parent.verticalCenter
+                    color: Palette.textPrimary
+                    font.pixelSize: 15
+                    font.weight: Font.DemiBold
+                    text: view.title
+                    x: Math.round((cancelButton.width + saveButton.x - width) / 2)
+                }
+                PlainButton {
+                    id: saveButton
+
+                    anchors.right: parent.right
+                    anchors.verticalCenter: parent.verticalCenter
+                    font.pixelSize: 13
+                    objectName: "saveButton"
+                    text: "保存"
+
+                    onClicked: view.editor.save()
+                }
+            }
+            TargetTimeSection {
+                editor: view.editor
             }
             SectionCard {
                 title: "ラベル"
@@ -83,13 +115,8 @@ Item {
                     }
                 }
             }
-            SectionCard {
-                title: "アラーム回数"
-
-                CountSection {
-                    editor: view.editor
-                    width: parent.width
-                }
+            CountSection {
+                editor: view.editor
             }
             SectionCard {
                 title: "サウンド"
@@ -103,22 +130,18 @@ Item {
                     width: parent.width
                 }
             }
-            SectionCard {
-                title: "音量"
-
-                VolumeSection {
-                    editor: view.editor
-                    width: parent.width
-                }
+            VolumeSection {
+                editor: view.editor
             }
-            SectionCard {
-                title: "テキスト読み上げ (TTS)"
-
-                SpeechSection {
-                    editor: view.editor
-                    width: parent.width
-                }
+            SpeechSection {
+                editor: view.editor
             }
         }
+    }
+    ScrollInput {
+        id: input
+
+        anchors.fill: parent
+        flickable: flickable
     }
 }

@@ -42,7 +42,14 @@ QStringList alarmTimes(const AlarmGroup &group) {
 
 } // namespace
 
-AlarmEditor::AlarmEditor(const Ports &ports, QObject *parent) : QObject(parent), m_ports(ports) {
+AlarmEditor::AlarmEditor(const Ports &ports, QObject *parent)
+    : QObject(parent),
+      m_ports(ports),
+      m_hourTexts(numbers(24, 1)),
+      m_minuteTexts(numbers(60, 2)),
+      m_dayLabels(dayLabels()),
+      m_soundIds(fieldOfSounds(&SoundEntry::id)),
+      m_soundLabels(fieldOfSounds(&SoundEntry::label)) {
     connect(&ports.store, &AlarmViewModel::editingGroupChanged, this, &AlarmEditor::publishGroup);
     connect(&ports.store, &AlarmViewModel::isEditingChanged, this, [this] {
         if (!m_ports.store.isEditing()) {
@@ -77,29 +84,14 @@ bool AlarmEditor::isNew() const {
     return !m_ports.store.find(group().id);
 }
 
-QStringList AlarmEditor::hourTexts() {
-    return numbers(24, 1);
-}
-
-QStringList AlarmEditor::minuteTexts() {
-    return numbers(60, 2);
-}
-
-QStringList AlarmEditor::dayLabels() {
-    return kova::dayLabels();
-}
-
-QStringList AlarmEditor::soundIds() {
-    return fieldOfSounds(&SoundEntry::id);
-}
-
-QStringList AlarmEditor::soundLabels() {
-    return fieldOfSounds(&SoundEntry::label);
-}
-
 void AlarmEditor::toggleDay(int day) {
     EditedGroup changed = group();
-    changed.toggleDay(day);
+    if (changed.repeatDays.removeAll(day) == 0) {
+        changed.repeatDays.append(day);
+    }
+    if (changed.repeatDays.isEmpty()) {
+        changed.repeatDays = {}; // QML also compares the buffers of empty lists
+    }
     setGroup(changed);
 }
 

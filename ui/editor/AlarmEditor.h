@@ -24,11 +24,11 @@ class AlarmEditor : public QObject {
     Q_PROPERTY(kova::EditedGroup group READ group WRITE setGroup NOTIFY groupChanged)
     Q_PROPERTY(bool isNew READ isNew NOTIFY groupChanged)
     Q_PROPERTY(QStringList timeline READ timeline NOTIFY timelineChanged)
-    Q_PROPERTY(QStringList hourTexts READ hourTexts CONSTANT)
-    Q_PROPERTY(QStringList minuteTexts READ minuteTexts CONSTANT)
-    Q_PROPERTY(QStringList dayLabels READ dayLabels CONSTANT)
-    Q_PROPERTY(QStringList soundIds READ soundIds CONSTANT)
-    Q_PROPERTY(QStringList soundLabels READ soundLabels CONSTANT)
+    Q_PROPERTY(QStringList hourTexts MEMBER m_hourTexts CONSTANT)
+    Q_PROPERTY(QStringList minuteTexts MEMBER m_minuteTexts CONSTANT)
+    Q_PROPERTY(QStringList dayLabels MEMBER m_dayLabels CONSTANT)
+    Q_PROPERTY(QStringList soundIds MEMBER m_soundIds CONSTANT)
+    Q_PROPERTY(QStringList soundLabels MEMBER m_soundLabels CONSTANT)
     Q_PROPERTY(int maximumAlarmCount READ maximumAlarmCount CONSTANT)
     Q_PROPERTY(int maximumIntervalMinutes READ maximumIntervalMinutes CONSTANT)
     Q_PROPERTY(qreal volumeStep READ volumeStep CONSTANT)
@@ -52,21 +52,15 @@ public:
     /// Does nothing after the editor has closed; a text field may commit its text while the editor fades out.
     void setGroup(const EditedGroup &group);
 
-    /// Returns true if the store's list does not contain the group.
     bool isNew() const;
 
-    /// The times of the run's alarms in ringing order.
     QStringList timeline() const { return m_timeline; }
 
-    static QStringList hourTexts();
-    static QStringList minuteTexts();
-    static QStringList dayLabels();
-    static QStringList soundIds();
-    static QStringList soundLabels();
     static int maximumAlarmCount() { return EditedGroup::maximumAlarmCount; }
     static int maximumIntervalMinutes() { return EditedGroup::maximumIntervalMinutes; }
     static qreal volumeStep() { return 1.0 / EditedGroup::volumeSteps; }
 
+    /// Removes all entries of the day, or appends it.
     Q_INVOKABLE void toggleDay(int day);
 
     /// Shows the file dialog and returns when it is closed; alarms ring meanwhile. On a slow disk the file is
@@ -97,6 +91,11 @@ private:
     Ports m_ports;
     std::unique_ptr<QObject> m_fileChoice; ///< context of the pending choice; deleting it discards the result
     QStringList m_timeline;
+    const QStringList m_hourTexts;
+    const QStringList m_minuteTexts;
+    const QStringList m_dayLabels;
+    const QStringList m_soundIds;
+    const QStringList m_soundLabels;
 };
 
 } // namespace kova

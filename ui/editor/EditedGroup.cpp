@@ -24,13 +24,4 @@ QString EditedGroup::percentText(float level) {
     return QString::number(std::trunc(static_cast<double>(level * 100.0F)), 'f', 0) + u'%';
 }
 
-void EditedGroup::toggleDay(int day) {
-    if (repeatDays.removeAll(day) == 0) {
-        repeatDays.append(day);
-    }
-    if (repeatDays.isEmpty()) {
-        repeatDays = {}; // QML also compares the buffers of empty lists
-    }
-}
-
 } // namespace kova

@@ -67,17 +67,12 @@ public:
     void setEditedLastMessage(const QString &text) {
         ttsLastMessage = text + ttsLastMessage.mid(maximumTextLength);
     }
-    /// Clamps to 1 to 20.
     void setAlarmCount(int count) { alarmCount = std::clamp(count, 1, maximumAlarmCount); }
-    /// Clamps to 1 to 30.
     void setIntervalMinutes(int minutes) { intervalMinutes = std::clamp(minutes, 1, maximumIntervalMinutes); }
-    /// Rounds to the nearest step from 0 to 1.
     void setVolume(float level) { volume = nearestStep(level); }
     void setTtsVolume(float level) { ttsVolume = nearestStep(level); }
 
     Q_INVOKABLE bool repeatsOn(int day) const { return repeatDays.contains(day); }
-    /// Removes all entries of the day, or appends it.
-    void toggleDay(int day);
 
 private:
     static int indexBelow(int count, qint64 value);

@@ -37,7 +37,6 @@ T.Popup {
 
         MouseArea {
             anchors.fill: parent
-            objectName: "dimming"
 
             onClicked: panel.editor.cancel()
         }
@@ -54,14 +53,10 @@ T.Popup {
             id: editView
 
             anchors.centerIn: parent
-            cornerRadius: 16
             editor: panel.editor
             height: Math.max(parent.height - 40, Math.min(implicitHeight, parent.height))
             objectName: "editorPanel"
             width: Math.max(Math.min(parent.width - 40, 460), implicitWidth)
-
-            onCancel: panel.editor.cancel()
-            onSave: panel.editor.save()
         }
 
         // Takes the second click of the double click that opened the editor.

@@ -1,7 +1,6 @@
 import QtQuick 2.15
 import Kova
 
-// A titled card.
 Column {
     id: section
 

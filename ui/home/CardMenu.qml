@@ -2,7 +2,6 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// The menu of one group's card.
 ContextMenu {
     id: menu
 

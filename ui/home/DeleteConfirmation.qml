@@ -1,38 +1,26 @@
 import QtQuick 2.15
-import QtQuick.Templates as T
 import Kova
 
 // Asks for confirmation before the selected groups are deleted. Escape cancels.
-T.Popup {
+Panel {
     id: confirmation
 
     required property HomeEditMode selection
+    readonly property string message: selection.count + "件のアラームを削除しますか？"
     readonly property string title: "削除確認"
 
-    closePolicy: T.Popup.NoAutoClose
-    focus: true
-    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
-    implicitWidth: 260
-    modal: true
+    color: Palette.surface
     padding: 16
-    parent: T.Overlay.overlay
+    radius: 14
     topPadding: 20
-    x: parent ? Math.round((parent.width - width) / 2) : 0
-    y: parent ? Math.round((parent.height - height) / 2) : 0
 
-    T.Overlay.modal: Rectangle {
-        color: Palette.dimming
-    }
-    background: PanelBackground {
-        color: Palette.surface
-        radius: 14
-    }
     contentItem: FocusScope {
-        Accessible.description: confirmation.selection.deleteConfirmText
+        Accessible.description: confirmation.message
         Accessible.name: confirmation.title
         Accessible.role: Accessible.Dialog
         focus: true
         implicitHeight: childrenRect.height
+        implicitWidth: 228
 
         Keys.onEscapePressed: confirmation.selection.cancelDeletion()
 
@@ -50,23 +38,19 @@ T.Popup {
                 width: parent.width
             }
             Text {
+                bottomPadding: 12
                 color: Palette.textPrimary
                 font.pixelSize: 11
                 horizontalAlignment: Text.AlignHCenter
-                objectName: "alertMessage"
-                text: confirmation.selection.deleteConfirmText
+                text: confirmation.message
                 width: parent.width
                 wrapMode: Text.Wrap
-            }
-            Item {
-                height: 6
-                width: 1
             }
             Row {
                 spacing: 8
                 width: parent.width
 
-                FilledButton {
+                PlainButton {
                     color: Palette.textPrimary
                     fill: Palette.edge
                     focus: true
@@ -77,7 +61,7 @@ T.Popup {
 
                     onClicked: confirmation.selection.cancelDeletion()
                 }
-                FilledButton {
+                PlainButton {
                     color: Palette.textOnDanger
                     fill: Palette.danger
                     height: 28

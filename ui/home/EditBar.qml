@@ -18,33 +18,31 @@ ContinuousRectangle {
     PlainButton {
         id: selectAllButton
 
-        anchors.left: parent.left
-        anchors.leftMargin: 16
         anchors.verticalCenter: parent.verticalCenter
         font.pixelSize: 13
         objectName: "selectAllButton"
-        text: editBar.selection.selectAllText
+        text: editBar.selection.isAllSelected ? "全解除" : "全選択"
+        x: 16
 
         onClicked: editBar.selection.toggleAll()
     }
-    FilledButton {
+    PlainButton {
         id: deleteButton
 
-        anchors.right: parent.right
-        anchors.rightMargin: 16
         anchors.verticalCenter: parent.verticalCenter
         bottomPadding: 6
         color: Palette.textOnDanger
         cornerRadius: 8
-        enabled: !editBar.selection.isEmpty
+        enabled: editBar.selection.count > 0
         fill: Qt.alpha(Palette.danger, enabled ? 1 : Palette.disabled)
         font.pixelSize: 13
         leftPadding: 14
         objectName: "deleteButton"
-        opacity: down ? Palette.pressed : 1
+        opacity: down ? Palette.pressed : 1 // the fill shows whether it is enabled
         rightPadding: 14
-        text: editBar.selection.deleteText
+        text: editBar.selection.count + "件を削除"
         topPadding: 6
+        x: parent.width - width - 16
 
         onClicked: editBar.selection.askToDelete()
     }

@@ -10,33 +10,39 @@ namespace kova {
 class AlarmViewModel;
 class SoundPlayer;
 
+/// The ids of the selected groups, as the rows read them.
+struct SelectedGroups {
+    Q_GADGET
+    QML_VALUE_TYPE(selectedGroups)
+
+public:
+    QSet<QUuid> ids;
+
+    Q_INVOKABLE bool contains(const QString &groupId) const {
+        return ids.contains(QUuid::fromString(groupId));
+    }
+};
+
 /// The edit mode of the home list: the selected groups and their deletion after a confirmation. Main thread.
 class HomeEditMode : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("created by the home screen")
     Q_PROPERTY(bool editMode READ editMode NOTIFY changed)
-    Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY changed)
+    Q_PROPERTY(kova::SelectedGroups selected READ selected NOTIFY changed)
+    Q_PROPERTY(int count READ count NOTIFY changed) ///< of the selected groups
+    Q_PROPERTY(bool isAllSelected READ isAllSelected NOTIFY changed)
     Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm NOTIFY changed)
-    Q_PROPERTY(QString editModeText READ editModeText NOTIFY changed)
-    Q_PROPERTY(QString selectAllText READ selectAllText NOTIFY changed)
-    Q_PROPERTY(QString deleteText READ deleteText NOTIFY changed)
-    Q_PROPERTY(QString deleteConfirmText READ deleteConfirmText NOTIFY changed)
 
 public:
     /// Both must outlive the edit mode.
     HomeEditMode(AlarmViewModel &store, SoundPlayer &soundPlayer);
 
     bool editMode() const { return m_editMode; }
-    const QSet<QUuid> &selected() const { return m_selected; }
-    bool contains(const QUuid &id) const { return m_selected.contains(id); }
-    bool isEmpty() const { return m_selected.isEmpty(); }
+    const SelectedGroups &selected() const { return m_selected; }
+    int count() const { return static_cast<int>(m_selected.ids.size()); }
+    bool isAllSelected() const;
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
-
-    QString editModeText() const;
-    QString selectAllText() const;
-    QString deleteText() const;
-    QString deleteConfirmText() const;
 
     /// Leaving the edit mode clears the selection and stops a preview.
     Q_INVOKABLE void toggleEditMode();
@@ -48,17 +54,13 @@ public:
     Q_INVOKABLE void confirmDeletion();
 
 Q_SIGNALS:
-    void changed();         ///< any property
-    void selectedChanged(); ///< emitted before it when the selected groups change
+    void changed(); ///< any property
 
 private:
-    void select(const QSet<QUuid> &ids);
-    bool isAllSelected() const;
-
     AlarmViewModel &m_store;
     SoundPlayer &m_soundPlayer;
     bool m_editMode = false;
-    QSet<QUuid> m_selected;
+    SelectedGroups m_selected;
     bool m_showDeleteConfirm = false;
 };
 

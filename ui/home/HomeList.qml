@@ -2,47 +2,23 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// The cards. The keyboard has one current row, which follows the focus; the Tab and the arrow keys lead on from there.
+// The cards. The current row follows the focus; the Tab and the arrow keys move on from there.
 Item {
     id: homeList
 
     readonly property int count: list.count
     required property HomeScreen home
 
-    // A place in the list where a card's menu is asked for.
-    signal menuAsked(string groupId, point place)
-
-    // The keyboard comes to a row's n-th stop, -1 for the last.
-    function go(index: int, stop: int) {
+    // Focuses the n-th stop of a row, -1 for the last one.
+    function focusRow(index: int, stop: int) {
         if (index < 0 || index >= count)
             return;
         list.positionViewAtIndex(index, ListView.Contain);
-        (list.itemAtIndex(index) as HomeRow).focusStop(stop);
+        (list.itemAtIndex(index) as AlarmCardView).focusStop(stop);
         input.scrollTo(list.currentItem);
     }
 
-    // By a key that scrolls. The keyboard comes along when it is in the list. False for any other key.
-    function scroll(key: int): bool {
-        list.cancelFlick();
-        const page = list.height - list.bottomMargin - list.topMargin - 20;
-        const isUp = key === Qt.Key_Home || key === Qt.Key_PageUp;
-        if (key === Qt.Key_Home)
-            list.positionViewAtBeginning();
-        else if (key === Qt.Key_End)
-            list.positionViewAtEnd();
-        else if (key !== Qt.Key_PageUp && key !== Qt.Key_PageDown)
-            return false;
-        if (isUp)
-            list.contentY = Math.max(list.originY - list.topMargin, list.contentY - page);
-        else
-            list.contentY = Math.min(list.originY + list.contentHeight + list.bottomMargin - list.height, list.contentY + page);
-        const row = input.rowOf(Window.activeFocusItem) as HomeRow;
-        if (row)
-            go(isUp ? rowAt(list.topMargin) : rowAt(list.height - list.bottomMargin), row.stop());
-        return true;
-    }
-
-    // At a height of what is in sight, or beside a gap there.
+    // Returns the row at a height of the viewport, or beside a gap there.
     function rowAt(y: real): int {
         for (const place of [y, y + list.spacing, y - list.spacing]) {
             const row = list.indexAt(20, list.contentY + place);
@@ -50,6 +26,16 @@ Item {
                 return row;
         }
         return -1;
+    }
+
+    // Scrolls by a key. The focus moves along when it is in the list. Returns false for other keys.
+    function scroll(key: int): bool {
+        if (!input.scrollByKey(key))
+            return false;
+        const row = input.rowOf(Window.activeFocusItem) as AlarmCardView;
+        if (row)
+            focusRow(key === Qt.Key_Home || key === Qt.Key_PageUp ? rowAt(list.topMargin) : rowAt(list.height - list.bottomMargin), row.stop());
+        return true;
     }
 
     ListView {
@@ -74,15 +60,23 @@ Item {
         onVisibleChanged: if (!visible)
             focus = false
 
-        delegate: HomeRow {
-            id: row
-
-            home: homeList.home // qmllint disable unqualified
+        // qmllint disable unqualified
+        delegate: AlarmCardView {
+            home: homeList.home
             width: ListView.view.width
 
-            onMenuAsked: (x, y) => homeList.menuAsked(row.groupId, row.mapToItem(homeList, x, y)) // qmllint disable unqualified
-            onMove: (step, stop) => homeList.go(row.index + step, stop) // qmllint disable unqualified
+            onMenuAsked: (x, y) => {
+                const place = mapToItem(menu, x, y);
+                menu.show("home/CardMenu.qml", {
+                        "groupId": groupId,
+                        "home": home,
+                        "x": place.x,
+                        "y": place.y
+                    });
+            }
+            onMove: (step, stop) => homeList.focusRow(index + step, stop)
         }
+        // qmllint enable unqualified
     }
     ScrollInput {
         id: input
@@ -94,9 +88,12 @@ Item {
         scrollsToRow: true
 
         onFocusItemChanged: {
-            const row = rowOf(focusItem) as HomeRow;
+            const row = rowOf(focusItem) as AlarmCardView;
             if (row)
                 list.currentIndex = row.index;
         }
+    }
+    PopupLoader {
+        id: menu
     }
 }

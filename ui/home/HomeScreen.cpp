@@ -8,8 +8,7 @@ HomeScreen::HomeScreen(AlarmViewModel &store, SoundPlayer &soundPlayer, AlarmSch
       m_soundPlayer(soundPlayer),
       m_scheduler(scheduler),
       m_powerManager(powerManager),
-      m_selection(store, soundPlayer),
-      m_groups(store, m_selection) {
+      m_selection(store, soundPlayer) {
     connect(&powerManager, &PowerManager::isPreventingSleepChanged, this,
             &HomeScreen::isPreventingSleepChanged);
     connect(&soundPlayer, &SoundPlayer::currentPreviewIdChanged, this, &HomeScreen::currentPreviewIdChanged);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "AlarmListModel.h"
 #include "AlarmViewModel.h"
 #include "HomeEditMode.h"
 #include "PowerManager.h"
@@ -15,7 +14,7 @@ class HomeScreen : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("created by the application")
-    Q_PROPERTY(kova::AlarmListModel *groups READ groups CONSTANT)
+    Q_PROPERTY(QAbstractItemModel *groups READ groups CONSTANT)
     Q_PROPERTY(kova::HomeEditMode *selection READ selection CONSTANT)
     Q_PROPERTY(bool isPreventingSleep READ isPreventingSleep NOTIFY isPreventingSleepChanged)
     Q_PROPERTY(QString currentPreviewId READ currentPreviewId NOTIFY currentPreviewIdChanged)
@@ -28,21 +27,19 @@ public:
     HomeScreen(AlarmViewModel &store, SoundPlayer &soundPlayer, AlarmScheduler &scheduler,
                PowerManager &powerManager);
 
-    AlarmListModel *groups() { return &m_groups; }
+    QAbstractItemModel *groups() { return &m_store; }
     HomeEditMode *selection() { return &m_selection; }
     bool isPreventingSleep() const { return m_powerManager.isPreventingSleep(); }
 
     /// The id text of the group whose sound is previewed; any other text if there is none.
     QString currentPreviewId() const { return m_soundPlayer.currentPreviewId(); }
 
-    /// Whether the editor is shown.
     bool isEditing() const { return m_store.isEditing() && m_store.editingGroup(); }
 
     /// The presented alert. isRinging becomes false before the alert of a newer alarm replaces it.
     bool isRinging() const { return m_alert.has_value(); }
     AlarmAlertItem alert() const { return m_alert.value_or(AlarmAlertItem()); }
 
-    /// Opens the editor on a new group.
     Q_INVOKABLE void add() { m_store.startAdding(); }
 
     /// The controls of a card; without effect in edit mode.
@@ -76,7 +73,6 @@ private:
     AlarmScheduler &m_scheduler;
     PowerManager &m_powerManager;
     HomeEditMode m_selection;
-    AlarmListModel m_groups;
     std::optional<AlarmAlertItem> m_alert;
 };
 

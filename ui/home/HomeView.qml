@@ -16,78 +16,56 @@ FocusScope {
         color: Palette.background
     }
     Item {
-        id: headerBar
+        id: header
 
         height: 48
-        objectName: "headerBar"
         width: parent.width
 
-        Item {
-            id: header
+        Row {
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 8
+            x: 16
 
-            height: 28
-
-            anchors {
-                left: parent.left
-                leftMargin: 16
-                right: parent.right
-                rightMargin: 16
-                verticalCenter: parent.verticalCenter
-            }
-            Row {
+            Text {
+                Accessible.name: text
+                Accessible.role: Accessible.Heading
                 anchors.verticalCenter: parent.verticalCenter
-                spacing: 8
-
-                Text {
-                    id: title
-
-                    Accessible.name: text
-                    Accessible.role: Accessible.Heading
-                    anchors.verticalCenter: parent.verticalCenter
-                    color: Palette.accent
-                    font.bold: true
-                    font.pixelSize: 20
-                    objectName: "title"
-                    text: "KOVA"
-                }
-                SleepMark {
-                    anchors.verticalCenter: parent.verticalCenter
-                    objectName: "sleepMark"
-                    visible: homeView.home.isPreventingSleep
-                }
+                color: Palette.accent
+                font.bold: true
+                font.pixelSize: 20
+                text: "KOVA"
             }
-            Row {
-                anchors.right: parent.right
+            SleepMark {
                 anchors.verticalCenter: parent.verticalCenter
-                spacing: 8
+                visible: homeView.home.isPreventingSleep
+            }
+        }
+        Row {
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 8
+            x: parent.width - width - 16
 
-                PlainButton {
-                    anchors.verticalCenter: parent.verticalCenter
-                    font.pixelSize: 13
-                    objectName: "editButton"
-                    text: homeView.selection.editModeText
+            PlainButton {
+                anchors.verticalCenter: parent.verticalCenter
+                font.pixelSize: 13
+                objectName: "editButton"
+                text: homeView.selection.editMode ? "完了" : "編集"
 
-                    onClicked: homeView.selection.toggleEditMode()
-                }
-                SymbolButton {
-                    color: Palette.textOnAccent
-                    cornerRadius: 8
-                    font.weight: Font.DemiBold
-                    height: 28
-                    objectName: "addButton"
-                    symbol: "plus"
-                    symbolSize: 14
-                    toolTip: "アラーム追加"
-                    visible: !homeView.selection.editMode
-                    width: 28
+                onClicked: homeView.selection.toggleEditMode()
+            }
+            SymbolButton {
+                color: Palette.textOnAccent
+                cornerRadius: 8
+                fill: Palette.accent
+                height: 28
+                objectName: "addButton"
+                symbol: "plus"
+                symbolSize: 14
+                toolTip: "アラーム追加"
+                visible: !homeView.selection.editMode
+                width: 28
 
-                    background: ContinuousRectangle {
-                        color: Palette.accent
-                        radius: 8
-                    }
-
-                    onClicked: homeView.home.add()
-                }
+                onClicked: homeView.home.add()
             }
         }
     }
@@ -97,7 +75,6 @@ FocusScope {
         anchors.centerIn: list
 
         sourceComponent: Column {
-            objectName: "emptyState"
             spacing: 6
 
             Text {
@@ -119,23 +96,11 @@ FocusScope {
     HomeList {
         id: list
 
+        height: parent.height - y
         home: homeView.home
-        objectName: "list"
         visible: count > 0
-
-        onMenuAsked: (groupId, place) => menu.show("home/CardMenu.qml", {
-                    "groupId": groupId,
-                    "home": homeView.home,
-                    "x": place.x + list.x,
-                    "y": place.y + list.y
-                })
-
-        anchors {
-            bottom: parent.bottom
-            left: parent.left
-            right: parent.right
-            top: headerBar.bottom
-        }
+        width: parent.width
+        y: header.height
     }
     Loader {
         active: homeView.selection.editMode
@@ -143,12 +108,8 @@ FocusScope {
         width: parent.width
 
         sourceComponent: EditBar {
-            objectName: "editBar"
             selection: homeView.selection // qmllint disable unqualified
         }
-    }
-    PopupLoader {
-        id: menu
     }
     LazyPopup {
         inputs: ({
@@ -170,19 +131,18 @@ FocusScope {
         interval: 1000
         running: true
 
-        onTriggered: preloader.setSource("/qt-project.org/imports/Kova/alert/AlarmSheet.qml", {
-                "alarm": homeView.home.alert,
-                "home": homeView.home
-            })
+        onTriggered: preloader.setSource("/qt-project.org/imports/Kova/" + alert.popup, alert.inputs)
     }
 
     // A new alarm clears the previous one first, so each has a sheet of its own.
     LazyPopup {
+        id: alert
+
         inputs: ({
                 "alarm": homeView.home.alert,
                 "home": homeView.home
             })
         isShown: homeView.home.isRinging
-        popup: "alert/AlarmSheet.qml"
+        popup: "alert/AlarmAlertView.qml"
     }
 }

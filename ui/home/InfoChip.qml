@@ -10,7 +10,6 @@ ContinuousRectangle {
     color: Qt.alpha(Palette.background, 0.7)
     implicitHeight: label.implicitHeight + 4
     implicitWidth: Math.ceil(label.implicitWidth) + 12
-    objectName: "infoChip"
     radius: 5
 
     Text {
@@ -20,6 +19,5 @@ ContinuousRectangle {
         color: Palette.textSecondary
         font.pixelSize: 10
         text: infoChip.text
-        textFormat: Text.PlainText
     }
 }

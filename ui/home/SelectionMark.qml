@@ -14,20 +14,16 @@ PlainButton {
     implicitWidth: 22
     objectName: "selectionMark"
 
-    contentItem: Item {
-        ContinuousRectangle {
-            anchors.fill: parent
-            borderColor: mark.isSelected ? Palette.accent : Palette.textSecondary
-            borderWidth: 2
-            color: mark.isSelected ? Palette.accent : "transparent"
-            radius: 11
-        }
-        Symbol {
-            anchors.centerIn: parent
-            color: Palette.textOnAccent
-            name: "checkmark"
-            size: 11
-            visible: mark.isSelected
-        }
+    background: ContinuousRectangle {
+        borderColor: mark.isSelected ? Palette.accent : Palette.textSecondary
+        borderWidth: 2
+        color: mark.isSelected ? Palette.accent : "transparent"
+        radius: 11
+    }
+    contentItem: Symbol {
+        color: Palette.textOnAccent
+        name: "checkmark"
+        size: 11
+        visible: mark.isSelected
     }
 }

@@ -2,7 +2,7 @@
 
 #include "AlarmViewModel.h"
 #include "PowerManager.h"
-#include "drawing/symbolImage.h"
+#include "drawing/Symbol.h"
 
 #include <QGuiApplication>
 #include <QTimer>
@@ -11,7 +11,7 @@ namespace kova {
 
 namespace {
 
-// Fallback for icon themes without our icon; visible on light and dark panels.
+// Fallback for icon themes without the application's icon; visible on light and dark panels.
 QIcon bell() {
     constexpr QColor color(0xFF, 0x6B, 0x36);
     QIcon icon;

@@ -1,6 +1,6 @@
 #include "MenuBarMenu.h"
 
-#include "drawing/symbolImage.h"
+#include "drawing/Symbol.h"
 
 #include <QStyleOptionMenuItem>
 

@@ -6,8 +6,6 @@ import Kova
 T.Menu {
     id: menu
 
-    property string name: "メニュー"
-
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     implicitWidth: 150
     margins: 4
@@ -22,7 +20,7 @@ T.Menu {
         shadowRadius: 12
     }
     contentItem: ListView {
-        Accessible.name: menu.name
+        Accessible.name: "メニュー"
         Accessible.role: Accessible.PopupMenu
         currentIndex: menu.currentIndex
         implicitHeight: contentHeight

@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A popup that is loaded while it is to be shown.
+// Loads a popup and opens it while `isShown` is true.
 PopupLoader {
     id: lazyPopup
 
@@ -8,7 +8,7 @@ PopupLoader {
     required property bool isShown
     required property string popup
 
-    // A popup needs the window, which adopts the content when it is complete.
+    // The popup needs the window, to which the content is added after its completion.
     property bool isComplete: false
 
     function syncPopup() {

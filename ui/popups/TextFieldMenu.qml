@@ -1,7 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Templates as T
 
-// The context menu of a text field.
 ContextMenu {
     id: menu
 

@@ -11,7 +11,7 @@ Item {
     property real marginBelow: 12
     // Scrolls to the whole row of the content that holds the item.
     property bool scrollsToRow: false
-    // Whether the key that is being handled scrolls elsewhere.
+    // Whether the key that is being handled scrolls by itself.
     property bool isSuspended: false
 
     // Returns the child of the content that is or holds an item, null outside.
@@ -19,6 +19,29 @@ Item {
         while (item && item.parent !== flickable.contentItem)
             item = item.parent;
         return item;
+    }
+    // Scrolls to the beginning, the end or by a page. Returns false for other keys.
+    function scrollByKey(key: int): bool {
+        // The bounds of a list are estimates until its end is laid out.
+        if (key === Qt.Key_Home)
+            (flickable as ListView)?.positionViewAtBeginning();
+        else if (key === Qt.Key_End)
+            (flickable as ListView)?.positionViewAtEnd();
+        const top = flickable.originY - flickable.topMargin;
+        const bottom = Math.max(top, flickable.originY + flickable.contentHeight + flickable.bottomMargin - flickable.height);
+        const page = flickable.height - marginAbove - marginBelow - 16;
+        const targets = {
+            [Qt.Key_Home]: top,
+            [Qt.Key_End]: bottom,
+            [Qt.Key_PageUp]: Math.max(top, flickable.contentY - page),
+            [Qt.Key_PageDown]: Math.min(bottom, flickable.contentY + page)
+        };
+        if (!(key in targets))
+            return false;
+        isSuspended = true;
+        flickable.cancelFlick();
+        flickable.contentY = targets[key];
+        return true;
     }
     function scrollTo(item: Item) {
         flickable.cancelFlick();

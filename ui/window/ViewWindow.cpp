@@ -1,10 +1,10 @@
 #include "ViewWindow.h"
 
 #include "accessibility/AccessibleItem.h"
-#include "controls/press.h"
 #include "popups/popupsInFrontOf.h"
 
 #include <QKeyEvent>
+#include <QPointer>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <algorithm>
@@ -40,7 +40,7 @@ void ViewWindow::observePopups() {
     }
 }
 
-// Qt's overlay withholds hover events from items behind a modal popup, even that the pointer has left.
+// Sends the events that the pointer has left, which Qt's overlay withholds from items behind a modal popup.
 void ViewWindow::endHoverBehindPopups() {
     const QList<QQuickItem *> items = contentItem()->findChildren<QQuickItem *>();
     for (QQuickItem *item : items) {
@@ -50,6 +50,20 @@ void ViewWindow::endHoverBehindPopups() {
                         [](QQuickItem *popup) { return popup->parent()->property("modal").toBool(); })) {
             QHoverEvent leave(QEvent::HoverLeave, QPointF(), QPointF(), QPointF());
             QCoreApplication::sendEvent(item, &leave);
+        }
+    }
+}
+
+bool ViewWindow::isPressable(const QQuickItem &item) {
+    return item.inherits("QQuickAbstractButton") || item.inherits("QQuickComboBox");
+}
+
+void ViewWindow::press(QQuickItem &item) {
+    const QPointer<QQuickItem> pressed(&item);
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
+        if (pressed) {
+            QCoreApplication::sendEvent(pressed, &event);
         }
     }
 }
@@ -82,6 +96,11 @@ bool ViewWindow::event(QEvent *event) {
 
 void ViewWindow::keyPressEvent(QKeyEvent *event) {
     if (isReturn(*event) && event->isAutoRepeat()) {
+        return;
+    }
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+        QKeyEvent menu(QEvent::KeyPress, Qt::Key_Menu, Qt::NoModifier);
+        keyPressEvent(&menu);
         return;
     }
     QQuickItem *item = activeFocusItem();

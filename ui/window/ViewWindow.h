@@ -4,8 +4,8 @@
 
 namespace kova {
 
-/// A window for views of this module. Return and Enter press the focused item, as the space bar does. Exposes
-/// the views to assistive tools as AccessibleItem describes. Main thread.
+/// A window for views of this module. Return and Enter press the focused item, as the space bar does, and
+/// Shift+F10 is the menu key. Exposes the views to assistive tools as AccessibleItem describes. Main thread.
 class ViewWindow : public QQuickView {
     Q_OBJECT
     /// Whether the keyboard was used after the mouse or a finger: the focused control is marked and kept
@@ -18,6 +18,11 @@ public:
 
     bool showsFocus() const { return m_showsFocus; }
     void setShowsFocus(bool shows);
+
+    /// Returns whether the item is a button or a picker.
+    static bool isPressable(const QQuickItem &item);
+    /// Has the effect of the space bar when the item has the focus.
+    static void press(QQuickItem &item);
 
 Q_SIGNALS:
     void showsFocusChanged();

@@ -43,7 +43,7 @@ State stateOf(WholeWindow &w) {
     state[QStringLiteral("saved")] =
         QVariant(w.services.listStorage.stored() == encodeGroups(groups)).toString();
     state[QStringLiteral("marks")] = labels(groups, [&w](const AlarmGroup &group) {
-        return w.home.selection()->contains(group.id) ? QStringLiteral("+") : QString();
+        return w.home.selection()->selected().ids.contains(group.id) ? QStringLiteral("+") : QString();
     });
     state[QStringLiteral("editMode")] = QVariant(w.home.selection()->editMode()).toString();
     state[QStringLiteral("asks")] = QVariant(w.home.selection()->showDeleteConfirm()).toString();
@@ -118,8 +118,8 @@ void silent(WholeWindow &w) {
 const Act asked = &WholeWindow::askToDelete;
 const Act ringing = &WholeWindow::ringFirst;
 
-Act click(const char *name, int n = 0) {
-    return [=](WholeWindow &w) { w.click(name, n); };
+Act click(const char *type, int n = 0, QPointF place = {0.5, 0.5}) {
+    return [=](WholeWindow &w) { w.click(w.item(type, n), place); };
 }
 Act keys(const QList<Qt::Key> &keys) {
     return [=](WholeWindow &w) {
@@ -128,17 +128,14 @@ Act keys(const QList<Qt::Key> &keys) {
         }
     };
 }
-Act clickType(const char *type, int n = 0, QPointF place = {0.5, 0.5}) {
-    return [=](WholeWindow &w) { w.clickIn(w.ofType(type, n), place); };
-}
 Act clickButtonOf(const char *type, int n, int button = 0) {
     return [=](WholeWindow &w) {
-        w.clickIn(ViewFixture::all(w.ofType(type, n), ViewFixture::isA("PlainButton")).value(button));
+        w.click(Window::all(w.item(type, n), Window::inherits("QQuickButton")).value(button));
     };
 }
 Act keysAt(const char *type, int n, const QList<Qt::Key> &pressed) {
     return [=](WholeWindow &w) {
-        w.ofType(type, n)->forceActiveFocus();
+        w.item(type, n)->forceActiveFocus();
         keys(pressed)(w);
     };
 }
@@ -187,7 +184,7 @@ const QList<Row> homeRows{
     {"stop", ringing, click("stopButton"), u"alert: false, reads: , rings: false, sounds: "},
     {"stop by keys", ringing, keys({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return}),
      u"alert: false, reads: , rings: false, sounds: "},
-    {"beside the alert", ringing, clickType("HomeView", 0, {0.01, 0.1}), u""},
+    {"beside the alert", ringing, click("HomeView", 0, {0.01, 0.1}), u""},
     {"escape at an alert", ringing, keys({Qt::Key_Escape}), u""},
     {"space at an alert", ringing, keys({Qt::Key_Space}), u""},
 };
@@ -199,23 +196,23 @@ constexpr QPointF lowest(0.01, 0.5);
 const QList<Row> editorRows{
     {"hour", editor, keysAt("PopUpPicker", 0, {Qt::Key_9}), u"targetHour: 9"},
     {"minute", editor, keysAt("PopUpPicker", 1, {Qt::Key_9}), u"targetMinute: 9"},
-    {"direction", editor, clickType("Segment", 1), u"startBefore: false"},
-    {"direction by a key", editor, keysAt("Segment", 0, {Qt::Key_Right}), u"startBefore: false"},
+    {"direction", editor, click("segment", 1), u"startBefore: false"},
+    {"direction by a key", editor, keysAt("segment", 0, {Qt::Key_Right}), u"startBefore: false"},
     {"label", editor, keysAt("TextField", 0, {Qt::Key_End, Qt::Key_A}), u"label: 朝a"},
     {"middle of the label", editor, keysAt("TextField", 0, {Qt::Key_Home, Qt::Key_A, Qt::Key_B}),
      u"label: ab朝"},
-    {"count", editor, clickType("Stepper", 0, up), u"alarmCount: 4"},
-    {"lower count", editor, clickType("Stepper", 0, down), u"alarmCount: 2"},
-    {"interval", editor, clickType("Stepper", 1, up), u"intervalMinutes: 6"},
+    {"count", editor, click("QQuickSpinBox", 0, up), u"alarmCount: 4"},
+    {"lower count", editor, click("QQuickSpinBox", 0, down), u"alarmCount: 2"},
+    {"interval", editor, click("QQuickSpinBox", 1, up), u"intervalMinutes: 6"},
     {"file", editor, clickButtonOf("CustomFileRow", 0),
      u"customSoundName: b.mp3, customSoundPath: Ym9va21hcms6L2IubXAz"},
     {"no file", customSound, clickButtonOf("CustomFileRow", 0, 1), u"customSoundName: , customSoundPath: "},
-    {"sound for a file", customSound, clickType("SoundRow", 1),
+    {"sound for a file", customSound, click("soundRow", 1),
      u"customSoundName: , customSoundPath: , soundName: sunrise_quilt"},
-    {"try a sound", editor, clickButtonOf("SoundRow", 6), u"sounds: wakeup_pulse at 0.8"},
-    {"volume", editor, clickType("Slider", 0, lowest), u"volume: 0"},
-    {"speech", editor, clickType("CheckBox", 0), u"ttsEnabled: false"},
-    {"last speech", editor, clickType("CheckBox", 1), u"ttsLastEnabled: false"},
+    {"try a sound", editor, clickButtonOf("soundRow", 6), u"sounds: wakeup_pulse at 0.8"},
+    {"volume", editor, click("Slider", 0, lowest), u"volume: 0"},
+    {"speech", editor, click("CheckBox", 0), u"ttsEnabled: false"},
+    {"last speech", editor, click("CheckBox", 1), u"ttsLastEnabled: false"},
     {"message", editor, keysAt("TextField", 1, {Qt::Key_End, Qt::Key_A}), u"ttsMessage: 一a"},
     {"last message", editor, keysAt("TextField", 2, {Qt::Key_End, Qt::Key_A}), u"ttsLastMessage: 二a"},
     {"try a message", editor, clickButtonOf("MessageRow", 0),
@@ -223,21 +220,20 @@ const QList<Row> editorRows{
     {"try the last message", editor, clickButtonOf("MessageRow", 1),
      u"reads: [TTSPlayer] speaking: \"二\" vol=0.6 loop=false"},
     {"try no message", silent, clickButtonOf("MessageRow", 0), u""},
-    {"speech volume", editor, clickType("Slider", 1, lowest), u"ttsVolume: 0"},
+    {"speech volume", editor, click("Slider", 1, lowest), u"ttsVolume: 0"},
     {"quietest", editor, keysAt("Slider", 0, {Qt::Key_Home}), u"volume: 0"},
     {"loudest", editor, keysAt("Slider", 0, {Qt::Key_End}), u"volume: 1"},
     {"louder", editor, keysAt("Slider", 0, {Qt::Key_PageUp}), u"volume: 1"},
     {"quieter", editor, keysAt("Slider", 0, {Qt::Key_PageDown}), u"volume: 0.55"},
-    {"fewest", editor, keysAt("Stepper", 0, {Qt::Key_Home}), u"alarmCount: 1"},
-    {"most", editor, keysAt("Stepper", 0, {Qt::Key_End}), u"alarmCount: 20"},
-    {"more", editor, keysAt("Stepper", 0, {Qt::Key_PageUp}), u"alarmCount: 8"},
-    {"fewer", editor, keysAt("Stepper", 0, {Qt::Key_PageDown}), u"alarmCount: 1"},
-    {"save", edited, clickButtonOf("HeaderBar", 0, 1),
-     u"edits: , groups: 夜 無-, marks: 夜 無, reads: , sounds: "},
-    {"cancel", edited, clickButtonOf("HeaderBar", 0), u"edits: , reads: , sounds: "},
+    {"fewest", editor, keysAt("QQuickSpinBox", 0, {Qt::Key_Home}), u"alarmCount: 1"},
+    {"most", editor, keysAt("QQuickSpinBox", 0, {Qt::Key_End}), u"alarmCount: 20"},
+    {"more", editor, keysAt("QQuickSpinBox", 0, {Qt::Key_PageUp}), u"alarmCount: 8"},
+    {"fewer", editor, keysAt("QQuickSpinBox", 0, {Qt::Key_PageDown}), u"alarmCount: 1"},
+    {"save", edited, click("saveButton"), u"edits: , groups: 夜 無-, marks: 夜 無, reads: , sounds: "},
+    {"cancel", edited, click("cancelEditButton"), u"edits: , reads: , sounds: "},
     {"beside the editor", edited, [](WholeWindow &w) { w.click(QPointF(5, 750)); },
      u"edits: , reads: , sounds: "},
-    {"edge of the editor", edited, clickType("AlarmEditView", 0, {0.01, 0.1}), u""},
+    {"edge of the editor", edited, click("AlarmEditView", 0, {0.01, 0.1}), u""},
 };
 
 } // namespace
@@ -258,10 +254,10 @@ private Q_SLOTS:
                                QStringLiteral("5 1 6")};
         for (int day = 0; day < days.size(); ++day) {
             QTest::addRow("day %d", day)
-                << Act(editor) << clickType("DayChip", day) << QStringLiteral("repeatDays: ") + days.at(day);
+                << Act(editor) << click("DayChip", day) << QStringLiteral("repeatDays: ") + days.at(day);
         }
         for (int sound = 1; sound < builtInSounds().size(); ++sound) {
-            QTest::addRow("sound %d", sound) << Act(editor) << clickType("SoundRow", sound)
+            QTest::addRow("sound %d", sound) << Act(editor) << click("soundRow", sound)
                                              << QStringLiteral("soundName: ") + builtInSounds().at(sound).id;
         }
     }

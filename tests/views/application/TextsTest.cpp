@@ -37,7 +37,7 @@ QStringList content(const QQuickItem &item) {
 
 QString shown(QQuickItem *root) {
     QStringList tokens;
-    for (QQuickItem *item : ViewFixture::all(root, [](QQuickItem &) { return true; })) {
+    for (QQuickItem *item : Window::all(root, [](const QQuickItem &) { return true; })) {
         tokens << content(*item);
     }
     tokens.removeAll(QString());
@@ -97,7 +97,7 @@ const QList<Row> homeRows{
     {"home", "HomeView", [](WholeWindow &) {}, u"KOVA [bolt.fill] 編集 (アラーム追加) *[plus] %1 %2 %3"},
     {"nothing", "HomeView", emptyInEditMode,
      u"KOVA 完了 アラームがありません ＋ボタンで追加 全選択 0件を削除"},
-    {"preview", "HomeRow", [](WholeWindow &w) { w.click("previewButton"); },
+    {"preview", "AlarmCardView", [](WholeWindow &w) { w.click("previewButton"); },
      u"%1 (停止) [stop.fill] (複製) [doc.on.doc] ✓"},
     {"marked", "HomeView", &WholeWindow::selectFirst,
      u"KOVA [bolt.fill] 完了 ✓ *[checkmark] %1 %2 %3 全選択 1件を削除"},
@@ -105,8 +105,7 @@ const QList<Row> homeRows{
     {"confirmation", "alertTitle", &WholeWindow::askToDelete,
      u"削除確認 1件のアラームを削除しますか？ キャンセル 削除"},
     {"menu", "menuItem", &WholeWindow::openMenu, u"編集 複製 削除"},
-    {"alert", "AlarmAlertView", &WholeWindow::ringFirst,
-     u"[bell.fill] 6:50 朝 アラーム 1 / 3 スヌーズ *停止"},
+    {"alert", "alertTexts", &WholeWindow::ringFirst, u"[bell.fill] 6:50 朝 アラーム 1 / 3 スヌーズ *停止"},
 };
 
 const QList<Row> editorRows{
@@ -118,16 +117,16 @@ const QList<Row> editorRows{
      u"音量 [speaker.fill] 0.8 [speaker.wave.3.fill] 80% テキスト読み上げ (TTS) 音楽と同時に再生されます "
      u"✓ *[checkmark] 通常アラームで読み上げ 一 (TTS試聴) [play.circle] "
      u"✓ *[checkmark] 最終アラームで読み上げ 二 (TTS試聴) [play.circle] TTS音量 0.6 60%"},
-    {"new", "HeaderBar", edited([](AlarmGroup &group) { group.id = QUuid::createUuid(); }),
+    {"new", "saveButton", edited([](AlarmGroup &group) { group.id = QUuid::createUuid(); }),
      u"キャンセル 新規アラーム 保存"},
     {"from", "TargetTimeSection", edited([](AlarmGroup &group) {
          group.targetHour = 23;
          group.targetMinute = 5;
          group.startBefore = false;
      }),
-     u"[chevron.up.chevron.down] 23 : [chevron.up.chevron.down] 05 目標時刻で 終了 ✓ 開始"},
+     u"目標時刻 [chevron.up.chevron.down] 23 : [chevron.up.chevron.down] 05 目標時刻で 終了 ✓ 開始"},
     {"single", "CountSection", edited([](AlarmGroup &group) { group.alarmCount = 1; }),
-     u"回数 1回 [chevron.up] [chevron.down]"},
+     u"アラーム回数 回数 1回 [chevron.up] [chevron.down]"},
     {"another sound", "SoundList",
      edited([](AlarmGroup &group) { group.soundName = QStringLiteral("wakeup_pulse"); }), u"%4", 6},
     {"file", "CustomFileRow", edited(&setFile),
@@ -135,18 +134,19 @@ const QList<Row> editorRows{
     {"no built-in sound", "SoundList", edited(&setFile), u"%4", -1},
     {"no speech", "SpeechSection",
      edited([](AlarmGroup &group) { group.ttsEnabled = group.ttsLastEnabled = false; }),
-     u"音楽と同時に再生されます 通常アラームで読み上げ 最終アラームで読み上げ"},
+     u"テキスト読み上げ (TTS) 音楽と同時に再生されます 通常アラームで読み上げ 最終アラームで読み上げ"},
     {"ordinary speech", "SpeechSection", edited([](AlarmGroup &group) {
          group.ttsLastEnabled = false;
          group.ttsMessage.clear();
      }),
-     u"音楽と同時に再生されます ✓ *[checkmark] 通常アラームで読み上げ "
+     u"テキスト読み上げ (TTS) 音楽と同時に再生されます ✓ *[checkmark] 通常アラームで読み上げ "
      u"読み上げメッセージ (TTS試聴) [play.circle] 最終アラームで読み上げ TTS音量 0.6 60%"},
     {"last speech", "SpeechSection", edited([](AlarmGroup &group) {
          group.ttsEnabled = false;
          group.ttsLastMessage.clear();
      }),
-     u"音楽と同時に再生されます 通常アラームで読み上げ ✓ *[checkmark] 最終アラームで読み上げ "
+     u"テキスト読み上げ (TTS) 音楽と同時に再生されます 通常アラームで読み上げ ✓ *[checkmark] "
+     u"最終アラームで読み上げ "
      u"最終アラーム メッセージ (TTS試聴) [play.circle] TTS音量 0.6 60%"},
 };
 
@@ -177,11 +177,11 @@ private Q_SLOTS:
         QFETCH(QString, texts);
         WholeWindow w;
         prepare(w);
-        QQuickItem *root = w.ofType(part);
-        if (QQuickItem *const item = w.item(part.constData())) {
-            root = item->parentItem();
-        }
+        QQuickItem *root = w.item(part);
         QVERIFY(root);
+        if (root->objectName() == QString::fromLatin1(part)) {
+            root = root->parentItem();
+        }
         QTRY_COMPARE(shown(root), texts);
     }
 
@@ -193,12 +193,12 @@ private Q_SLOTS:
         QTest::newRow("editor") << edited([](AlarmGroup &group) { group.customSoundPath = QString(u'a'); });
         QTest::newRow("picker") << Act([](WholeWindow &w) {
             w.openEditor();
-            w.clickIn(w.ofType("PopUpPicker"));
-            QTRY_VERIFY(w.ofType("PickerItem"));
+            w.click(w.item("PopUpPicker"));
+            QTRY_VERIFY(w.item("pickerItem"));
         });
         QTest::newRow("menu of a text") << Act([](WholeWindow &w) {
             w.openEditor();
-            w.click(Window::rect(w.ofType("TextField")).center(), Qt::RightButton);
+            w.click(Window::rect(w.item("TextField")).center(), Qt::RightButton);
             QTRY_VERIFY(w.shows("menuItem"));
         });
         QTest::newRow("alert") << Act(&WholeWindow::ringFirst);
@@ -209,7 +209,7 @@ private Q_SLOTS:
         prepare(w);
         QAccessible::setActive(true); // Qt sets the roles of controls
         QStringList names;
-        for (QQuickItem *item : ViewFixture::all(w.window.contentItem(), [](QQuickItem &control) {
+        for (QQuickItem *item : w.all([](const QQuickItem &control) {
                  return control.activeFocusOnTab() || control.inherits("QQuickAbstractButton");
              })) {
             QAccessibleInterface *const control = QAccessible::queryAccessibleInterface(item);
@@ -232,10 +232,10 @@ private Q_SLOTS:
         QAccessible::setActive(true);
         WholeWindow w;
         w.openEditor([](AlarmGroup &group) { group.targetMinute = 30; });
-        w.clickIn(w.ofType("PopUpPicker", 1));
-        QTRY_VERIFY(w.ofType("PickerItem"));
+        w.click(w.item("PopUpPicker", 1));
+        QTRY_VERIFY(w.item("pickerItem"));
         QAccessibleInterface *const list =
-            QAccessible::queryAccessibleInterface(w.ofType("PickerItem"))->parent();
+            QAccessible::queryAccessibleInterface(w.item("pickerItem"))->parent();
         QStringList expected;
         for (int minute = 0; minute < 60; ++minute) {
             expected << QStringLiteral("%1").arg(minute, 2, 10, QLatin1Char('0'));

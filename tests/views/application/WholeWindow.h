@@ -1,6 +1,5 @@
 #pragma once
 
-#include "ViewFixture.h"
 #include "WindowFixture.h"
 
 namespace kova {
@@ -24,16 +23,6 @@ struct WholeWindow : Window {
         QTRY_COMPARE(all("cardSurface").size(), 2);
     }
 
-    /// The n-th visible item of a QML type.
-    QQuickItem *ofType(const QByteArray &type, int n = 0) {
-        return ViewFixture::all(window.contentItem(), ViewFixture::isA(type)).value(n);
-    }
-    /// Clicks at a place given as fractions of the item's size.
-    void clickIn(const QQuickItem *item, QPointF place = {0.5, 0.5}) {
-        QVERIFY(item);
-        click(item->mapToScene({item->width() * place.x(), item->height() * place.y()}));
-    }
-
     void selectFirst() {
         click("editButton");
         click("selectionMark");
@@ -54,8 +43,7 @@ struct WholeWindow : Window {
     void openEditor(const std::function<void(AlarmGroup &)> &change = [](AlarmGroup &) {}) {
         AlarmGroup group = store.groups().constFirst();
         change(group);
-        store.startEditing(group);
-        QTRY_VERIFY(shows("editorPanel") && !shows("doubleClickGuard"));
+        edit(group);
     }
     void ringFirst() {
         services.clock.set({2026, 3, 2}, {6, 49, 59});

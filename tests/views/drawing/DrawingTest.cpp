@@ -1,5 +1,5 @@
+#include "drawing/Symbol.h"
 #include "drawing/continuousCorner.h"
-#include "drawing/symbolImage.h"
 
 #include <QDir>
 #include <QTest>

@@ -1,9 +1,17 @@
-#include "EditorFixture.h"
+#include "Fixture.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace kova;
+
+namespace {
+
+struct EditorFixture : Fixture {
+    explicit EditorFixture(const AlarmGroup &group = {}) { store.startEditing(group); }
+};
+
+} // namespace
 
 class AlarmEditorTest : public QObject {
     Q_OBJECT

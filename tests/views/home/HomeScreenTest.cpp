@@ -1,68 +1,46 @@
-#include "HomeFixture.h"
+#include "Fixture.h"
 
 #include <QAbstractItemModelTester>
 #include <QTest>
 
 using namespace kova;
 
-namespace {
-
-QString shown(const AlarmListModel &model) {
-    QString labels;
-    for (int row = 0; row < model.rowCount(); ++row) {
-        labels += model.data(model.index(row, 0), AlarmViewModel::Label).toString();
-    }
-    return labels;
-}
-
-} // namespace
+using Change = std::function<void(AlarmViewModel &)>;
 
 class HomeScreenTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void changeTouchesOnlyItsRows_data() {
-        using Change = std::function<void(AlarmViewModel &)>;
         QTest::addColumn<Change>("change");
         QTest::addColumn<QString>("steps");
         QTest::addColumn<QString>("labels");
-        const auto row = [](const char *name, const Change &change, const char *steps, const char *labels) {
+        const auto at = [](const AlarmViewModel &store, int index) { return store.groups().at(index); };
+        const auto row = [](const char *name, const char *steps, const char *labels, const Change &change) {
             QTest::newRow(name) << change << QString::fromLatin1(steps) << QString::fromLatin1(labels);
         };
-        const auto at = [](const AlarmViewModel &store, int index) { return store.groups().at(index); };
-        const Change edit = [=](AlarmViewModel &store) {
+        row("added", "+4", "abcde", [](auto &store) { store.saveEditedGroup(groupAt(7, QString(u'e'))); });
+        row("duplicated", "+2", "abbcd", [=](auto &store) { store.duplicateGroup(at(store, 1)); });
+        row("edited", "=1", "axcd", [=](auto &store) {
             AlarmGroup group = at(store, 1);
-            group.label = QStringLiteral("x");
+            group.label = QString(u'x');
             store.updateGroup(group);
-        };
-        row(
-            "added", [](auto &store) { store.saveEditedGroup(groupAt(7, QStringLiteral("e"))); }, "+4",
-            "abcde");
-        row(
-            "duplicated", [=](auto &store) { store.duplicateGroup(at(store, 1)); }, "+2", "abbcd");
-        row("edited", edit, "=1", "axcd");
-        row(
-            "toggled", [=](auto &store) { store.toggleGroup(at(store, 3).id); }, "=3", "abcd");
-        row(
-            "deleted", [=](auto &store) { store.deleteGroup(at(store, 2).id); }, "-2", "abd");
-        row(
-            "deleted apart",
-            [=](auto &store) {
-                store.deleteSelectedGroups({at(store, 0).id, at(store, 2).id, at(store, 3).id});
-            },
-            "-2..3-0", "b");
-        row(
-            "unknown", [](auto &store) { store.toggleGroup(QUuid::createUuid()); }, "", "abcd");
-        row(
-            "loaded", [](auto &store) { store.load(); }, "0", "abcd");
+        });
+        row("toggled", "=3", "abcd", [=](auto &store) { store.toggleGroup(at(store, 3).id); });
+        row("deleted", "-2", "abd", [=](auto &store) { store.deleteGroup(at(store, 2).id); });
+        row("deleted apart", "-2..3-0", "b", [=](auto &store) {
+            store.deleteSelectedGroups({at(store, 0).id, at(store, 2).id, at(store, 3).id});
+        });
+        row("unknown", "", "abcd", [](auto &store) { store.toggleGroup(QUuid::createUuid()); });
+        row("loaded", "0", "abcd", [](auto &store) { store.load(); });
     }
     void changeTouchesOnlyItsRows() {
-        QFETCH(std::function<void(AlarmViewModel &)>, change);
-        HomeFixture fixture;
+        QFETCH(Change, change);
+        Fixture fixture;
         for (const char *label : {"a", "b", "c", "d"}) {
             fixture.add(groupAt(7, QString::fromLatin1(label)));
         }
-        AlarmListModel &model = *fixture.home.groups();
+        AlarmViewModel &model = fixture.store;
         const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         QString steps;
         const auto note = [&steps](QChar kind) {
@@ -71,16 +49,20 @@ private Q_SLOTS:
                 steps += first == last ? QString() : QStringLiteral("..") + QString::number(last);
             };
         };
-        connect(&model, &AlarmListModel::rowsInserted, this, note(u'+'));
-        connect(&model, &AlarmListModel::rowsRemoved, this, note(u'-'));
-        connect(&model, &AlarmListModel::modelReset, this, [&steps] { steps += u'0'; });
-        connect(&model, &AlarmListModel::dataChanged, this,
+        connect(&model, &AlarmViewModel::rowsInserted, this, note(u'+'));
+        connect(&model, &AlarmViewModel::rowsRemoved, this, note(u'-'));
+        connect(&model, &AlarmViewModel::modelReset, this, [&steps] { steps += u'0'; });
+        connect(&model, &AlarmViewModel::dataChanged, this,
                 [&](const QModelIndex &first, const QModelIndex &last) {
                     note(u'=')({}, first.row(), last.row());
                 });
         change(fixture.store);
         QTEST(steps, "steps");
-        QTEST(shown(model), "labels");
+        QString labels;
+        for (int index = 0; index < model.rowCount(); ++index) {
+            labels += model.data(model.index(index, 0), AlarmViewModel::Label).toString();
+        }
+        QTEST(labels, "labels");
     }
 };
 

@@ -86,7 +86,7 @@ private Q_SLOTS:
         w.store.startEditing(group);
         QTRY_VERIFY(w.shows("editorPanel") && !w.shows("doubleClickGuard"));
         QCOMPARE(maxLength("QQuickTextInput"), EditedGroup::maximumTextLength);
-        w.clickIn(w.ofType("TextField"));
+        w.click(w.item("TextField"));
         w.key(Qt::Key_Home);
         w.key(Qt::Key_Delete);
         QCOMPARE(w.store.editingGroup()->label.size(), group.label.size() - 1);
@@ -159,7 +159,10 @@ private Q_SLOTS:
         QFETCH(int, stopsOfACard);
         QFETCH(bool, inEditMode);
         Window w(30);
-        w.focusFirstCard(inEditMode);
+        if (inEditMode) {
+            w.click("editButton");
+        }
+        w.item(inEditMode ? "selectionMark" : "cardSurface")->forceActiveFocus();
         const int back = key == Qt::Key_Tab ? int(Qt::Key_Backtab) : int(Qt::Key_Up);
         for (const int direction : {key, back}) {
             for (int i = 0; i < 29 * stopsOfACard; ++i) {
@@ -229,7 +232,7 @@ private Q_SLOTS:
         } else if (from == "TextField") {
             w.openEditor();
         }
-        QQuickItem *const before = from == "TextField" ? w.ofType(from) : w.item(from.constData());
+        QQuickItem *const before = w.item(from);
         before->forceActiveFocus();
         ManualAnimationDriver time;
         if (opens == 0) {
@@ -264,31 +267,26 @@ private Q_SLOTS:
         WholeWindow w;
         ManualAnimationDriver time;
         w.click("cardTime");
-        QTRY_VERIFY(w.ofType("DayChip"));
-        w.clickIn(w.ofType("DayChip"));
+        QTRY_VERIFY(w.item("DayChip"));
+        w.click(w.item("DayChip"));
         QCOMPARE(w.store.editingGroup()->repeatDays, (QList<qint64>{5, 1}));
         time.pass(300);
         QTRY_VERIFY(!w.shows("doubleClickGuard"));
-        w.clickIn(w.ofType("DayChip"));
+        w.click(w.item("DayChip"));
         QCOMPARE(w.store.editingGroup()->repeatDays, (QList<qint64>{5, 1, 0}));
     }
 
     void onlyWhatIsInFrontTakesTheWheel() {
         Window w(200);
-        const auto wheel = [&w](QPointF at) {
-            QWheelEvent event(at, w.window.mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-                              Qt::NoScrollPhase, false);
-            QCoreApplication::sendEvent(&w.window, &event);
-        };
         w.click("cardTime");
         QTRY_VERIFY(w.shows("editorPanel"));
         const QString card = w.visibleCard();
-        wheel({8, 300});
+        w.wheel({8, 300}, {0, -120});
         QTRY_VERIFY(w.window.activeFocusItem()->inherits("QQuickComboBox"));
         w.key(Qt::Key_Space);
         QTRY_VERIFY(w.shows("pickerList"));
         const qreal before = w.item("pickerList")->property("contentY").toReal();
-        wheel(w.frame("pickerList").center());
+        w.wheel(w.frame("pickerList").center(), {0, -120});
         QTRY_VERIFY(w.item("pickerList")->property("contentY").toReal() > before);
         QCOMPARE(w.visibleCard(), card);
     }

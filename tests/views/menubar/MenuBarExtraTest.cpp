@@ -1,5 +1,5 @@
 #include "menubar/MenuBarExtra.h"
-#include "HomeFixture.h"
+#include "Fixture.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -29,7 +29,7 @@ private Q_SLOTS:
             {u"שלום", u"\u200E7:00  \u2068שלום\u2069", u"\u200E7:00  \u2068שלום\u2069"},
         };
         for (const auto &row : rows) {
-            HomeFixture fixture;
+            Fixture fixture;
             fixture.add(groupAt(7, QString::fromUtf16(row.label)));
             const MenuBarExtra extra(fixture.store, fixture.services.powerManager);
             QCOMPARE(extra.menu().actions().at(4)->text(), QString::fromUtf16(row.drawn));
@@ -39,7 +39,7 @@ private Q_SLOTS:
     }
 
     void aGroupsLineShowsItsState() {
-        HomeFixture fixture;
+        Fixture fixture;
         const AlarmGroup group = fixture.add(groupAt(7));
         fixture.add(groupAt(8)); // stays on, and with it every line
         const MenuBarExtra extra(fixture.store, fixture.services.powerManager);
@@ -57,7 +57,7 @@ private Q_SLOTS:
     }
 
     void theMenuFollowsTheStoreInPlace() {
-        HomeFixture fixture;
+        Fixture fixture;
         const AlarmGroup group = fixture.add(groupAt(7, QStringLiteral("A")));
         const MenuBarExtra extra(fixture.store, fixture.services.powerManager);
         QAction *const row = extra.menu().actions().at(4);
@@ -83,7 +83,7 @@ private Q_SLOTS:
     }
 
     void onlyTheCommandsCanBeChosen() {
-        HomeFixture fixture;
+        Fixture fixture;
         fixture.add(2);
         MenuBarExtra extra(fixture.store, fixture.services.powerManager);
         QSignalSpy showWindow(&extra, &MenuBarExtra::showWindow);

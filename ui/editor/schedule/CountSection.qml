@@ -1,15 +1,15 @@
 import QtQuick 2.15
 import Kova
 
-Column {
+SectionCard {
     id: section
 
     required property AlarmEditor editor
     readonly property bool hasSequence: editor.group.alarmCount > 1
 
-    spacing: 10
+    title: "アラーム回数"
 
-    LabeledStepper {
+    Stepper {
         label: "回数"
         maximum: section.editor.maximumAlarmCount
         number: section.editor.group.alarmCount
@@ -18,7 +18,7 @@ Column {
 
         onStep: value => section.editor.group.alarmCount = value
     }
-    LabeledStepper {
+    Stepper {
         label: "間隔"
         maximum: section.editor.maximumIntervalMinutes
         number: section.editor.group.intervalMinutes

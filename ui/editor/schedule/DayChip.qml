@@ -2,8 +2,6 @@ import QtQuick 2.15
 import Kova
 
 PlainButton {
-    id: chip
-
     required property AlarmEditor editor
     required property int index
     readonly property bool isSelected: editor.group.repeatsOn(index)
@@ -13,16 +11,12 @@ PlainButton {
     checked: isSelected
     color: isSelected ? Palette.textOnAccent : Palette.textSecondary
     cornerRadius: 16
+    fill: isSelected ? Palette.accent : Palette.background
     font.pixelSize: 12
     font.weight: Font.Medium
     implicitHeight: 32
     implicitWidth: 32
     text: modelData
-
-    background: ContinuousRectangle {
-        color: chip.isSelected ? Palette.accent : Palette.background
-        radius: 16
-    }
 
     onClicked: editor.toggleDay(index)
 }

@@ -1,12 +1,13 @@
 import QtQuick 2.15
 import Kova
 
-Column {
+SectionCard {
     id: section
 
     required property AlarmEditor editor
 
-    spacing: 10
+    isStretched: false
+    title: "目標時刻"
 
     Row {
         spacing: 4
@@ -55,9 +56,7 @@ Column {
         SegmentedControl {
             Accessible.name: "目標時刻で"
             currentIndex: section.editor.group.startBefore ? 0 : 1
-            first: "終了"
-            second: "開始"
-            width: 140
+            texts: ["終了", "開始"]
 
             onActivated: index => section.editor.group.startBefore = index === 0
         }

@@ -69,18 +69,15 @@ Row {
             textFormat: Text.PlainText
             width: Math.min(Math.ceil(implicitWidth), row.width - fileButton.width - note.width - clearButton.width - 16)
         }
-        PlainButton {
+        SymbolButton {
             id: clearButton
 
             Accessible.name: "サウンドファイルを解除"
             anchors.verticalCenter: parent.verticalCenter
+            color: hovered ? Palette.textPrimary : Palette.textSecondary
             cornerRadius: width / 2
-
-            contentItem: Symbol {
-                color: clearButton.hovered ? Palette.textPrimary : Palette.textSecondary
-                name: "xmark.circle.fill"
-                size: 12
-            }
+            symbol: "xmark.circle.fill"
+            symbolSize: 12
 
             onClicked: row.editor.clearCustomSound()
         }

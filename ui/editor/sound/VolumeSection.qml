@@ -1,40 +1,45 @@
 import QtQuick 2.15
 import Kova
 
-Row {
+SectionCard {
     id: section
 
     required property AlarmEditor editor
 
-    spacing: 8
+    title: "音量"
 
-    Symbol {
-        id: quiet
+    Row {
+        spacing: 8
+        width: parent.width
 
-        anchors.verticalCenter: parent.verticalCenter
-        color: Palette.textSecondary
-        name: "speaker.fill"
-        size: 11
-    }
-    Slider {
-        Accessible.name: "音量"
-        stepSize: section.editor.volumeStep
-        value: section.editor.group.volume
-        width: section.width - quiet.width - loud.width - percent.width - 24
+        Symbol {
+            id: quiet
 
-        onMoved: section.editor.group.volume = value
-    }
-    Symbol {
-        id: loud
+            anchors.verticalCenter: parent.verticalCenter
+            color: Palette.textSecondary
+            name: "speaker.fill"
+            size: 11
+        }
+        Slider {
+            Accessible.name: section.title
+            stepSize: section.editor.volumeStep
+            value: section.editor.group.volume
+            width: parent.width - quiet.width - loud.width - percent.width - 24
 
-        anchors.verticalCenter: parent.verticalCenter
-        color: Palette.textSecondary
-        name: "speaker.wave.3.fill"
-        size: 11
-    }
-    PercentText {
-        id: percent
+            onMoved: section.editor.group.volume = value
+        }
+        Symbol {
+            id: loud
 
-        text: section.editor.group.volumeText
+            anchors.verticalCenter: parent.verticalCenter
+            color: Palette.textSecondary
+            name: "speaker.wave.3.fill"
+            size: 11
+        }
+        PercentText {
+            id: percent
+
+            text: section.editor.group.volumeText
+        }
     }
 }

@@ -16,16 +16,14 @@ Item {
     TextField {
         id: field
 
-        anchors.left: parent.left
-        anchors.right: button.left
-        anchors.rightMargin: 6
         font.pixelSize: 13
         placeholderText: row.placeholder
         text: row.message
+        width: button.x - 6
 
         onTextEdited: row.edit(text)
     }
-    PlainButton {
+    SymbolButton {
         id: button
 
         Accessible.name: toolTip + " " + row.placeholder
@@ -33,13 +31,9 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         cornerRadius: width / 2
         enabled: row.message !== ""
+        symbol: "play.circle"
+        symbolSize: 16
         toolTip: "TTS試聴"
-
-        contentItem: Symbol {
-            color: Palette.accent
-            name: "play.circle"
-            size: 16
-        }
 
         onClicked: row.tryOut()
     }

@@ -2,12 +2,12 @@ import QtQuick 2.15
 import Kova
 
 // What the alarm speaks. A row is created when it is first shown.
-Column {
+SectionCard {
     id: section
 
     required property AlarmEditor editor
 
-    spacing: 10
+    title: "テキスト読み上げ (TTS)"
 
     Text {
         Accessible.name: text
@@ -63,8 +63,32 @@ Column {
         visible: active
         width: parent.width
 
-        sourceComponent: SpeechVolumeRow {
-            editor: section.editor // qmllint disable unqualified
+        // qmllint disable unqualified
+        sourceComponent: Row {
+            spacing: 8
+
+            Text {
+                id: label
+
+                anchors.verticalCenter: parent.verticalCenter
+                color: Palette.textSecondary
+                font.pixelSize: 12
+                text: "TTS音量"
+            }
+            Slider {
+                Accessible.name: label.text
+                stepSize: section.editor.volumeStep
+                value: section.editor.group.ttsVolume
+                width: parent.width - label.width - percent.width - 16
+
+                onMoved: section.editor.group.ttsVolume = value
+            }
+            PercentText {
+                id: percent
+
+                text: section.editor.group.ttsVolumeText
+            }
         }
+        // qmllint enable unqualified
     }
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "AlarmViewModel.h"
+#include "FakeFileChooser.h"
 #include "FakeServices.h"
+#include "editor/AlarmEditor.h"
 #include "home/HomeScreen.h"
 
 namespace kova {
@@ -14,11 +16,14 @@ inline AlarmGroup groupAt(qint64 hour, const QString &label = {}) {
     return group;
 }
 
-/// The home screen on fake ports.
-struct HomeFixture {
+/// The home screen and the editor on fake ports.
+struct Fixture {
     FakeServices services;
+    FakeFileChooser fileChooser;
     AlarmViewModel store{services.listStorage, services.clock, services.scheduler, services.powerManager};
     HomeScreen home{store, services.soundPlayer, services.scheduler, services.powerManager};
+    AlarmEditor editor{
+        {store, services.soundPlayer, services.ttsPlayer, fileChooser, services.bookmarks, services.log}};
 
     AlarmGroup add(const AlarmGroup &group) {
         store.saveEditedGroup(group);
@@ -32,6 +37,14 @@ struct HomeFixture {
     void ring(const AlarmGroup &group, qint64 index) {
         services.scheduler.setActiveAlarm(std::nullopt);
         services.scheduler.setActiveAlarm(FiringAlarm{group, index, services.clock.now()});
+    }
+
+    const AlarmGroup &edited() const { return *store.editingGroup(); }
+    /// Changes the edited group as a view does it.
+    template <typename Value> void set(void (EditedGroup::*setter)(Value), Value value) {
+        EditedGroup group = editor.group();
+        (group.*setter)(value);
+        editor.setGroup(group);
     }
 };
 
