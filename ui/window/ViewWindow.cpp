@@ -25,6 +25,19 @@ bool isOpenPicker(const QQuickItem &item) {
     return item.inherits("QQuickComboBox") && item.property("down").toBool();
 }
 
+// Visits visual children, since a repeater's items are not among the object children of their parent item.
+QList<QQuickItem *> hoveredItems(const QQuickItem &parent) {
+    QList<QQuickItem *> items;
+    const QList<QQuickItem *> children = parent.childItems();
+    for (QQuickItem *child : children) {
+        if (child->property("hovered").toBool()) {
+            items << child;
+        }
+        items << hoveredItems(*child);
+    }
+    return items;
+}
+
 } // namespace
 
 ViewWindow::ViewWindow(QQmlEngine *engine) : QQuickView(engine, nullptr) {
@@ -42,10 +55,9 @@ void ViewWindow::observePopups() {
 
 // Sends the events that the pointer has left, which Qt's overlay withholds from items behind a modal popup.
 void ViewWindow::endHoverBehindPopups() {
-    const QList<QQuickItem *> items = contentItem()->findChildren<QQuickItem *>();
+    const QList<QQuickItem *> items = hoveredItems(*contentItem());
     for (QQuickItem *item : items) {
-        const QList<QQuickItem *> popups =
-            item->property("hovered").toBool() ? popupsInFrontOf(*item) : QList<QQuickItem *>();
+        const QList<QQuickItem *> popups = popupsInFrontOf(*item);
         if (std::any_of(popups.cbegin(), popups.cend(),
                         [](QQuickItem *popup) { return popup->parent()->property("modal").toBool(); })) {
             QHoverEvent leave(QEvent::HoverLeave, QPointF(), QPointF(), QPointF());
