@@ -38,7 +38,7 @@ private:
             stopSpeaking();
             m_all.m_didFinish = nullptr;
         }
-        void setVolume(float volume) override { m_all.volume = volume; }
+        void setVolume(float value) override { m_all.volume = value; }
         void setTimeLimit(std::chrono::milliseconds time) override { m_all.timeLimit = time; }
         void startSpeaking(const QString &text) override {
             m_all.reading = text;
