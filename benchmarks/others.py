@@ -4,10 +4,11 @@ import shutil
 import time
 
 import Xlib.display
+import Xlib.error
 import Xlib.X
 
 from process import Process
-from session import Session
+from session import Session, wait_until
 from witnesses import Witnesses
 
 # The settings of an alarm at 7:00 on the clock's Monday, as GLib's keyfile.
@@ -32,13 +33,17 @@ sound-file='file:///usr/share/sounds/freedesktop/stereo/alarm-clock-elapsed.oga'
 }
 
 
-def has_window(display):
-    """Returns whether a window larger than an icon is shown."""
+def wait_for_window(display):
+    """Waits until a window larger than an icon is shown."""
     def is_shown(window):
-        geometry = window.get_geometry()
-        return window.get_attributes().map_state == Xlib.X.IsViewable and geometry.width > 200 and geometry.height > 150
+        try:
+            geometry = window.get_geometry()
+            is_large = geometry.width > 200 and geometry.height > 150
+            return is_large and window.get_attributes().map_state == Xlib.X.IsViewable
+        except (Xlib.error.BadDrawable, Xlib.error.BadWindow):  # destroyed meanwhile
+            return False
 
-    return any(map(is_shown, display.screen().root.query_tree().children))
+    wait_until(lambda: any(map(is_shown, display.screen().root.query_tree().children)), 20, 0.001)
 
 
 def environment(session):
@@ -53,9 +58,7 @@ def start_and_idle(row, name, memory, activity, times):
         display = Xlib.display.Display(session.env["DISPLAY"])
         for turn in range(times + 1):
             program = Process([shutil.which(name)], environment(session))
-            deadline = time.monotonic() + 20
-            while not has_window(display) and time.monotonic() < deadline:
-                time.sleep(0.001)
+            wait_for_window(display)
             if turn > 0:
                 to_window.append((time.monotonic() - program.started) * 1000)
             if turn < times:
@@ -65,8 +68,8 @@ def start_and_idle(row, name, memory, activity, times):
         time.sleep(30)
         wake_ups = (activity(program.pid)[0] - before[0]) / 30
         row(f"{name}: exec to window", to_window)
-        row(f"{name}: private memory, idle, window shown", [memory(program.pid, "Private_Dirty")], "MB")
-        row(f"{name}: wake-ups, idle, window shown", [wake_ups], "per second")
+        row(f"{name}: private memory, idle", [memory(program.pid, "Private_Dirty")], "MB")
+        row(f"{name}: wake-ups, idle", [wake_ups], "per second")
     finally:
         session.close()
 
@@ -96,4 +99,4 @@ def minute_to_sound(row, name, times):
 def measure(row, memory, activity, times):
     for name in filter(shutil.which, ALARMS):
         start_and_idle(row, name, memory, activity, times)
-        minute_to_sound(row, name, times)
+        minute_to_sound(row, name, min(times, 5))
