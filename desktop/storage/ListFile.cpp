@@ -76,11 +76,12 @@ void ListFile::markUnreadable(const QString &reason) {
 std::optional<QString> ListFile::flush(std::chrono::milliseconds timeout) {
     std::unique_lock lock(m_mutex);
     m_isWriteRequested = m_pending || m_isWriting;
+    m_isFlushing = true;
     m_changed.notify_all();
-    if (!m_changed.wait_for(lock, timeout, [this] { return !m_isWriteRequested && !m_isWriting; })) {
-        return m_file.path() + QStringLiteral(": the disk takes too long");
-    }
-    return m_reason;
+    const bool isDone =
+        m_changed.wait_for(lock, timeout, [this] { return !m_isWriteRequested && !m_isWriting; });
+    m_isFlushing = false;
+    return isDone ? m_reason : m_file.path() + QStringLiteral(": the disk takes too long");
 }
 
 void ListFile::run() {
@@ -95,6 +96,9 @@ void ListFile::run() {
             constexpr std::chrono::milliseconds maxRetry = std::chrono::minutes(1);
             retry = std::min(2 * retry, maxRetry);
         }
+        // The main thread draws the change first, since a long list takes much longer to encode.
+        constexpr std::chrono::milliseconds frameTime{30};
+        m_changed.wait_for(lock, frameTime, [this] { return m_isFlushing || m_isEnding; });
         const bool isLast = m_isEnding;
         if (m_pending) {
             writePending(lock);

@@ -48,6 +48,7 @@ private:
     bool m_isUnreadable = false;     ///< the next write moves the file aside
     bool m_isWriteRequested = false; ///< now, not at the next retry
     bool m_isWriting = false;
+    bool m_isFlushing = false;
     bool m_isEnding = false;
     std::thread m_thread;
 };
