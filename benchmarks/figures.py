@@ -300,6 +300,15 @@ def record():
     readme.write_text(text[:begin] + f"\n`scripts/bench --record` on {heading}:\n\n" + "\n".join(table) + "\n")
 
 
+def wait_until_idle():
+    """Waits until the load of the build has faded. Exits if the machine stays busy."""
+    deadline = time.monotonic() + 180
+    while os.getloadavg()[0] > 0.5:
+        if time.monotonic() > deadline:
+            sys.exit("figures: --record needs an idle machine")
+        time.sleep(1)
+
+
 def main():
     figures = {"units": units, "start": start, "click": click, "ring": lambda: ring("--real" in sys.argv), "gaps": gaps,
                "faults": lambda: faults.measure(row), "kills": kills, "idle": idle, "soak": soak,
@@ -308,8 +317,7 @@ def main():
     if "--record" in sys.argv:
         if subprocess.run(["git", "status", "--porcelain"], cwd=ROOT, capture_output=True).stdout:
             sys.exit("figures: --record needs a commit without changes")
-        if os.getloadavg()[0] > 0.5:
-            sys.exit("figures: --record needs an idle machine")
+        wait_until_idle()
     if not VALUES_ONLY:
         print("\n".join(table))
     for figure in wanted:
