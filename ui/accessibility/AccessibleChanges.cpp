@@ -32,6 +32,10 @@ AccessibleChanges::AccessibleChanges(QQuickItem &item) : QObject(&item), m_item(
     QMetaObject::invokeMethod(this, &AccessibleChanges::onItemCompleted, Qt::QueuedConnection);
 }
 
+AccessibleChanges::~AccessibleChanges() {
+    QAccessible::removeActivationObserver(this);
+}
+
 // An item behind a panel is disabled while the panel is open.
 void AccessibleChanges::onItemCompleted() {
     if (const QQuickItem *overlay = overlayOf(m_item)) {
@@ -39,6 +43,15 @@ void AccessibleChanges::onItemCompleted() {
                 Qt::QueuedConnection);
     }
     reportEnabled();
+    QAccessible::installActivationObserver(this);
+    accessibilityActiveChanged(QAccessible::isActive());
+}
+
+// The entries outside the viewport take memory, so they are created for assistive tools only.
+void AccessibleChanges::accessibilityActiveChanged(bool active) {
+    if (!active) {
+        return;
+    }
     for (QQuickItem *list : {&m_item, m_item.property("contentItem").value<QQuickItem *>()}) {
         if (list && list->inherits("QQuickItemView")) {
             list->setProperty("cacheBuffer", exposedMargin);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QObject>
 
 class QQuickItem;
@@ -8,10 +9,12 @@ namespace kova {
 
 /// Emits accessibility events for item changes that Qt Quick does not report, and lets a list create the
 /// entries outside its viewport, which assistive tools could not reach.
-class AccessibleChanges : public QObject {
+class AccessibleChanges : public QObject, private QAccessible::ActivationObserver {
     Q_OBJECT
 
 public:
+    ~AccessibleChanges() override;
+
     /// Observes the item until it is destroyed. Does nothing if it is observed already.
     static void observe(QQuickItem &item);
 
@@ -24,6 +27,7 @@ private:
     Q_SLOT void reportText();
     void reportOnChange(const char *property, const char *slot);
     void onItemCompleted();
+    void accessibilityActiveChanged(bool active) override;
 
     QQuickItem &m_item;
     bool m_isDisabled = false; // as reported

@@ -127,6 +127,10 @@ private Q_SLOTS:
         const qsizetype cards = w.all("cardSurface").size();
         QVERIFY2(cards > 3 && cards < 20, qPrintable(QString::number(cards)));
         QCOMPARE(w.item("cardSurface"), first);
+        QQuickItem *const list = first->parentItem()->parentItem()->parentItem();
+        QVERIFY(QAccessible::queryAccessibleInterface(list)); // as Qt does without assistive tools
+        QCoreApplication::processEvents();
+        QCOMPARE(list->property("cacheBuffer").toInt(), 0);
     }
 
     void aHiddenWindowComesBackWithItsAlert() {
