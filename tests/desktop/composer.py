@@ -40,5 +40,20 @@ factory.add_engine("composer", GObject.type_from_name(Composer.__gtype__.name))
 component = IBus.Component.new("test.Composer", "", "", "", "", "", "", "")
 component.add_engine(IBus.EngineDesc.new("composer", "", "", "ja", "", "", "", ""))
 bus.register_component(component)
-bus.set_global_engine_async("composer", 10_000, None, lambda *_: print("ready", flush=True))
+
+
+def activated(_, result):
+    try:
+        bus.set_global_engine_async_finish(result)
+        print("ready", flush=True)
+    except GLib.Error as error:  # the daemon is still starting
+        print(error, flush=True)
+        GLib.timeout_add(100, activate)
+
+
+def activate():
+    bus.set_global_engine_async("composer", 10_000, None, activated)
+
+
+activate()
 GLib.MainLoop().run()
