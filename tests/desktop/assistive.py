@@ -2,7 +2,7 @@
 
   press NAME, toggle NAME, set NAME NUMBER, write NAME TEXT   wait until the control can be used
   try NAME      presses a control even if it is disabled
-  where NAME    prints left, top, width and height
+  where NAME    prints left, top, width and height of a text field
   list          prints role, name, description, text or value, and states of all items, visible or scrolled out of view
 """
 
@@ -90,7 +90,7 @@ def main(verb, name="", text=""):
         Atspi.EditableText.set_text_contents(node, text)
         wait_until(lambda: Atspi.Text.get_text(node, 0, -1) == text, f"{name} does not accept the text")
     elif verb == "where":
-        extents = find(name, Atspi.Accessible.get_component_iface).get_extents(Atspi.CoordType.SCREEN)
+        extents = find(name, Atspi.Accessible.get_editable_text_iface).get_extents(Atspi.CoordType.SCREEN)
         print(extents.x, extents.y, extents.width, extents.height)
     else:
         for node in everything():

@@ -23,6 +23,7 @@ def test_composition_is_entered_once_or_not_at_all(session, clicks, key, label):
     session.save(group(label=""))
     program = session.run("03:00:00", env=ASSISTED | {"PATH": os.environ["PATH"], "QT_IM_MODULE": "ibus"})
     session.assist("press", "7:00")
+    session["display"].wait_until_still()  # the editor appears at its size and place gradually
     left, top, width, height = map(int, session.assist("where", "ラベル")[0].split())
 
     def click(x):
