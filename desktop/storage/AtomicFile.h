@@ -10,7 +10,7 @@ namespace kova {
 /// A file that is read and replaced as a whole. May be used in any thread, one at a time.
 class AtomicFile {
 public:
-    static constexpr qint64 maxSize = qint64{32} * 1024 * 1024;
+    static constexpr qint64 maxSize = qint64{64} * 1024 * 1024;
 
     explicit AtomicFile(QString path) : m_path(std::move(path)) {}
 

@@ -159,7 +159,7 @@ private Q_SLOTS:
                  return QFile(path()).open(QIODevice::WriteOnly) &&
                         QFile::resize(path(), AtomicFile::maxSize + 1);
              },
-             QStringLiteral("larger than 32 MB")},
+             QStringLiteral("larger than 64 MB")},
             {[&] {
                  put(path(), "not JSON");
                  return true;
