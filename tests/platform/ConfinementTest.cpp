@@ -28,15 +28,6 @@ template <typename Operation> bool canStill(Operation operation) {
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-bool canBind(const QByteArray &path) {
-    return canStill([&] {
-        sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
-        qstrncpy(address.sun_path, path.constData(), sizeof address.sun_path);
-        return bind(socket(AF_UNIX, SOCK_STREAM, 0), reinterpret_cast<sockaddr *>(&address),
-                    sizeof address) == 0;
-    });
-}
-
 bool canOpen(const QByteArray &path, int flags) {
     return canStill([&] { return open(path.constData(), flags, 0600) >= 0; });
 }
@@ -57,7 +48,10 @@ private Q_SLOTS:
         QVERIFY(canOpen(file, O_RDONLY));
         QVERIFY(canOpen("/dev/null", O_RDWR)); // of ALSA's type null
         const QTemporaryDir sockets(QStringLiteral("/tmp/kova-XXXXXX"));
-        QVERIFY(canBind(QFile::encodeName(sockets.filePath(QStringLiteral("dmix"))))); // of ALSA's type dmix
+        sockaddr_un dmix{.sun_family = AF_UNIX, .sun_path = {}}; // of ALSA's type dmix
+        qstrncpy(dmix.sun_path, qPrintable(sockets.filePath(QStringLiteral("dmix"))), sizeof dmix.sun_path);
+        const auto *const address = reinterpret_cast<const sockaddr *>(&dmix);
+        QVERIFY(canStill([&] { return bind(socket(AF_UNIX, SOCK_STREAM, 0), address, sizeof dmix) == 0; }));
         QVERIFY(!canOpen(file, O_WRONLY));
         QVERIFY(!canOpen(file + "2", O_CREAT | O_RDONLY));
         QVERIFY(!canStill([&] { return unlink(file.constData()) == 0; }));

@@ -26,13 +26,6 @@ class DesktopClockTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void nowIsTheSystemTime() {
-        const auto system = [] { return static_cast<double>(QDateTime::currentMSecsSinceEpoch()) / 1000; };
-        const double before = system();
-        const Instant now = DesktopClock().now();
-        QVERIFY(before <= now + instantEpoch + 1e-6 && now + instantEpoch <= system() + 0.001);
-    }
-
     void localTimeFollowsTheCalendar() {
         const struct {
             const char *zone;
