@@ -5,15 +5,15 @@ import os
 import re
 import signal
 import socket
-import subprocess
 import threading
 import time
 
 import sound
 from groups import bookmark, group
-from session import ROOT, Session, wait_until
+from session import Session, wait_until
 from test_custom_sound import wav
 from test_player import players
+from test_slow_disk import stalling
 from test_streams import stopped_terminal, unread_pipe
 
 POLL = re.compile(r"^ *([0-9.]+) poll\(.*\], ([0-9]+), .*<([0-9.]+)>$")
@@ -38,8 +38,7 @@ class Watched:
 
     def rings(self, during=lambda: None):
         for minute in range(3):
-            fired = self.program.wait_for(f"[Scheduler] FIRE: x alarm #{minute + 1}")
-            assert self.session.clock.text(fired.when).startswith(f"07:0{minute}:00")
+            self.session.wait_for_alarm(self.program, minute)
             during()
             time.sleep(1)
             self.session.clock.set(f"07:0{minute}:59.2")
@@ -77,12 +76,10 @@ def stopped_errors(watched):
 
 
 def sleeping_file(watched):
-    library, file = watched.session.folder / "stall.so", watched.session.folder / "sleepy.wav"
-    subprocess.run(["gcc", "-shared", "-fPIC", "-o", library, ROOT / "tests/desktop/stall.c"], check=True)
+    file = watched.session.folder / "sleepy.wav"
     sound.write(file, sound.chirp())
     file.with_name("sleepy.wav.statx").touch()
-    preload = f"{library}:{watched.session.clock.env['LD_PRELOAD']}"
-    watched.run({"LD_PRELOAD": preload}, customSoundPath=bookmark(file), customSoundName=file.name)
+    watched.run(stalling(watched.session), customSoundPath=bookmark(file), customSoundName=file.name)
     watched.rings()
 
 

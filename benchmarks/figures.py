@@ -33,7 +33,7 @@ sys.path.insert(0, str(ROOT / "tests/desktop"))
 import faults  # noqa: E402
 import others  # noqa: E402
 import sound  # noqa: E402
-from display import Display, close_windows  # noqa: E402
+from display import Display  # noqa: E402
 from groups import bookmark, group  # noqa: E402
 from process import Process  # noqa: E402
 from session import PROGRAM, Program, Session, wait_until  # noqa: E402
@@ -265,7 +265,7 @@ def idle():
         program.wait_for("[Scheduler] Started")
         for state in ("window shown", "window closed"):
             if state == "window closed":
-                close_windows(session.env["DISPLAY"])
+                session["display"].close_windows()
             time.sleep(10)
             before = activity(program.pid)
             time.sleep(30)

@@ -35,5 +35,5 @@ class Witnesses:
         return float(line.split("\t")[1]) - time.time() + time.monotonic()
 
     def close(self):
-        for process in (self.bus, self.server, self.recording._process):
+        for process in (self.bus, self.server, self.recording):
             process.kill()

@@ -42,17 +42,8 @@ class StandIn(Process):
         def is_wanted(line):
             call = json.loads(line)
             return call["event"] == event and values.items() <= call.items()
-        line = self.wait_for(is_wanted, timeout)
-        return Call(line)
+        return json.loads(self.wait_for(is_wanted, timeout))
 
     def calls(self, event):
         every = [json.loads(text) for text in self.texts()[1:]]
         return [call for call in every if call["event"] == event]
-
-
-class Call(dict):
-    """A recorded call and the monotonic time at which it was read."""
-
-    def __init__(self, line):
-        super().__init__(json.loads(line))
-        self.when = line.when

@@ -1,6 +1,5 @@
 """A virtual display, its contents and its mouse."""
 
-import ctypes
 import mmap
 import os
 import struct
@@ -12,6 +11,7 @@ import Xlib.display
 import Xlib.error
 import Xlib.protocol.event
 import Xlib.X
+import Xlib.XK
 
 from process import Process
 
@@ -26,38 +26,34 @@ class Display(Process):
         with os.fdopen(reading) as number:
             self.name = f":{number.readline().strip()}"
         self._screen = Path(folder, "Xvfb_screen0")
-        self._x11 = ctypes.CDLL("libX11.so.6")
-        self._xtst = ctypes.CDLL("libXtst.so.6")
-        self._x11.XOpenDisplay.restype = ctypes.c_void_p
-        self._connection = ctypes.c_void_p(self._x11.XOpenDisplay(self.name.encode()))
+        self._client = Xlib.display.Display(self.name)
 
     def click(self, x, y, button=1):
         self.press(x, y, button)
         self.release(button)
 
     def press(self, x, y, button=1):
-        self._xtst.XTestFakeMotionEvent(self._connection, -1, int(x), int(y), 0)
-        self._button(button, 1)
+        self._send(Xlib.X.MotionNotify, x=int(x), y=int(y))
+        self._send(Xlib.X.ButtonPress, button)
 
     def release(self, button=1):
-        self._button(button, 0)
+        self._send(Xlib.X.ButtonRelease, button)
 
     def type(self, *keys):
         """Presses keys by their X11 names."""
         for key in keys:
-            code = self._x11.XKeysymToKeycode(self._connection, self._x11.XStringToKeysym(key.encode()))
-            for is_press in (1, 0):
-                self._xtst.XTestFakeKeyEvent(self._connection, code, is_press, 0)
-        self._x11.XSync(self._connection, 0)
+            code = self._client.keysym_to_keycode(Xlib.XK.string_to_keysym(key))
+            self._send(Xlib.X.KeyPress, code)
+            self._send(Xlib.X.KeyRelease, code)
 
-    def _button(self, button, is_press):
-        self._xtst.XTestFakeButtonEvent(self._connection, button, is_press, 0)
-        self._x11.XSync(self._connection, 0)
+    def _send(self, event, detail=0, **position):
+        self._client.xtest_fake_input(event, detail, **position)
+        self._client.sync()
 
     def grab(self):
         """Keeps the server from serving other clients."""
-        self._x11.XGrabServer(self._connection)
-        self._x11.XSync(self._connection, 0)
+        self._client.grab_server()
+        self._client.sync()
 
     def watch(self, left, top, width, height):
         """Returns a function that reads the rows of a rectangle, four bytes (BGRX) per pixel, fast enough for polling."""
@@ -78,21 +74,19 @@ class Display(Process):
                 last, since = shown, time.monotonic()
             time.sleep(0.05)
 
+    def close_windows(self):
+        """Asks every window to close, as a title bar does. Returns the number of windows."""
+        protocols, delete = self._client.intern_atom("WM_PROTOCOLS"), self._client.intern_atom("WM_DELETE_WINDOW")
+        windows = list(filter(_is_closable, self._client.screen().root.query_tree().children))
+        for window in windows:
+            window.send_event(Xlib.protocol.event.ClientMessage(
+                window=window, client_type=protocols, data=(32, [delete, Xlib.X.CurrentTime, 0, 0, 0])))
+        self._client.sync()
+        return len(windows)
 
-def close_windows(name):
-    """Asks every window to close, as a title bar does. Returns the number of windows."""
-    display = Xlib.display.Display(name)
-    protocols, delete = display.intern_atom("WM_PROTOCOLS"), display.intern_atom("WM_DELETE_WINDOW")
 
-    def is_closable(window):
-        try:
-            return window.get_attributes().map_state == Xlib.X.IsViewable and window.get_wm_protocols()
-        except Xlib.error.BadWindow:  # destroyed meanwhile
-            return False
-
-    windows = list(filter(is_closable, display.screen().root.query_tree().children))
-    for window in windows:
-        window.send_event(Xlib.protocol.event.ClientMessage(
-            window=window, client_type=protocols, data=(32, [delete, Xlib.X.CurrentTime, 0, 0, 0])))
-    display.sync()
-    return len(windows)
+def _is_closable(window):
+    try:
+        return window.get_attributes().map_state == Xlib.X.IsViewable and window.get_wm_protocols()
+    except Xlib.error.BadWindow:  # destroyed meanwhile
+        return False

@@ -61,14 +61,6 @@ class Process:
                 when = f"within {timeout} s" if left <= 0 else "before the end"
                 raise AssertionError(f"no {wanted!r} {when} of the output: {self.texts()}")
 
-    def wait_for_file(self, path, timeout=20):
-        """Waits until the process has created a file."""
-        deadline = time.monotonic() + timeout
-        while not path.exists():
-            if time.monotonic() > deadline or not self.is_running():
-                raise AssertionError(f"no {path}")
-            time.sleep(0.02)
-
     def _read(self, timeout):
         """Returns False at the end of the output."""
         if not self._selector.select(timeout):
@@ -102,3 +94,12 @@ def _matches(text, wanted):
     if callable(wanted):
         return wanted(text)
     return text.startswith(wanted[:-1]) if wanted.endswith("…") else text == wanted
+
+
+def wait_until(condition, timeout=10, step=0.01):
+    """Polls a condition that no event reports."""
+    deadline = time.monotonic() + timeout
+    while not condition():
+        if time.monotonic() > deadline:
+            raise AssertionError("timeout")
+        time.sleep(step)

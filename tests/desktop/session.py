@@ -17,7 +17,7 @@ import sound
 import speech
 from clock import Clock
 from display import Display
-from process import Process
+from process import Process, wait_until
 
 ROOT = Path(__file__).resolve().parents[2]
 PROGRAM = Path(os.environ.get("KOVA_PROGRAM", ROOT / "build/release/kova-alarm"))
@@ -76,7 +76,7 @@ class Session:
 
     def record(self):
         recording = sound.Recording(self.folder, self.env)
-        self._others.append(recording._process)
+        self._others.append(recording)
         return recording
 
     def wait_for_sound(self, timeout=10, skipped=0):
@@ -92,25 +92,30 @@ class Session:
         raw = groups[0] if groups and isinstance(groups[0], bytes) else json.dumps(groups).encode()
         self.list_file.write_bytes(raw)
 
-    def run(self, at="06:59:58.5", env=None, under=(), stderr=None, arguments=()):
+    def run(self, at="06:59:58.5", env=None, under=(), stderr=None):
         """Starts the program, under another command if given, waits until it is idle, and sets its clock to that
         time, since a start may take longer than the rest of a minute. A variable that is None is unset."""
-        program = self.launch("03:00:00.5", env, under, stderr, arguments)
+        program = self.launch("03:00:00.5", env, under, stderr)
         program.wait_for("[Scheduler] Started", 20)
         wait_until(program.is_at_rest)
         self.clock.set(at)
         return program
 
-    def launch(self, at, env=None, under=(), stderr=None, arguments=()):
+    def launch(self, at, env=None, under=(), stderr=None):
         self.clock.set(at)
         alone = {"PATH": "/nonexistent"}  # it cannot spawn a speech service
         # File permissions must apply to root too.
         plain = ["/usr/bin/setpriv", "--bounding-set=-all", "--inh-caps=-all"] if os.getuid() == 0 else []
         every = self.env | self.clock.env | alone | (env or {})
         env = {name: value for name, value in every.items() if value is not None}
-        program = Program([*under, *plain, PROGRAM, *arguments], env, stderr=stderr)
+        program = Program([*under, *plain, PROGRAM], env, stderr=stderr)
         self._others.append(program)
         return program
+
+    def wait_for_alarm(self, program, minute=0, name="…"):
+        """Waits for the next alarm, which must fire in the first second of that minute after 7:00."""
+        fired = program.wait_for(f"[Scheduler] FIRE: {name}")
+        assert self.clock.text(fired.when).startswith(f"07:{minute:02d}:00")
 
     def assist(self, *words):
         """Runs a command of assistive.py. Needs a session bus, a display and accessibility."""
@@ -165,12 +170,3 @@ def mounting(command):
     if subprocess.run([*private, "/bin/true"]).returncode != 0:
         pytest.skip("mounts are forbidden here")
     return [*private, "/bin/sh", "-c", f'/bin/mount {command} && exec "$@"', "sh"]
-
-
-def wait_until(condition, timeout=10, step=0.01):
-    """Polls a condition that no event reports."""
-    deadline = time.monotonic() + timeout
-    while not condition():
-        if time.monotonic() > deadline:
-            raise AssertionError("timeout")
-        time.sleep(step)

@@ -6,7 +6,7 @@ from pathlib import Path
 
 import numpy
 
-from process import Process
+from process import Process, wait_until
 
 RATE = 44100
 
@@ -20,22 +20,18 @@ class SoundServer(Process):
             ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
              "-L", f"module-null-sink sink_name=kova rate={RATE} channels=2",
              "-L", f"module-native-protocol-unix auth-anonymous=1 socket={socket}"], env)
-        self.wait_for_file(socket)
+        wait_until(socket.exists, 20)
 
 
-class Recording:
+class Recording(Process):
     """Records the sink during a `with` statement, in mono, from -1 to 1."""
 
     def __init__(self, folder, env):
         self._file = Path(folder, f"recording-{time.monotonic_ns()}")
         with self._file.open("wb") as output:
-            self._process = Process(["parec", "--device=kova.monitor", "--format=s16le", f"--rate={RATE}",
-                                     "--channels=1", "--latency-msec=10"], env, stdout=output)
-        while self._file.stat().st_size == 0:
-            if not self._process.is_running():
-                raise AssertionError("the recording does not start")
-            time.sleep(0.005)
-        self.started = time.monotonic()
+            super().__init__(["parec", "--device=kova.monitor", "--format=s16le", f"--rate={RATE}",
+                              "--channels=1", "--latency-msec=10"], env, stdout=output)
+        wait_until(lambda: self._file.stat().st_size > 0)
 
     def samples(self):
         size = self._file.stat().st_size // 2
@@ -45,20 +41,15 @@ class Recording:
         return self
 
     def __exit__(self, *_):
-        self._process.kill()
-
-
-def loudness(samples, step=0.05):
-    """Returns the root mean square of each step of that many seconds."""
-    size = int(step * RATE)
-    whole = samples[:len(samples) // size * size].reshape(-1, size)
-    return numpy.sqrt((whole ** 2).mean(axis=1))
+        self.kill()
 
 
 def sounding(samples, threshold=0.002, step=0.02, shortest_pause=0.5):
     """Returns the stretches (from, to) in seconds that are not silent; shorter pauses do not split them."""
+    size = int(step * RATE)
+    steps = samples[:len(samples) // size * size].reshape(-1, size)
     stretches = []
-    for index in numpy.flatnonzero(loudness(samples, step) > threshold):
+    for index in numpy.flatnonzero(numpy.sqrt((steps ** 2).mean(axis=1)) > threshold):
         begin, end = index * step, (index + 1) * step
         if stretches and begin - stretches[-1][1] < shortest_pause:
             stretches[-1][1] = end

@@ -5,7 +5,7 @@ from pathlib import Path
 import numpy
 
 import sound
-from process import Process
+from process import Process, wait_until
 
 CONFIG = """LogLevel 2
 LogDir "{folder}"
@@ -42,7 +42,7 @@ class SpeechService(Process):
         super().__init__(["speech-dispatcher", "--run-single", "--timeout", "0", "--config-dir", config,
                           "--log-dir", config, "--pid-file", config / "pid",
                           "--communication-method", "unix_socket", "--socket-path", self._socket], env)
-        self.wait_for_file(self._socket)
+        wait_until(self._socket.exists, 20)
 
     def received(self):
         """What the generic module has been given to speak."""

@@ -49,10 +49,6 @@ class Notifications(dbus.service.Object):
     def GetCapabilities(self):
         return ["body"] + (["body-markup"] if "markup" in sys.argv else [])
 
-    @dbus.service.method(name, out_signature="ssss")
-    def GetServerInformation(self):
-        return "stand-in", "kova", "1", "1.2"
-
 
 class Logind(dbus.service.Object):
     name, path = "org.freedesktop.login1", "/org/freedesktop/login1"
@@ -76,11 +72,9 @@ class Portal(dbus.service.Object):
                          sender_keyword="sender", connection_keyword="bus")
     def Inhibit(self, window, flags, options, sender, bus):
         Portal.locks += 1
-        lock = {"flags": flags, "why": str(options.get("reason", ""))}
+        lock = {"flags": flags, "why": options["reason"]}
         record("Inhibit", **lock)
-        token = str(options.get("handle_token", f"t{Portal.locks}"))
-        client = sender[1:].replace(".", "_")
-        request = Request(bus, f"/org/freedesktop/portal/desktop/request/{client}/{token}", lock)
+        request = Request(bus, f"/org/freedesktop/portal/desktop/request/{Portal.locks}", lock)
         watch_client(bus, sender, request.end)
         return request.path
 

@@ -48,13 +48,9 @@ def test_qt_options_are_passed_on(tmp_path, arguments):
 
 
 @pytest.mark.parametrize("portal, result", [
-    ("portal", (0, "", "")), ("portal+deny", (1, "", "kova-alarm: cannot enable start at login: permission denied\n"))])
+    ("portal", (0, "", "")),
+    ("portal+deny", (1, "", "kova-alarm: cannot enable start at login: permission denied\n"))])
 def test_in_a_sandbox_the_portal_is_asked_for_the_start_at_login(session, portal, result):
     session.start("session-bus", portal)
     assert run(session.folder, "--start-at-login", env=session.env | {"container": "flatpak"}) == result
     session[portal].wait_for_call("RequestBackground", autostart=True)
-
-
-def test_starts_with_qt_options(session):
-    session.start_all()
-    session.run(arguments=["-platform", "offscreen", "-geometry", "900x700"]).end()

@@ -8,7 +8,6 @@ import dbus
 import pytest
 
 import sound
-from display import close_windows
 from groups import group
 from session import ASSISTED, wait_until
 
@@ -80,74 +79,58 @@ def test_a_group_is_created_edited_and_stopped_by_an_assistive_tool(session):
 
 def menu_of(session, registered):
     bus = dbus.bus.BusConnection(session["session-bus"].address)
-    item = bus.get_object(registered["owner"], registered["item"] if registered["item"].startswith("/")
-                          else "/StatusNotifierItem")
-    properties = dbus.Interface(item, dbus.PROPERTIES_IFACE)
+    properties = dbus.Interface(bus.get_object(registered["owner"], "/StatusNotifierItem"), dbus.PROPERTIES_IFACE)
     path = properties.Get("org.kde.StatusNotifierItem", "Menu")
     return dbus.Interface(bus.get_object(registered["owner"], path), "com.canonical.dbusmenu"), properties
 
 
-def entries(menu):
-    _, (_, _, children) = menu.GetLayout(0, -1, dbus.Array(signature="s"))
-    return [(int(child[0]), str(child[1].get("label", "---" if child[1].get("type") == "separator" else "")),
-             bool(child[1].get("enabled", True)), bytes(child[1].get("icon-data", b"")), child[1].get("toggle-type"))
-            for child in children if child[1].get("visible", True)]
+# In D-Bus menus "_" marks the mnemonic and "__" is an underscore. GNOME converts only one of them.
+GROUPS = [f"{hour}:05  g__{hour} ＆ co" for hour in range(5)]
+COMMANDS = ["---", "ウィンドウを表示", "終了"]
 
 
-@pytest.mark.parametrize("count", [0, 5, 7])
-def test_the_menu_summarises_and_quits(session, count):
+@pytest.mark.parametrize("count, labels", [
+    (0, ["アラームなし", "---", *COMMANDS]),
+    (5, ["有効: 4 / 5", "---", *GROUPS, "---", "スリープ防止中", *COMMANDS]),
+    (7, ["有効: 6 / 7", "---", *GROUPS, "他 2件...", "---", "スリープ防止中", *COMMANDS])])
+def test_the_menu_summarises_and_quits(session, count, labels):
     session.start("session-bus", "system-bus", "logind", "menu-bar")
     session.start("display")
     session.save(*[group(f"{hour}:05", label=f"g_{hour} & co", isEnabled=hour != 1) for hour in range(count)])
     program = session.run("05:30:00")
-    registered = session["menu-bar"].wait_for_call("Register", 10)
-    menu, properties = menu_of(session, registered)
+    menu, properties = menu_of(session, session["menu-bar"].wait_for_call("Register"))
     assert properties.Get("org.kde.StatusNotifierItem", "Title") == "KOVA"
-    shown = entries(menu)
-    labels = [label for _, label, *_ in shown]
-    assert labels[:2] == ["KOVA アラーム", "---"]
-    if count == 0:
-        assert labels[2:] == ["アラームなし", "---", "---", "ウィンドウを表示", "終了"]
-    else:
-        assert labels[2] == f"有効: {count - 1} / {count}" and labels[3] == "---"
-        # In D-Bus menus "_" marks the mnemonic and "__" is an underscore. GNOME converts only one of them.
-        assert labels[4:9] == [f"{hour}:05  g__{hour} ＆ co" for hour in range(5)]
-        icons = [icon for *_, icon, toggle in shown[4:9] if not toggle]
-        assert [icon == icons[0] for icon in icons] == [True, False, True, True, True]
-        more = ["他 2件..."] if count > 5 else []
-        assert labels[9:] == [*more, "---", "スリープ防止中", "---", "ウィンドウを表示", "終了"]
-    assert [enabled for _, label, enabled, *_ in shown if label == "KOVA アラーム"] == [False]
-    quit_entry = next(number for number, label, *_ in shown if label == "終了")
+    _, (_, _, children) = menu.GetLayout(0, -1, dbus.Array(signature="s"))
+    numbers, entries, _ = zip(*(child for child in children if child[1].get("visible", True)))
+    assert [entry.get("label", "---") for entry in entries] == ["KOVA アラーム", "---", *labels]
+    assert not entries[0]["enabled"]
+    if count > 0:
+        rows = entries[4:9]
+        assert not any(row.get("toggle-type") for row in rows)  # the icon shows the state
+        assert [row["icon-data"] == rows[0]["icon-data"] for row in rows] == [True, False, True, True, True]
     # The application may exit before it replies.
-    menu.Event(quit_entry, "clicked", dbus.Int32(0), dbus.UInt32(0), ignore_reply=True)
+    menu.Event(numbers[-1], "clicked", dbus.Int32(0), dbus.UInt32(0), ignore_reply=True)
     assert program.wait() == 0
     assert ("[PowerManager] Sleep prevention OFF" in program.texts()) == (count > 0)
 
 
 @pytest.mark.parametrize("service, env", [("notifications", {}), ("portal", {"container": "flatpak"})])
-def test_a_closed_window_stops_the_alarm_and_is_shown_by_the_notification(session, service, env):
+def test_a_closed_window_stops_the_alarm_and_is_shown_again(session, service, env):
     session.start("session-bus", "sound", "display", "menu-bar", service)
     session.save(group(soundName="wakeup_pulse"))
     session.run("06:59:57", env)
     session["menu-bar"].wait_for_call("Register")
     with session.record() as recording:
         wait_until(lambda: sound.sounding(recording.samples()))
-        assert close_windows(session.env["DISPLAY"]) == 1
+        assert session["display"].close_windows() == 1
         wait_until(lambda: silent(recording), 10, 0.1)
-    assert close_windows(session.env["DISPLAY"]) == 0
-    session[service].signal(signal.SIGUSR1)
-    wait_until(lambda: close_windows(session.env["DISPLAY"]))
-
-
-def test_a_second_start_shows_the_window_of_the_first(session):
-    session.start("session-bus", "display")
-    session.save(group("12:00"))
-    before = session.list_file.read_bytes()
-    program = session.run("05:30:00")
-    second = session.launch("05:30:00", stderr=subprocess.STDOUT)
+    assert session["display"].close_windows() == 0
+    session[service].signal(signal.SIGUSR1)  # a click on the notification
+    wait_until(session["display"].close_windows)
+    wait_until(lambda: not session["display"].close_windows())
+    second = session.launch("07:01:00", env, stderr=subprocess.STDOUT)
     assert second.wait() == 0 and second.texts() == []
-    assert session.list_file.read_bytes() == before and program.is_running()
-    program.end()
+    wait_until(session["display"].close_windows)
 
 
 def test_a_second_start_warns_of_an_unresponsive_first(session):

@@ -1,16 +1,16 @@
 """An alarm rings at its minute, with its sound, message and notification, and ends automatically."""
 
+import os
 import re
-import subprocess
+import shutil
 import time
-import uuid
 
 import numpy
 import pytest
 
 import sound
 from groups import group
-from session import wait_until
+from session import mounting, wait_until
 
 
 def test_alarms_of_a_run_ring_in_their_minutes(session):
@@ -18,12 +18,10 @@ def test_alarms_of_a_run_ring_in_their_minutes(session):
     session.save(group("7:00", label="朝", alarmCount=2, ttsEnabled=True, ttsMessage="wake up", ttsVolume=0.8,
                        ttsLastEnabled=True, ttsLastMessage="last \"call\""))
     program = session.run("06:59:58.5")
-    first = program.wait_for("[Scheduler] FIRE…")
-    assert session.clock.text(first.when).startswith("07:00:00")
+    session.wait_for_alarm(program)
     session["notifications"].wait_for_call("Notify")
     session.clock.set_before(1)
-    second = program.wait_for("[Scheduler] FIRE…")
-    assert session.clock.text(second.when).startswith("07:01:00")
+    session.wait_for_alarm(program, 1)
     session["notifications"].wait_for_call("Notify")
     program.wait_for("[TTSPlayer] speaking…")
 
@@ -35,15 +33,14 @@ def test_alarms_of_a_run_ring_in_their_minutes(session):
         "[Scheduler] FIRE: 朝 alarm #1",
         '[TTSPlayer] speaking: "wake up" vol=0.8 loop=true',
         "[Scheduler] FIRE: 朝 alarm #2",
-        '[TTSPlayer] speaking: "last "call"" vol=1.0 loop=true'.replace("1.0", "0.8"),
+        '[TTSPlayer] speaking: "last "call"" vol=0.8 loop=true',
     ]
     notified = session["notifications"].calls("Notify")
     assert [(call["summary"], call["body"], call["replaces"]) for call in notified] == [
         ("KOVA", "朝 — 7:00", 0), ("KOVA", "朝 — 7:01", 0)]
     # Otherwise it stays on the screen until it is dismissed.
     assert all(0 < call["timeout"] <= 60_000 and call["hints"]["urgency"] == chr(1) for call in notified)
-    identifiers = {call["hints"]["x-kova-identifier"] for call in notified}
-    assert len(identifiers) == 2 and all(str(uuid.UUID(text)).upper() == text for text in identifiers)
+    assert len({call["hints"]["x-kova-identifier"] for call in notified}) == 2
 
 
 @pytest.mark.parametrize("service, label, line, body", [
@@ -61,52 +58,43 @@ def test_a_notification_shows_the_label_as_plain_text(session, service, label, l
     assert session[service].wait_for_call("Notify")["body"] == body
 
 
-def test_the_message_is_read_again_and_again_after_a_pause(session):
+def test_the_message_is_repeated_after_a_pause_at_its_volume(session):
     session.start("sound", "speech")
-    session.save(group("7:00", volume=0, ttsLastEnabled=True, ttsLastMessage="wake up"),
-                 group("7:01", volume=0, ttsLastEnabled=True, ttsLastMessage="wake up", ttsVolume=0.6))
-
-    def listen(program):
+    session.save(*(group(f"7:{minute}", volume=0, ttsLastEnabled=True, ttsLastMessage="wake up", ttsVolume=volume)
+                   for minute, volume in enumerate((1.0, 0.6))))
+    program = session.run()
+    strengths = []
+    for minute in range(2):
+        session.clock.set_before(minute)
         with session.record() as recording:
             program.wait_for("[TTSPlayer] speaking…")
             wait_until(lambda: len(sound.sounding(recording.samples())) == 4, 20, 0.1)
-        return recording.samples(), sound.sounding(recording.samples())[:3]
-
-    program = session.run("06:59:57.5")
-    loud, readings = listen(program)
-    pauses = [after[0] - before[1] for before, after in zip(readings, readings[1:])]
-    # A reading ends with some silence of its own, and the next one is prepared.
-    assert all(1.5 <= pause < 2.5 for pause in pauses), readings
-    lengths = [end - begin for begin, end in readings]
-    assert min(lengths) > 0.3 and max(lengths) - min(lengths) < 0.1
-    session.clock.set("07:00:58.2")
-    quiet, quiet_readings = listen(program)
-
-    def strength(samples, reading):
-        begin, end = (int(second * sound.RATE) for second in reading)
-        return numpy.linalg.norm(samples[begin:end])
-
-    # The first ones may still be of the louder alarm.
-    assert 0.1 < strength(quiet, quiet_readings[-1]) / strength(loud, readings[-1]) < 0.8
+        # The first one may be of the previous alarm, and the last one is cut.
+        _, first, second, _ = sound.sounding(recording.samples())
+        # A reading ends with some silence of its own, and the next one is prepared.
+        assert 1.5 <= second[0] - first[1] < 2.5
+        assert first[1] - first[0] == pytest.approx(second[1] - second[0], abs=0.1)
+        begin, end = (int(moment * sound.RATE) for moment in second)
+        strengths.append(numpy.linalg.norm(recording.samples()[begin:end]))
+    assert 0.1 < strengths[1] / strengths[0] < 0.8
 
 
-def test_a_japanese_message_is_read_as_it_sounds(session):
-    session.start("sound", "speech")
-    message = "起きる時間です。7:05に病院の予約があります"
-    session.save(group("7:00", volume=0, ttsLastEnabled=True, ttsLastMessage=message))
-    own = ["spd-say", "--wait", "--language=ja", "オキル ジカンデス。 シチジゴフンニ ビョーインノ ヨヤクガ アリマス"]
-    with session.record() as recording:
-        subprocess.run(own, env=session.env, check=True, timeout=30)
-    [(begin, end)] = sound.sounding(recording.samples(), shortest_pause=1)
-    program = session.run("06:59:58.5", {"PATH": "/usr/bin"})
-    with session.record() as recording:
-        program.wait_for(f'[TTSPlayer] speaking: "{message}" vol=1.0 loop=true')
-        wait_until(lambda: len(sound.sounding(recording.samples(), shortest_pause=1)) > 1, 30, 0.1)
-    first, *_ = sound.sounding(recording.samples(), shortest_pause=1)
-    assert first[1] - first[0] == pytest.approx(end - begin, rel=1 / 3)
+def test_an_alarm_follows_a_time_zone_that_is_set(session):
+    zone = session.folder / "localtime"
+
+    def travel(to):
+        shutil.copyfile(f"/usr/share/zoneinfo/{to}", zone)
+        os.utime(zone, (len(to), len(to)))  # another file to the C library, which looks at whole seconds
+
+    travel("UTC")
+    session.save(group("22:00", label="old"), group("22:01", label="old"), group("7:01", label="new"))
+    program = session.run(env={"TZ": None}, under=mounting(f"--bind {zone} /etc/localtime"))
+    program.wait_for("[Scheduler] FIRE: old alarm #1")
+    travel("Asia/Tokyo")
+    session.clock.set_before(1)
+    session.wait_for_alarm(program, 1, "new alarm #1")
 
 
-@pytest.mark.slow
 def test_the_ringing_ends_automatically(session):
     session.start("sound", "speech")
     session.save(group(soundName="wakeup_pulse", ttsLastEnabled=True, ttsLastMessage="wake up"))

@@ -1,23 +1,24 @@
-"""Services of the desktop may be missing, exit or hang. Alarms ring in their second nevertheless, and a service
-that is available again is used again."""
+"""Services of the desktop may be missing, exit or hang, and the display may hang. Alarms ring in their second
+nevertheless, and a service that is available again is used again."""
 
+import re
 import signal
+import subprocess
 import time
 
 import pytest
 
 from groups import group
-from session import SERVICES
+from session import SERVICES, wait_until
 
-RUN = group("7:00", label="x", alarmCount=20, volume=0.5, ttsEnabled=True, ttsMessage="wake up",
+RUN = group("7:00", label="x", alarmCount=20, volume=0.5, ttsEnabled=True, ttsMessage="wake up", ttsVolume=0,
             soundName="wakeup_pulse")
 BUSES, OTHERS = SERVICES[:2], SERVICES[2:]
 
 
 def rings(program, session, minute):
     """Waits for the alarm of that minute, which a blocked main thread would miss."""
-    fired = program.wait_for(f"[Scheduler] FIRE: x alarm #{minute + 1}", 5)
-    assert session.clock.text(fired.when).startswith(f"07:{minute:02d}:00")
+    session.wait_for_alarm(program, minute)
     program.wait_for("[TTSPlayer] speaking…", 5)
 
 
@@ -36,14 +37,21 @@ def test_failing_services_delay_no_alarm(session, how, services):
         fail(session, services, how)
     session.save(RUN)
     program = session.run("06:59:58.2")
-    if how in ("die", "hang"):
+    if how == "hang":
         fail(session, services, how)
     for minute in range(3):
         rings(program, session, minute)
         if not {"notifications", "session-bus"} & set(services):
             assert session["notifications"].wait_for_call("Notify")["body"] == f"x — 7:{minute:02d}"
+        if how == "die" and minute == 0:
+            fail(session, services, how)
+        if "sound" not in services:
+            session.wait_for_sound(skipped=0.5)
         session.clock.set_before(minute + 1)
     program.end()
+    if how == "are missing":
+        assert int(program.log_lines()[0].removeprefix("[PowerManager] Failed to create assertion: ")) != 0
+        assert "[PowerManager] Sleep prevention OFF" not in program.texts()
 
 
 @pytest.mark.parametrize("bus", ["session-bus", "system-bus"])
@@ -96,3 +104,23 @@ def test_portals_are_used_in_a_sandbox(session):
     assert "[Scheduler] Notifications granted" in program.texts()
     session["portal"].wait_for_call("Close", why="KOVA Alarm active — preventing sleep")
     assert not session["notifications"].calls("Notify")
+
+
+@pytest.mark.parametrize("fail", [lambda display: display.signal(signal.SIGSTOP), lambda display: display.grab()],
+                         ids=["hangs", "is grabbed"])
+def test_an_alarm_rings_without_its_display(session, fail):
+    session.start_all()
+    session.start("display")
+    session.save(group(ttsLastEnabled=True, ttsLastMessage="wake up"))
+    program = session.run("06:58:30")
+    display = session["display"]
+    screen = display.watch(0, 0, 1280, 1024)
+    wait_until(lambda: any(map(any, screen())))
+    display.wait_until_still(1)
+    fail(display)
+    session.clock.set("06:59:58.5")
+    session.wait_for_alarm(program)
+    session["notifications"].wait_for_call("Notify")
+    sounding = ["pactl", "list", "short", "sink-inputs"]
+    both = {"float32le 2ch 44100Hz", "s16le 1ch 22050Hz"}  # sound and speech
+    wait_until(lambda: both <= set(re.split("[\t\n]", subprocess.check_output(sounding, env=session.env, text=True))))
