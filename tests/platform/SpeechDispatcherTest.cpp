@@ -131,8 +131,7 @@ private Q_SLOTS:
 
     void init() {
         m_service.emplace();
-        m_ends.clear();
-        makeDispatcher({});
+        makeDispatcher({.reply = 1min}); // no timeout hides an unhandled reply
     }
 
     void cleanup() { m_dispatcher.reset(); }
