@@ -72,27 +72,24 @@ void SoundPlayer::play(const AlarmGroup &group, bool loop, const QString &previe
 }
 
 void SoundPlayer::playSound(const Sound &sound) {
+    AudioRequest request{.path = sound.path, .volume = sound.volume};
+    if (sound.isLooped) {
+        request.loops = -1;
+        request.maxDuration = longestRinging - sound.pauses;
+    }
     auto player =
-        m_audioPlayers.open(sound.path, [this, sound](const PlaybackError &error) { onError(sound, error); });
+        m_audioPlayers.play(request, [this, sound](const PlaybackError &error) { onError(sound, error); });
     if (!player) {
         printError(sound, player.error());
         return;
     }
-    player.value()->setVolume(sound.volume);
-    player.value()->setNumberOfLoops(sound.isLooped ? -1 : 0);
-    if (sound.isLooped) {
-        player.value()->setMaximumDuration(longestRinging - sound.pauses);
-    }
     m_player = std::move(player).value();
-    m_player->play();
     m_context = std::make_unique<QObject>();
     m_runLoop.after(earlyFailureLimit, m_context.get(), [this] { m_earlyFailures = 0; });
     setCurrentPreviewId(sound.previewId);
 }
 
-// Retries an alarm's sound every second, since the error may be temporary. A file that keeps failing early,
-// for instance because it crashes its decoder, is retried less often, so that it does not keep the machine
-// busy.
+// Retries an alarm's sound, less often if it keeps failing early, as a file that crashes its decoder does.
 void SoundPlayer::onError(const Sound &sound, const PlaybackError &error) {
     constexpr int maxFastRetries = 3;
     if (sound.pauses == 0s || error.isFinal) {
@@ -135,22 +132,14 @@ void SoundPlayer::togglePreview(const AlarmGroup &group) {
 void SoundPlayer::stop() {
     m_context.reset();
     m_pendingPreviewId.clear();
-    if (m_player) {
-        m_player->stop();
-        m_player.reset();
-    }
+    m_player.reset();
     setCurrentPreviewId(QString());
 }
 
 std::optional<QString> SoundPlayer::builtInSoundURL(const QString &soundName) const {
-    const QString extension = QStringLiteral("mp3");
-    if (const auto folder = m_resources.path(QStringLiteral("Sounds"), QString())) {
-        const QString path = *folder + u'/' + soundName + u'.' + extension;
-        if (m_resources.fileExists(path)) {
-            return path;
-        }
-    }
-    return m_resources.path(soundName, extension);
+    const QString file = soundName + QStringLiteral(".mp3");
+    const std::optional<QString> path = m_resources.path(QStringLiteral("Sounds/") + file);
+    return path ? path : m_resources.path(file);
 }
 
 void SoundPlayer::setCurrentPreviewId(const QString &previewId) {

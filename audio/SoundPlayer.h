@@ -36,7 +36,6 @@ public:
     /// Stops the current sound and plays a built-in sound once.
     void preview(const QString &soundName, float volume);
 
-    /// Starts or stops the preview of the group's sound.
     void togglePreview(const AlarmGroup &group);
 
     void stop();

@@ -10,10 +10,8 @@ class Resources {
 public:
     virtual ~Resources() = default;
 
-    /// Returns the path of a resource, or of a folder if the extension is empty; nullopt if there is none.
-    virtual std::optional<QString> path(const QString &name, const QString &extension) const = 0;
-
-    virtual bool fileExists(const QString &path) const = 0;
+    /// Returns the path of a file, given by its name below the resources; nullopt if there is none.
+    virtual std::optional<QString> path(const QString &name) const = 0;
 };
 
 } // namespace kova

@@ -20,11 +20,10 @@ namespace {
 // These return the reason for a failure, or an empty text.
 
 QString makeEntry() {
-    const QString name = QStringLiteral("jp.kova.Alarm");
-    const QString extension = QStringLiteral("desktop");
-    const auto shipped = InstalledResources().path(QStringLiteral("autostart/") + name, extension);
+    const QString name = QStringLiteral("autostart/jp.kova.Alarm.desktop");
+    const std::optional<QString> shipped = InstalledResources().path(name);
     const QDir config(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
-    const QString own = config.filePath(QStringLiteral("autostart/") + name + u'.' + extension);
+    const QString own = config.filePath(name);
     if (!shipped) {
         return QStringLiteral("the application is not installed");
     }
@@ -32,13 +31,6 @@ QString makeEntry() {
     config.mkpath(QStringLiteral("autostart"));
     QFile::remove(own); // it may be a disabled one
     return entry.copy(own) ? QString() : entry.errorString();
-}
-
-// The response follows the user's decision.
-QString reasonForDenial(const QDBusMessage &response) {
-    const auto results = qdbus_cast<QVariantMap>(response.arguments().value(1));
-    const bool isGranted = results.value(QStringLiteral("autostart")).toBool();
-    return isGranted ? QString() : QStringLiteral("permission denied");
 }
 
 QString askPortal() {
@@ -55,7 +47,11 @@ QString askPortal() {
     MessageBuses buses;
     buses.run([&buses, &finish, &call] {
         buses.listen(QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Response"),
-                     [&finish](const QDBusMessage &response) { finish(reasonForDenial(response)); });
+                     [&finish](const QDBusMessage &response) { // follows the user's decision
+                         const auto results = qdbus_cast<QVariantMap>(response.arguments().value(1));
+                         const bool isGranted = results.value(QStringLiteral("autostart")).toBool();
+                         finish(isGranted ? QString() : QStringLiteral("permission denied"));
+                     });
         buses.call(Bus::Session, call, [&finish](const QDBusMessage &reply) {
             if (reply.type() == QDBusMessage::ErrorMessage) {
                 finish(reply.errorMessage());

@@ -1,12 +1,12 @@
 #include "InodeBookmarks.h"
 
-#include "BookmarkCodec.h"
-
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QIODevice>
 #include <cerrno>
-#include <cstring>
+#include <climits>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
@@ -17,6 +17,10 @@
 namespace kova {
 
 namespace {
+
+// Format: magic with version, three big-endian numbers of 8 bytes, and the path up to the end.
+constexpr quint64 magic = 0x4B4F'5641'626D'6B31; // "KOVAbmk1"
+constexpr qsizetype pathOffset = 4 * sizeof(quint64);
 
 // Returns `nullopt` and sets errno unless a regular file exists at the path.
 std::optional<BookmarkRecord> fileAt(const QByteArray &path) {
@@ -60,7 +64,7 @@ QByteArray findRenamed(const BookmarkRecord &file) {
 }
 
 QString reason(int error, const QString &path) {
-    return QString::fromLocal8Bit(std::strerror(error)) + QStringLiteral(": ") + path;
+    return qt_error_string(error) + QStringLiteral(": ") + path;
 }
 
 // Reads a byte, which spins up a sleeping disk: the player would be taken for hung meanwhile. Does not block
@@ -75,6 +79,21 @@ QString awakened(const QByteArray &path) {
 }
 
 } // namespace
+
+QByteArray encodeBookmark(const BookmarkRecord &record) {
+    QByteArray bytes;
+    QDataStream(&bytes, QIODevice::WriteOnly) << magic << record.device << record.inode << record.birth;
+    return bytes + record.path;
+}
+
+std::optional<BookmarkRecord> decodeBookmark(const QByteArray &bytes) {
+    quint64 begin = 0;
+    BookmarkRecord record{.path = bytes.mid(pathOffset)};
+    QDataStream(bytes) >> begin >> record.device >> record.inode >> record.birth;
+    const bool isPath =
+        record.path.startsWith('/') && record.path.size() < PATH_MAX && !record.path.contains('\0');
+    return begin == magic && isPath ? std::optional(record) : std::nullopt;
+}
 
 Result<QByteArray> createBookmark(const QString &path) {
     const auto file = fileAt(QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath())));

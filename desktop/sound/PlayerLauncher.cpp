@@ -4,33 +4,22 @@
 #include "PlayerProcess.h"
 #include "SoundFormats.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <cmath>
 #include <unistd.h>
 
 namespace kova {
 
 namespace {
 
-const auto playerProgram = QStringLiteral("/kova-alarm-player");
-const auto ffmpegModule = QStringLiteral("/kova-alarm-ffmpeg.so");
-
-QString helpersFolder() {
-    const QDir program(QCoreApplication::applicationDirPath());
-    const QString installed = QDir::cleanPath(program.filePath(QStringLiteral(KOVA_LIBEXEC_FROM_BIN)));
-    return QFile::exists(installed + playerProgram) ? installed : program.path();
-}
-
 // The path at which a child process that is not yet confined can open the descriptor.
 QString pathOf(int descriptor) {
     return QStringLiteral("/proc/%1/fd/%2").arg(getpid()).arg(descriptor);
 }
 
-// Only what the libraries need to find the sound server and their configuration. Without a display or a
-// message bus none of them waits for one: SDL and PipeWire would ask both buses for real-time priority before
-// the first sample, without a timeout.
+// Only what the libraries need to find the sound server and their configuration: they would wait for a
+// display or a message bus that does not respond.
 QProcessEnvironment playerEnvironment() {
     static const QRegularExpression needed(
         QStringLiteral("^(HOME|XDG_CONFIG_HOME|XDG_RUNTIME_DIR|(ALSA|JACK|LD|PIPEWIRE|PULSE|SDL|SPA)_.*)$"));
@@ -50,23 +39,26 @@ QProcessEnvironment playerEnvironment() {
 
 PlayerLauncher::PlayerLauncher(const InstalledResources &resources)
     : m_resources(resources),
-      m_folder(helpersFolder()),
-      m_environment(playerEnvironment()) {
-    m_files.add(m_folder + playerProgram);
-    m_files.add(m_folder + ffmpegModule);
-}
+      m_environment(playerEnvironment()) {}
 
-Result<std::unique_ptr<AudioPlayer>> PlayerLauncher::open(const QString &path, ErrorCallback onError) {
-    const std::string name = QFile::encodeName(path).toStdString();
-    if (soundFormatOf(name) == nullptr || name.size() >= PATH_MAX) {
-        return Failure{QStringLiteral("Not a supported sound format: ") + path};
+Result<std::unique_ptr<AudioPlayer>> PlayerLauncher::play(const AudioRequest &request,
+                                                          ErrorCallback onError) {
+    const std::string path = QFile::encodeName(request.path).toStdString();
+    if (soundFormatOf(path) == nullptr || path.size() >= PATH_MAX) {
+        return Failure{QStringLiteral("Not a supported sound format: ") + request.path};
     }
-    const int sound = m_resources.descriptor(path);
-    const PlayerProcess::Program program{.path = pathOf(m_files.descriptor(m_folder + playerProgram)),
+    const int sound = m_resources.sound(request.path);
+    const PlayerProcess::Program program{.path = pathOf(m_resources.player()),
                                          .environment = m_environment,
-                                         .descriptors = {m_files.descriptor(m_folder + ffmpegModule), sound}};
-    return std::unique_ptr<AudioPlayer>(std::make_unique<PlayerProcess>(
-        program, sound < 0 ? name : protocol::builtInSound, std::move(onError)));
+                                         .descriptors = {m_resources.ffmpegModule(), sound}};
+    // An invalid volume is loud, since silence wakes nobody.
+    const protocol::Request message{
+        .volume = std::isnan(request.volume) ? 1 : std::clamp(request.volume, 0.0F, 1.0F),
+        .loops = request.loops,
+        .maxDuration = static_cast<std::int32_t>(request.maxDuration.count()),
+        .path = sound < 0 ? std::string_view(path) : protocol::builtInSound};
+    return std::unique_ptr<AudioPlayer>(
+        std::make_unique<PlayerProcess>(program, message, std::move(onError)));
 }
 
 } // namespace kova

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "AudioPlayer.h"
-#include "PreopenedFiles.h"
 
 #include <QProcessEnvironment>
 
@@ -9,20 +8,17 @@ namespace kova {
 
 class InstalledResources;
 
-/// Plays each sound in a player process of its own, so that a file that crashes its decoder costs only its
-/// sound.
+/// Plays each sound in a player process of its own.
 class PlayerLauncher : public AudioPlayers {
 public:
-    /// Locates the player program relative to this one.
+    /// The resources must outlive it.
     explicit PlayerLauncher(const InstalledResources &resources);
 
-    Result<std::unique_ptr<AudioPlayer>> open(const QString &path, ErrorCallback onError) override;
+    Result<std::unique_ptr<AudioPlayer>> play(const AudioRequest &request, ErrorCallback onError) override;
 
 private:
     const InstalledResources &m_resources;
-    const QString m_folder; ///< with the player and its FFmpeg module
     const QProcessEnvironment m_environment;
-    PreopenedFiles m_files;
 };
 
 } // namespace kova

@@ -3,8 +3,6 @@
 #include "plainLine.h"
 
 #include <QtDebug>
-#include <cerrno>
-#include <cmath>
 #include <linux/close_range.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -29,49 +27,45 @@ qint64 maxMessages(qint64 age) {
 
 } // namespace
 
-PlayerProcess::PlayerProcess(Program program, std::string_view path, AudioPlayers::ErrorCallback onError)
-    : m_program(std::move(program)),
+PlayerProcess::PlayerProcess(const Program &program, const protocol::Request &request,
+                             AudioPlayers::ErrorCallback onError)
+    : m_request(request),
       m_onError(std::move(onError)) {
-    m_request.path = path;
-    setMaximumDuration(1h);
+    m_age.start();
     m_heartbeatTimer.setSingleShot(true);
     connect(&m_heartbeatTimer, &QTimer::timeout, this, &PlayerProcess::onHeartbeatTimeout);
-}
-
-PlayerProcess::~PlayerProcess() {
-    stop();
-    close(m_socket);
-}
-
-void PlayerProcess::setMaximumDuration(std::chrono::milliseconds duration) {
-    m_request.maxDuration = static_cast<std::int32_t>(duration.count());
-}
-
-void PlayerProcess::play() {
-    m_age.start();
     m_heartbeatTimer.start(heartbeatTimeout);
     std::array<int, 2> ends{-1, -1};
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) {
-        fail(startError + QString::fromLocal8Bit(std::strerror(errno)));
+        fail(startError + qt_error_string());
         return;
     }
     m_socket = ends[0];
     m_notifier = std::make_unique<QSocketNotifier>(m_socket, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &PlayerProcess::receive);
-    sendRequest(protocol::Request::Kind::Play);
-    start(ends[1]);
+    send(m_socket, &m_request, sizeof m_request, MSG_NOSIGNAL | MSG_DONTWAIT);
+    start(program, ends[1]);
     close(ends[1]);
+}
+
+// The player exits when the socket is closed.
+PlayerProcess::~PlayerProcess() {
+    m_notifier.reset();
+    close(m_socket);
+    if (m_process) {
+        releaseProcess(stopGracePeriod);
+    }
 }
 
 // Starts the player in its own process group, so that Ctrl+C in the terminal does not reach it, with no
 // descriptors but its own.
-void PlayerProcess::start(int socket) {
+void PlayerProcess::start(const Program &program, int socket) {
     m_process = std::make_unique<QProcess>();
-    m_process->setProcessEnvironment(m_program.environment);
+    m_process->setProcessEnvironment(program.environment);
     m_process->setStandardInputFile(QProcess::nullDevice());
     m_process->setStandardOutputFile(QProcess::nullDevice());
     m_process->setStandardErrorFile(QProcess::nullDevice());
-    m_process->setChildProcessModifier([socket, descriptors = m_program.descriptors] {
+    m_process->setChildProcessModifier([socket, descriptors = program.descriptors] {
         setpgid(0, 0);
         int number = dup2(socket, protocol::socket);
         for (const int descriptor : descriptors) {
@@ -86,16 +80,7 @@ void PlayerProcess::start(int socket) {
             fail(startError + m_process->errorString());
         }
     });
-    m_process->start(m_program.path);
-}
-
-void PlayerProcess::stop() {
-    m_onError = {};
-    m_heartbeatTimer.stop();
-    if (m_process) {
-        sendRequest(protocol::Request::Kind::Stop);
-        releaseProcess(stopGracePeriod);
-    }
+    m_process->start(program.path);
 }
 
 // Kills the process after the grace period. Its object deletes itself, since the destructor of a running
@@ -113,20 +98,6 @@ void PlayerProcess::releaseProcess(std::chrono::milliseconds gracePeriod) {
         }
     });
     QTimer::singleShot(gracePeriod, process, [process] { process->kill(); });
-}
-
-// An invalid volume is loud, since silence wakes nobody.
-void PlayerProcess::setVolume(float volume) {
-    m_request.volume = std::isnan(volume) ? 1 : std::clamp(volume, 0.0F, 1.0F);
-    if (m_process) {
-        sendRequest(protocol::Request::Kind::SetVolume);
-    }
-}
-
-// A player that does not read its requests is detected by its heartbeat.
-void PlayerProcess::sendRequest(protocol::Request::Kind kind) {
-    m_request.kind = kind;
-    send(m_socket, &m_request, sizeof m_request, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
 // Handles a bounded number of packets per call, to avoid starving the event loop.

@@ -21,19 +21,13 @@ public:
         std::vector<int> descriptors; ///< become 4, 5, …; above that range; -1 leaves its number closed
     };
 
-    PlayerProcess(Program program, std::string_view path, AudioPlayers::ErrorCallback onError);
+    PlayerProcess(const Program &program, const protocol::Request &request,
+                  AudioPlayers::ErrorCallback onError);
     ~PlayerProcess() override;
 
-    void setVolume(float volume) override;
-    void setNumberOfLoops(int loops) override { m_request.loops = loops; }
-    void setMaximumDuration(std::chrono::milliseconds duration) override;
-    void play() override;
-    void stop() override;
-
 private:
-    void start(int socket);
+    void start(const Program &program, int socket);
     void releaseProcess(std::chrono::milliseconds gracePeriod);
-    void sendRequest(protocol::Request::Kind kind);
     void receive();
     bool receiveOne();
     void handleEvent(const protocol::Event &event);
@@ -41,8 +35,7 @@ private:
     void onExit(int code, QProcess::ExitStatus status);
     void fail(const QString &reason, bool isFinal = false);
 
-    const Program m_program;
-    protocol::Request m_request;
+    const protocol::Request m_request;
     AudioPlayers::ErrorCallback m_onError; ///< empty once the result is known
     int m_socket = -1;
     std::unique_ptr<QSocketNotifier> m_notifier;

@@ -20,7 +20,6 @@ public:
 
     /// Blocks until a pending list is saved or a last attempt fails.
     ~ListFile() override;
-    Q_DISABLE_COPY_MOVE(ListFile)
 
     /// $XDG_CONFIG_HOME/kova-alarm
     static QString defaultFolder();

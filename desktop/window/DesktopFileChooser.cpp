@@ -9,7 +9,6 @@
 #include <QMimeDatabase>
 #include <QStandardPaths>
 #include <QTranslator>
-#include <algorithm>
 
 namespace kova {
 
@@ -44,9 +43,8 @@ private:
 // Returns the patterns of the type's suffixes that the player supports.
 QStringList patterns(const QString &contentType) {
     QStringList supported;
-    for (const SoundFormat &format : soundFormats()) {
-        supported << QStringLiteral("*.") +
-                         QLatin1String(format.suffix.data(), static_cast<int>(format.suffix.size()));
+    for (const SoundFormat &format : soundFormats) {
+        supported << QStringLiteral("*.") + QString::fromLatin1(format.suffix);
     }
     if (!contentType.endsWith(QLatin1String("/*"))) {
         const QStringList own = QMimeDatabase().mimeTypeForName(contentType).globPatterns();
@@ -55,10 +53,14 @@ QStringList patterns(const QString &contentType) {
     return supported;
 }
 
-bool isOffered(const QString &file, const QStringList &contentTypes) {
-    return std::any_of(contentTypes.begin(), contentTypes.end(), [&file](const QString &type) {
-        return QDir::match(patterns(type), QFileInfo(file).fileName());
-    });
+QStringList patterns(const QStringList &contentTypes) {
+    QStringList all;
+    for (const QString &type : contentTypes) {
+        all << patterns(type);
+    }
+    all.removeDuplicates();
+    all.sort();
+    return all;
 }
 
 QString filter(const QString &name, const QStringList &patterns) {
@@ -73,19 +75,15 @@ QString startFolder() {
 } // namespace
 
 QStringList fileNameFilters(const QStringList &contentTypes) {
-    QStringList all;
     QStringList filters;
+    if (const QStringList all = patterns(contentTypes); !all.isEmpty()) {
+        filters << filter(QStringLiteral("オーディオ"), all);
+    }
     for (const QString &type : contentTypes) {
         const QStringList own = patterns(type);
-        all << own;
         if (!own.isEmpty() && !type.endsWith(QLatin1String("/*"))) {
             filters << filter(QMimeDatabase().mimeTypeForName(type).comment(), own);
         }
-    }
-    all.removeDuplicates();
-    all.sort();
-    if (!all.isEmpty()) {
-        filters.prepend(filter(QStringLiteral("オーディオ"), all));
     }
     return filters;
 }
@@ -112,7 +110,7 @@ std::optional<QString> DesktopFileChooser::chooseFile(const FileChooserRequest &
     }
     while (dialog.exec() == QDialog::Accepted) {
         const QString file = dialog.selectedFiles().value(0);
-        if (isOffered(file, request.allowedContentTypes)) {
+        if (QDir::match(patterns(request.allowedContentTypes), QFileInfo(file).fileName())) {
             return file;
         } // the name of another file can be typed
     }

@@ -12,8 +12,8 @@ class FakeAudioPlayers : public AudioPlayers {
 public:
     struct Sound {
         QString path;
-        float volume = 1;
-        int loops = 0;
+        float volume;
+        int loops;
 
         friend bool operator==(const Sound &, const Sound &) = default;
     };
@@ -21,15 +21,17 @@ public:
     QMap<QString, QString> unreadable; ///< path to reason
     QList<Sound> sounding;             ///< playing now
     int opened = 0;
-    std::chrono::milliseconds maximumDuration{}; ///< as last set
+    std::chrono::milliseconds maximumDuration{}; ///< of the last request
 
-    Result<std::unique_ptr<AudioPlayer>> open(const QString &path, ErrorCallback onError) override {
-        if (unreadable.contains(path)) {
-            return Failure{unreadable.value(path)};
+    Result<std::unique_ptr<AudioPlayer>> play(const AudioRequest &request, ErrorCallback onError) override {
+        if (unreadable.contains(request.path)) {
+            return Failure{unreadable.value(request.path)};
         }
         opened += 1;
+        maximumDuration = request.maxDuration;
         m_onError = std::move(onError);
-        return std::unique_ptr<AudioPlayer>(std::make_unique<Player>(*this, path));
+        return std::unique_ptr<AudioPlayer>(
+            std::make_unique<Player>(sounding, Sound{request.path, request.volume, request.loops}));
     }
 
     /// Reports an error of the file opened last.
@@ -41,19 +43,14 @@ public:
 private:
     class Player : public AudioPlayer {
     public:
-        Player(FakeAudioPlayers &players, const QString &path) : m_players(players), m_sound{path} {}
-        ~Player() override { stop(); }
-        void setVolume(float volume) override { m_sound.volume = volume; }
-        void setNumberOfLoops(int loops) override { m_sound.loops = loops; }
-        void setMaximumDuration(std::chrono::milliseconds duration) override {
-            m_players.maximumDuration = duration;
+        Player(QList<Sound> &sounding, const Sound &sound) : m_sounding(sounding), m_sound(sound) {
+            m_sounding.append(m_sound);
         }
-        void play() override { m_players.sounding.append(m_sound); }
-        void stop() override { m_players.sounding.removeOne(m_sound); }
+        ~Player() override { m_sounding.removeOne(m_sound); }
 
     private:
-        FakeAudioPlayers &m_players;
-        Sound m_sound;
+        QList<Sound> &m_sounding;
+        const Sound m_sound;
     };
 
     ErrorCallback m_onError;

@@ -1,7 +1,7 @@
 // Arbitrary bytes as a bookmark. Only a complete bookmark with a valid path is accepted, and encodes to the
 // same bytes.
 
-#include "BookmarkCodec.h"
+#include "InodeBookmarks.h"
 #include "require.h"
 
 #include <climits>

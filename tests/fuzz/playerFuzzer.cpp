@@ -11,12 +11,10 @@ namespace {
 
 void checkRequest(const protocol::Request &request) {
     require(request.volume >= 0 && request.volume <= 1);
-    if (request.kind == protocol::Request::Kind::Play) {
-        const std::string path = request.path.toString();
-        require(request.maxDuration > 0 && path.starts_with('/') && path.size() < PATH_MAX);
-        const SoundFormat *const format = soundFormatOf(path);
-        require(format == nullptr || format == soundFormatOf('x' + path.substr(path.rfind('.'))));
-    }
+    const std::string path = request.path.toString();
+    require(request.maxDuration > 0 && path.starts_with('/') && path.size() < PATH_MAX);
+    const SoundFormat *const format = soundFormatOf(path);
+    require(format == nullptr || format == soundFormatOf('x' + path.substr(path.rfind('.'))));
 }
 
 void checkEvent(const protocol::Event &event) {

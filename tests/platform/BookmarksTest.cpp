@@ -1,4 +1,3 @@
-#include "BookmarkCodec.h"
 #include "InodeBookmarks.h"
 
 #include <QDir>

@@ -24,7 +24,7 @@ private Q_SLOTS:
         for (auto match = pattern.globalMatch(filters.join(u' ')); match.hasNext();) {
             offered.insert(match.next().captured(1));
         }
-        QCOMPARE(offered.size(), soundFormats().size());
+        QCOMPARE(offered.size(), soundFormats.size());
         for (const QString &suffix : std::as_const(offered)) {
             QVERIFY(soundFormatOf("/a/b." + suffix.toUpper().toStdString()) != nullptr);
         }

@@ -45,14 +45,12 @@ class PlayerProcessTest : public QObject {
         environment.insert(QStringLiteral("PATH"), QStringLiteral("/usr/bin:/bin"));
         environment.insert(QStringLiteral("SDL_AUDIODRIVER"), QStringLiteral("dummy"));
         const PlayerProcess::Program program{.path = path, .environment = environment, .descriptors = {}};
-        auto process = std::make_unique<PlayerProcess>(
-            program, KOVA_SOUNDS "/wakeup_pulse.mp3", [this](const PlaybackError &error) {
-                m_reasons.append(error.reason + (error.isFinal ? QStringLiteral(" (final)") : QString()));
-            });
-        process->setNumberOfLoops(loops);
-        process->setMaximumDuration(duration);
-        process->play();
-        return process;
+        const protocol::Request request{.loops = loops,
+                                        .maxDuration = static_cast<std::int32_t>(duration.count()),
+                                        .path = {KOVA_SOUNDS "/wakeup_pulse.mp3"}};
+        return std::make_unique<PlayerProcess>(program, request, [this](const PlaybackError &error) {
+            m_reasons.append(error.reason + (error.isFinal ? QStringLiteral(" (final)") : QString()));
+        });
     }
 
     // Returns the path of a player that runs the script.

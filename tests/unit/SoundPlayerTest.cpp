@@ -230,9 +230,6 @@ private Q_SLOTS:
         QCOMPARE(m_player->builtInSoundURL(QStringLiteral("morning_glass")), glass);
         QCOMPARE(m_player->builtInSoundURL(QStringLiteral("extra")), QStringLiteral("/resources/extra.mp3"));
         QVERIFY(!m_player->builtInSoundURL(QStringLiteral("nope")));
-        m_resources.hasSoundsFolder = false;
-        QVERIFY(!m_player->builtInSoundURL(QStringLiteral("morning_glass")));
-        QVERIFY(m_player->builtInSoundURL(QStringLiteral("extra")));
     }
 };
 

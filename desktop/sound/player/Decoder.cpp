@@ -1,7 +1,6 @@
 #include "Decoder.h"
 
 #include "PlayerProtocol.h"
-#include "SndfileDecoder.h"
 #include "SoundFormats.h"
 
 #include <cerrno>
@@ -34,7 +33,6 @@ bool checkFile(const std::string &path, DecoderError &error) {
     return isFile;
 }
 
-// Loads FFmpeg's libraries on demand, since that takes longer than the rest of the start.
 std::unique_ptr<Decoder> openWithFfmpeg(const std::string &path, DecoderError &error) {
     void *const module = dlopen(protocol::ffmpegModule, RTLD_NOW | RTLD_LOCAL);
     void *const function = module == nullptr ? nullptr : dlsym(module, openFfmpegDecoderName);
@@ -53,7 +51,7 @@ std::unique_ptr<Decoder> openDecoder(const std::string &path, DecoderError &erro
     if (checkFile(path, error)) {
         const SoundFormat *const format = soundFormatOf(path);
         const bool isForFfmpeg = format != nullptr && format->library == DecoderLibrary::Ffmpeg;
-        decoder = isForFfmpeg ? openWithFfmpeg(path, error) : SndfileDecoder::open(path, error);
+        decoder = isForFfmpeg ? openWithFfmpeg(path, error) : openSndfileDecoder(path, error);
     }
     if (!decoder) {
         error.reason += ": " + path;

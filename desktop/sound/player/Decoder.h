@@ -33,6 +33,9 @@ public:
 /// failure.
 std::unique_ptr<Decoder> openDecoder(const std::string &path, DecoderError &error);
 
+/// As openDecoder(), with libsndfile.
+std::unique_ptr<Decoder> openSndfileDecoder(const std::string &path, DecoderError &error);
+
 /// The one function of the module with FFmpeg's decoder, as openDecoder(). The caller owns the decoder.
 using OpenFfmpegDecoder = Decoder *(const std::string &path, DecoderError &error);
 constexpr const char *openFfmpegDecoderName = "openFfmpegDecoder";

@@ -1,11 +1,55 @@
-#include "FfmpegDecoder.h"
+#include "Decoder.h"
 
 #include <algorithm>
 #include <array>
 
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libavutil/opt.h>
+#include <libswresample/swresample.h>
+}
+
 namespace kova {
 
 namespace {
+
+struct Freed {
+    void operator()(AVFormatContext *context) const { avformat_close_input(&context); }
+    void operator()(AVCodecContext *context) const { avcodec_free_context(&context); }
+    void operator()(AVFrame *frame) const { av_frame_free(&frame); }
+    void operator()(AVPacket *packet) const { av_packet_free(&packet); }
+    void operator()(SwrContext *context) const { swr_free(&context); }
+};
+template <typename T> using Owned = std::unique_ptr<T, Freed>;
+
+// Decodes the best audio stream of a file, to mono or stereo at 44.1 kHz.
+class FfmpegDecoder : public Decoder {
+public:
+    // Returns a negative error code if the file cannot be decoded.
+    int open(const std::string &path);
+
+    int channels() const override { return m_channels; }
+    int rate() const override { return 44100; }
+    size_t read(std::span<float> samples) override;
+    bool rewind() override;
+
+private:
+    int openFile(const std::string &path);
+    int openStream();
+    bool decodeFrame();
+    bool feedDecoder();
+    bool convertFrame();
+
+    Owned<AVFormatContext> m_file;
+    Owned<AVCodecContext> m_codec;
+    Owned<SwrContext> m_converter; ///< from the frames' format, once it is known
+    const Owned<AVFrame> m_frame{av_frame_alloc()};
+    const Owned<AVPacket> m_packet{av_packet_alloc()};
+    int m_channels = 2;
+    int m_stream = 0;
+    bool m_isDecoded = false; ///< all frames are in the converter
+};
 
 // FFmpeg also reads formats that refer to other files or to the network.
 constexpr const char *formats = "mov,mp4,m4a,3gp,3g2,mj2,aac,asf";
@@ -17,20 +61,9 @@ std::string errorText(int error) {
     return text.data();
 }
 
-} // namespace
-
-std::unique_ptr<FfmpegDecoder> FfmpegDecoder::open(const std::string &path, DecoderError &error) {
-    av_log_set_level(AV_LOG_QUIET);
-    auto decoder = std::make_unique<FfmpegDecoder>();
-    int result = decoder->openFile(path);
-    if (result >= 0) {
-        result = decoder->openStream();
-    }
-    if (result < 0) {
-        error = {errorText(result)};
-        return nullptr;
-    }
-    return decoder;
+int FfmpegDecoder::open(const std::string &path) {
+    const int error = openFile(path);
+    return error < 0 ? error : openStream();
 }
 
 int FfmpegDecoder::openFile(const std::string &path) {
@@ -128,8 +161,16 @@ bool FfmpegDecoder::rewind() {
            avformat_seek_file(m_file.get(), m_stream, INT64_MIN, 0, 0, AVSEEK_FLAG_BYTE) >= 0;
 }
 
-} // namespace kova
+} // namespace
 
-extern "C" kova::Decoder *openFfmpegDecoder(const std::string &path, kova::DecoderError &error) {
-    return kova::FfmpegDecoder::open(path, error).release();
+extern "C" Decoder *openFfmpegDecoder(const std::string &path, DecoderError &error) {
+    av_log_set_level(AV_LOG_QUIET);
+    auto decoder = std::make_unique<FfmpegDecoder>();
+    if (const int result = decoder->open(path); result < 0) {
+        error = {errorText(result)};
+        return nullptr;
+    }
+    return decoder.release();
 }
+
+} // namespace kova

@@ -1,8 +1,7 @@
 #include "Playback.h"
 
-#include "ApplicationLink.h"
-
 #include <cmath>
+#include <sys/socket.h>
 #include <thread>
 #include <utility>
 
@@ -19,10 +18,10 @@ constexpr auto drainTime = 500ms; // longer than the sound server's buffer, so t
 
 } // namespace
 
-Playback::Playback(const protocol::Request &request)
-    : m_path(request.path.toString()),
-      m_loops(request.loops),
-      m_volume(request.volume) {}
+void sendEvent(Kind kind, std::string_view reason) {
+    const protocol::Event event{.kind = kind, .reason = reason};
+    ::send(protocol::socket, &event, sizeof event, MSG_NOSIGNAL | MSG_DONTWAIT);
+}
 
 void Playback::play() {
     while (!m_hasEnded) {
@@ -33,32 +32,32 @@ void Playback::play() {
         waitForEndOrDeviceLoss();
         m_device.reset();
     }
-    protocol::send(Kind::Ended);
+    sendEvent(Kind::Ended);
 }
 
 void Playback::openDevice() {
-    std::string reason;
-    while (
-        !(m_device = SoundDevice::open(
-              Sound::rate, Sound::channels, [this](std::span<float> samples) { fill(samples); }, reason))) {
-        setDeviceError(reason);
+    for (;;) {
+        m_device.emplace(Sound::rate, Sound::channels, [this](std::span<float> samples) { fill(samples); });
+        setDeviceError(m_device->error());
+        if (m_device->error().empty()) {
+            return;
+        }
         std::this_thread::sleep_for(retryInterval);
     }
-    setDeviceError({});
 }
 
 bool Playback::openSound() {
     DecoderError error;
     {
         const std::lock_guard lock(m_soundMutex);
-        m_sound = Sound::open(m_path, m_loops, error);
+        m_sound = Sound::open(m_request.path.toString(), m_request.loops, error);
     }
     m_isSoundOpened = true;
     m_isSoundOpened.notify_one();
     if (m_sound) {
-        protocol::send(Kind::Playing);
+        sendEvent(Kind::Playing);
     } else {
-        protocol::send(error.isTemporary ? Kind::Failed : Kind::Rejected, error.reason);
+        sendEvent(error.isTemporary ? Kind::Failed : Kind::Rejected, error.reason);
     }
     return m_sound != nullptr;
 }
@@ -80,7 +79,7 @@ void Playback::fill(std::span<float> samples) {
         m_sound->fill(samples);
     }
     for (float &sample : samples) {
-        sample = std::isfinite(sample) ? sample * m_volume : 0;
+        sample = std::isfinite(sample) ? sample * m_request.volume : 0;
     }
     m_hasEnded = !m_sound || m_sound->hasEnded();
 }
@@ -95,11 +94,11 @@ void Playback::sendHeartbeats() {
         idleHeartbeats = std::exchange(last, buffers) == buffers ? idleHeartbeats + 1 : 0;
         const std::lock_guard lock(m_deviceErrorMutex);
         if (!m_deviceError.empty()) {
-            protocol::send(Kind::Waiting, m_deviceError);
+            sendEvent(Kind::Waiting, m_deviceError);
         } else if (idleHeartbeats > maxIdleHeartbeats) {
-            protocol::send(Kind::Waiting, "the sound server does not respond");
+            sendEvent(Kind::Waiting, "the sound server does not respond");
         } else {
-            protocol::send(Kind::Alive);
+            sendEvent(Kind::Alive);
         }
     }
 }

@@ -9,11 +9,15 @@
 
 namespace kova {
 
+/// Sends an event to the application. Never blocks; one that does not fit into the socket's buffer is
+/// dropped.
+void sendEvent(protocol::Event::Kind kind, std::string_view reason = {});
+
 /// Plays one sound. play() and sendHeartbeats() each need a thread of their own, since either may block
 /// indefinitely; the process exits without joining them.
 class Playback {
 public:
-    explicit Playback(const protocol::Request &request);
+    explicit Playback(const protocol::Request &request) : m_request(request) {}
 
     /// Plays to the end and reports the result. Reopens a lost sound device.
     void play();
@@ -22,8 +26,6 @@ public:
     /// does not.
     void sendHeartbeats();
 
-    void setVolume(float volume) { m_volume = volume; }
-
 private:
     void openDevice();
     bool openSound();
@@ -31,9 +33,7 @@ private:
     void fill(std::span<float> samples);
     void setDeviceError(const std::string &reason);
 
-    const std::string m_path;
-    const int m_loops;
-    std::atomic<float> m_volume;
+    const protocol::Request m_request;
 
     std::mutex m_soundMutex; ///< held while the file is read
     std::unique_ptr<Sound> m_sound;
@@ -44,7 +44,7 @@ private:
     std::mutex m_deviceErrorMutex;
     std::string m_deviceError; ///< empty if the sound device is open
 
-    std::unique_ptr<SoundDevice> m_device; ///< last, since its thread uses the other members
+    std::optional<SoundDevice> m_device; ///< last, since its thread uses the other members
 };
 
 } // namespace kova

@@ -16,8 +16,7 @@
 namespace kova::protocol {
 
 /// The player's descriptors: its end of the socket pair, the module with FFmpeg's decoder, and the sound if
-/// it is a built-in one. The application keeps the files open, since its package may be removed while it
-/// runs.
+/// it is a built-in one.
 constexpr int socket = 3;
 constexpr const char *ffmpegModule = "/proc/self/fd/4";
 constexpr const char *builtInSound = "/proc/self/fd/5";
@@ -35,19 +34,15 @@ template <size_t Size> struct Text {
     std::string toString() const { return {bytes.begin(), std::ranges::find(bytes, '\0')}; }
 };
 
-/// From the application: one Play, any number of SetVolume, at most one Stop.
+/// From the application, which ends the sound by closing its end of the pair.
 struct Request {
-    enum class Kind : std::uint32_t { Play, SetVolume, Stop };
-
-    Kind kind = Kind::Stop;
     float volume = 1;             ///< 0 to 1
     std::int32_t loops = 0;       ///< repetitions after the first time; negative repeats endlessly
     std::int32_t maxDuration = 0; ///< milliseconds after which the player exits by itself
     Text<PATH_MAX> path;          ///< absolute
 
     bool isValid() const {
-        const bool isPlayable = maxDuration > 0 && path.bytes[0] == '/' && path.isTerminated();
-        return kind <= Kind::Stop && volume >= 0 && volume <= 1 && (kind != Kind::Play || isPlayable);
+        return volume >= 0 && volume <= 1 && maxDuration > 0 && path.bytes[0] == '/' && path.isTerminated();
     }
 };
 

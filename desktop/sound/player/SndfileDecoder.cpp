@@ -1,16 +1,34 @@
-#include "SndfileDecoder.h"
+#include "Decoder.h"
+
+#include <sndfile.h>
 
 namespace kova {
 
-std::unique_ptr<Decoder> SndfileDecoder::open(const std::string &path, DecoderError &error) {
-    SF_INFO info{};
-    File file(sf_open(path.c_str(), SFM_READ, &info), &sf_close);
-    if (!file) {
-        error = {"Not a supported sound file", sf_error(nullptr) == SF_ERR_SYSTEM};
-        return nullptr;
-    }
-    return std::unique_ptr<Decoder>(new SndfileDecoder(path, std::move(file), info));
-}
+namespace {
+
+using File = std::unique_ptr<SNDFILE, decltype(&sf_close)>;
+
+class SndfileDecoder : public Decoder {
+public:
+    SndfileDecoder(std::string path, File file, const SF_INFO &info)
+        : m_path(std::move(path)),
+          m_file(std::move(file)),
+          m_info(info) {}
+
+    int channels() const override { return m_info.channels; }
+    int rate() const override { return m_info.samplerate; }
+    size_t read(std::span<float> samples) override;
+    bool rewind() override;
+
+private:
+    sf_count_t readFrames(std::span<float> samples);
+    bool reopenAt(sf_count_t position);
+
+    const std::string m_path;
+    File m_file;
+    const SF_INFO m_info;
+    sf_count_t m_position = 0; ///< frames
+};
 
 // After an error libsndfile neither continues nor seeks, so the file is opened again behind the damaged part,
 // whose length is found by doubling.
@@ -48,6 +66,18 @@ bool SndfileDecoder::reopenAt(sf_count_t position) {
     m_file = std::move(file);
     m_position = position;
     return true;
+}
+
+} // namespace
+
+std::unique_ptr<Decoder> openSndfileDecoder(const std::string &path, DecoderError &error) {
+    SF_INFO info{};
+    File file(sf_open(path.c_str(), SFM_READ, &info), &sf_close);
+    if (!file) {
+        error = {"Not a supported sound file", sf_error(nullptr) == SF_ERR_SYSTEM};
+        return nullptr;
+    }
+    return std::make_unique<SndfileDecoder>(path, std::move(file), info);
 }
 
 } // namespace kova

@@ -26,20 +26,8 @@ void describeStream() {
 
 } // namespace
 
-std::unique_ptr<SoundDevice> SoundDevice::open(int rate, int channels, Fill fill, std::string &reason) {
+SoundDevice::SoundDevice(int rate, int channels, Fill fill) : m_fill(std::move(fill)) {
     describeStream();
-    std::unique_ptr<SoundDevice> device(new SoundDevice(std::move(fill)));
-    if (!device->openDevice(rate, channels)) {
-        reason = SDL_GetError();
-        return nullptr;
-    }
-    return device;
-}
-
-bool SoundDevice::openDevice(int rate, int channels) {
-    if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
-        return false;
-    }
     SDL_AudioSpec format{};
     format.freq = rate;
     format.format = AUDIO_F32SYS;
@@ -47,12 +35,14 @@ bool SoundDevice::openDevice(int rate, int channels) {
     format.samples = framesPerBuffer;
     format.callback = &SoundDevice::fill;
     format.userdata = this;
-    m_device = SDL_OpenAudioDevice(nullptr, 0, &format, nullptr, 0);
-    if (m_device == 0) {
-        return false;
+    if (SDL_InitSubSystem(SDL_INIT_AUDIO) == 0) {
+        m_device = SDL_OpenAudioDevice(nullptr, 0, &format, nullptr, 0);
     }
-    SDL_PauseAudioDevice(m_device, 0);
-    return true;
+    if (m_device == 0) {
+        m_error = SDL_GetError();
+    } else {
+        SDL_PauseAudioDevice(m_device, 0);
+    }
 }
 
 SoundDevice::~SoundDevice() {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <span>
+#include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace kova {
@@ -14,9 +15,27 @@ struct SoundFormat {
 };
 
 /// All supported formats. Files of other formats are never opened.
-std::span<const SoundFormat> soundFormats();
+inline constexpr std::array soundFormats{
+    SoundFormat{"mp3", DecoderLibrary::Sndfile},  SoundFormat{"wav", DecoderLibrary::Sndfile},
+    SoundFormat{"aif", DecoderLibrary::Sndfile},  SoundFormat{"aiff", DecoderLibrary::Sndfile},
+    SoundFormat{"flac", DecoderLibrary::Sndfile}, SoundFormat{"ogg", DecoderLibrary::Sndfile},
+    SoundFormat{"oga", DecoderLibrary::Sndfile},  SoundFormat{"opus", DecoderLibrary::Sndfile},
+    SoundFormat{"m4a", DecoderLibrary::Ffmpeg},   SoundFormat{"mp4", DecoderLibrary::Ffmpeg},
+    SoundFormat{"aac", DecoderLibrary::Ffmpeg},   SoundFormat{"wma", DecoderLibrary::Ffmpeg},
+};
 
 /// Returns the format of a file name or path, whatever its case; null if it is not supported.
-const SoundFormat *soundFormatOf(std::string_view path);
+inline const SoundFormat *soundFormatOf(std::string_view path) {
+    const std::string_view name = path.substr(path.rfind('/') + 1);
+    const size_t point = name.rfind('.');
+    const std::string_view suffix = point < name.size() ? name.substr(point + 1) : std::string_view();
+    const auto lower = [](char letter) {
+        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    };
+    const auto *const format = std::ranges::find_if(soundFormats, [&](const SoundFormat &known) {
+        return std::ranges::equal(known.suffix, suffix, {}, {}, lower);
+    });
+    return format != soundFormats.end() ? format : nullptr;
+}
 
 } // namespace kova
