@@ -4,7 +4,6 @@
 #include "Portal.h"
 #include "PortalNotificationCenter.h"
 #include "SingleInstance.h"
-#include "bringToFront.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -13,7 +12,6 @@
 #include <QtDebug>
 
 #include <malloc.h>
-#include <unistd.h>
 
 namespace kova {
 
@@ -22,7 +20,6 @@ namespace {
 constexpr std::chrono::milliseconds postShowDelay{200};
 constexpr std::chrono::seconds postStartDelay{2};
 
-// The theme's icon itself would keep all its sizes in memory, up to 512.
 QIcon windowIcon() {
     const QIcon themeIcon = QIcon::fromTheme(QStringLiteral("jp.kova.Alarm"));
     QIcon icon;
@@ -47,7 +44,7 @@ void requestDarkTitleBar(const QPalette &palette) {
 
 DesktopPlatform::DesktopPlatform(SingleInstance &instance) : m_instance(instance) {
     QObject::connect(&instance, &SingleInstance::activated, &m_application,
-                     [this](const QByteArray &token) { bringToFront(m_application, token); });
+                     &DesktopApplication::showMainWindow);
     if (isSandboxed()) {
         m_notificationCenter = std::make_unique<PortalNotificationCenter>(m_buses, m_application);
     } else {
@@ -66,7 +63,6 @@ Platform DesktopPlatform::ports() {
         .log = m_log,
         .notificationCenter = *m_notificationCenter,
         .powerAssertions = m_powerAssertions,
-        .processActivity = m_processActivity,
         .resources = m_resources,
         .runLoop = m_runLoop,
         .speechSynthesizers = m_speechSynthesizers,
@@ -82,7 +78,6 @@ void DesktopPlatform::show(QWindow &window, const QPalette &palette) {
         QApplication::setWindowIcon(windowIcon());
         host->watch();
     });
-    // Returns the memory that only the start needed.
     QTimer::singleShot(postStartDelay, qApp, [] { malloc_trim(0); });
     m_instance.listen();
 }

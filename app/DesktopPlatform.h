@@ -4,17 +4,17 @@
 #include "DesktopApplication.h"
 #include "DesktopClock.h"
 #include "DesktopFileChooser.h"
+#include "InhibitorPowerAssertions.h"
 #include "InodeBookmarks.h"
 #include "InstalledResources.h"
-#include "LineWriter.h"
 #include "ListFile.h"
 #include "MenuBarHost.h"
 #include "MessageBuses.h"
 #include "NotificationCenter.h"
 #include "Platform.h"
 #include "PlayerLauncher.h"
-#include "PowerPorts.h"
 #include "SpeechDispatcherSynthesizers.h"
+#include "StandardStreams.h"
 #include "WallClockTimer.h"
 
 #include <unistd.h>
@@ -53,7 +53,6 @@ private:
     InstalledResources m_resources;
     InodeBookmarks m_bookmarks;
     MessageBuses m_buses;
-    InhibitorProcessActivity m_processActivity{m_buses};
     InhibitorPowerAssertions m_powerAssertions{m_buses};
     std::unique_ptr<NotificationCenter> m_notificationCenter;
     MenuBarHost m_menuBarHost{m_buses};

@@ -2,13 +2,16 @@
 
 #include "Application.h"
 #include "Platform.h"
+#include "PowerAssertions.h"
 #include "TTSPlayer.h"
+
+#include <QCoreApplication>
 
 namespace kova {
 
 KovaAlarmApp::KovaAlarmApp(const Platform &platform)
-    : m_platform(platform),
-      m_activity(platform.processActivity.beginUserInitiated(
+    : m_application(platform.application),
+      m_activity(platform.powerAssertions.beginUserInitiated(
           QStringLiteral("KOVA alarm scheduling must remain active"))),
       m_viewModel(platform.listStorage, platform.clock, AlarmScheduler::shared(), PowerManager::shared()),
       m_scheduler(AlarmScheduler::shared()),
@@ -33,12 +36,12 @@ void KovaAlarmApp::showMenuBarExtra(bool isOnBus) {
 }
 
 void KovaAlarmApp::showWindow() {
-    m_platform.application.showMainWindow();
+    m_application.showMainWindow();
 }
 
 void KovaAlarmApp::quit() {
     PowerManager::shared().allowSleep();
-    m_platform.application.terminate();
+    QCoreApplication::quit();
 }
 
 } // namespace kova

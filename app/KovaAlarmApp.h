@@ -2,7 +2,6 @@
 
 #include "AlarmViewModel.h"
 #include "MainWindow.h"
-#include "ProcessActivity.h"
 #include "RingingCoordinator.h"
 #include "editor/AlarmEditor.h"
 #include "home/HomeScreen.h"
@@ -13,6 +12,7 @@
 
 namespace kova {
 
+class Application;
 struct Platform;
 
 /// The application. Begins the process activity, then creates the store, which loads the list and starts the
@@ -30,15 +30,14 @@ public:
     /// Creates the menu-bar item. Call when a panel can show it, through the message bus or in a tray.
     void showMenuBarExtra(bool isOnBus);
 
-    /// Shows the main window in front of other applications.
     void showWindow();
 
     /// Releases sleep prevention and exits.
     void quit();
 
 private:
-    const Platform &m_platform;
-    std::unique_ptr<ActivityToken> m_activity;
+    Application &m_application;
+    std::unique_ptr<QObject> m_activity;
     QQmlEngine m_engine;
     AlarmViewModel m_viewModel;
     AlarmScheduler &m_scheduler;

@@ -2,10 +2,9 @@
 #include "DesktopPlatform.h"
 #include "KovaAlarmApp.h"
 #include "SingleInstance.h"
+#include "StandardStreams.h"
 #include "TerminationSignals.h"
-#include "bringToFront.h"
 #include "drawing/Palette.h"
-#include "standardStreams.h"
 #include "startAtLogin.h"
 
 #include <QApplication>
@@ -36,7 +35,6 @@ void prepareProcess() {
     qputenv("QT_QPA_UPDATE_IDLE_TIME", "0"); // Qt would wait 5 ms before each frame
     qputenv("FC_LANG", "ja");                // Japanese glyphs of the characters that other languages share
     if (!qEnvironmentVariableIsSet("QT_WAYLAND_DECORATION")) {
-        // Qt's title bar for GNOME ignores the application's colours: it was white above the dark window.
         qputenv("QT_WAYLAND_DECORATION", "bradient");
     }
 }
@@ -60,9 +58,15 @@ void warnUnresponsive(int argc, char *argv[]) {
                          QStringLiteral("KOVA Alarm はすでに起動していますが、応答がありません。"));
 }
 
+// Returns the token by which the desktop permits this process to take the focus, or an empty one.
+QByteArray activationToken() {
+    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
+    return token.isEmpty() ? qgetenv("DESKTOP_STARTUP_ID") : token;
+}
+
 // Asks the running process to show its window, or warns the user. Returns the exit status.
 int wakeRunningInstance(const kova::SingleInstance &instance, int argc, char *argv[]) {
-    if (const QCoreApplication application(argc, argv); instance.activateOwner(kova::activationToken())) {
+    if (const QCoreApplication application(argc, argv); instance.activateOwner(activationToken())) {
         return EXIT_SUCCESS;
     }
     warnUnresponsive(argc, argv);

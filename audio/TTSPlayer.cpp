@@ -40,16 +40,16 @@ void TTSPlayer::speak(const QString &text, float volume, bool loop) {
         return;
     }
     m_context = std::make_unique<QObject>();
-    m_synth = m_synthesizers.make([=, this](bool finished) {
+    SpeechSettings settings{.volume = volume, .timeLimit = {}};
+    if (loop) { // an alarm
+        settings.timeLimit = longestRinging;
+    }
+    m_synth = m_synthesizers.make(settings, [=, this](bool finished) {
         if (finished && loop) {
             m_runLoop.after(pauseBetweenRepeats, m_context.get(),
                             [=, this] { m_synth->startSpeaking(text); });
         }
     });
-    m_synth->setVolume(volume);
-    if (loop) { // an alarm
-        m_synth->setTimeLimit(longestRinging);
-    }
     m_synth->startSpeaking(text);
     m_log.print(QStringLiteral("[TTSPlayer] speaking: \"%1\" vol=%2 loop=%3")
                     .arg(text, volumeText(volume), loop ? QStringLiteral("true") : QStringLiteral("false")));
@@ -57,10 +57,7 @@ void TTSPlayer::speak(const QString &text, float volume, bool loop) {
 
 void TTSPlayer::stop() {
     m_context.reset();
-    if (m_synth) {
-        m_synth->stopSpeaking();
-        m_synth.reset();
-    }
+    m_synth.reset();
 }
 
 } // namespace kova

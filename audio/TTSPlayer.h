@@ -3,7 +3,6 @@
 #include "SpeechSynthesizer.h"
 
 #include <QObject>
-#include <chrono>
 
 namespace kova {
 
@@ -11,9 +10,7 @@ class Log;
 class RunLoop;
 
 /// Speaks one message at a time, once or repeatedly with a pause between repeats. Main thread.
-class TTSPlayer : public QObject {
-    Q_OBJECT
-
+class TTSPlayer {
 public:
     static constexpr std::chrono::milliseconds pauseBetweenRepeats{1500};
 
@@ -25,7 +22,6 @@ public:
     /// Stops the current message and speaks the text, unless it is empty. The volume ranges from 0 to 1.
     void speak(const QString &text, float volume, bool loop);
 
-    /// Stops the message and its repeats.
     void stop();
 
 private:

@@ -19,7 +19,6 @@ public:
     /// Modal. Returns nullopt if the user cancels. Rejects a file of another type, but not by its content.
     virtual std::optional<QString> chooseFile(const FileChooserRequest &request) = 0;
 
-    /// Cancels an open dialog.
     virtual void cancel() = 0;
 };
 

@@ -4,35 +4,20 @@
 
 namespace kova {
 
-class Application;
-class AudioPlayers;
-class Bookmarks;
-class Clock;
-class FileChooser;
-class ListStorage;
-class Log;
-class NotificationCenter;
-class PowerAssertions;
-class ProcessActivity;
-class Resources;
-class RunLoop;
-class SpeechSynthesizers;
-
 /// All ports of the application.
 struct Platform {
-    Application &application;
-    AudioPlayers &audioPlayers;
-    Bookmarks &bookmarks;
-    Clock &clock;
-    FileChooser &fileChooser;
-    ListStorage &listStorage;
-    Log &log;
-    NotificationCenter &notificationCenter;
-    PowerAssertions &powerAssertions;
-    ProcessActivity &processActivity;
-    Resources &resources;
-    RunLoop &runLoop;
-    SpeechSynthesizers &speechSynthesizers;
+    class Application &application;
+    class AudioPlayers &audioPlayers;
+    class Bookmarks &bookmarks;
+    class Clock &clock;
+    class FileChooser &fileChooser;
+    class ListStorage &listStorage;
+    class Log &log;
+    class NotificationCenter &notificationCenter;
+    class PowerAssertions &powerAssertions;
+    class Resources &resources;
+    class RunLoop &runLoop;
+    class SpeechSynthesizers &speechSynthesizers;
 
     /// Sets the ports of the shared services. Call once, from main, before any of them is used. The argument
     /// and its ports must outlive every use of a service.

@@ -8,7 +8,7 @@
 #include "RunLoop.h"
 #include "SoundPlayer.h"
 #include "TTSPlayer.h"
-#include "elided.h"
+#include "shownText.h"
 
 namespace kova {
 

@@ -13,7 +13,6 @@ class Application;
 class Clock;
 class Log;
 class NotificationCenter;
-class RepeatingTimer;
 class RunLoop;
 class SoundPlayer;
 class TTSPlayer;
@@ -82,7 +81,7 @@ private:
     Ports m_ports;
     std::optional<FiringAlarm> m_activeAlarm;
     QSet<QString> m_firedToday;
-    std::unique_ptr<RepeatingTimer> m_timer;
+    std::unique_ptr<QObject> m_timer;
     QList<AlarmGroup> m_groups;
 };
 

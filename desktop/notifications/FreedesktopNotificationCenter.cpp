@@ -1,8 +1,8 @@
 #include "FreedesktopNotificationCenter.h"
 
+#include "Application.h"
 #include "MessageBuses.h"
-#include "bringToFront.h"
-#include "plainLine.h"
+#include "shownText.h"
 
 #include <QStringList>
 #include <QVariantMap>
@@ -11,13 +11,11 @@ namespace kova {
 
 namespace {
 
-QString service() {
-    return QStringLiteral("org.freedesktop.Notifications");
-}
+const QString service = QStringLiteral("org.freedesktop.Notifications");
 
 QDBusMessage serviceCall(const QString &method) {
-    return QDBusMessage::createMethodCall(service(), QStringLiteral("/org/freedesktop/Notifications"),
-                                          service(), method);
+    return QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/Notifications"), service,
+                                          method);
 }
 
 QString escaped(QString text) {
@@ -37,25 +35,22 @@ QVariantMap hints(const NotificationRequest &request) {
     };
 }
 
-// The default action: a click on the notification, or, on Xfce, which reports none, a button with this label.
-QStringList click() {
-    return {QStringLiteral("default"), QStringLiteral("ウィンドウを表示")};
-}
-
 QDBusMessage notify(const NotificationRequest &request, bool supportsMarkup) {
     constexpr quint32 replacesNone = 0;
+    // The default action: a click, or, on Xfce, which reports none, a button with this label.
+    const QStringList actions{QStringLiteral("default"), QStringLiteral("ウィンドウを表示")};
     const auto timeout = static_cast<qint32>(request.lifetime.count());
     const QString body = plainLine(request.body);
     return serviceCall(QStringLiteral("Notify"))
            << QStringLiteral("KOVA Alarm") << replacesNone << QStringLiteral("jp.kova.Alarm") << request.title
-           << (supportsMarkup ? escaped(body) : body) << click() << hints(request) << timeout;
+           << (supportsMarkup ? escaped(body) : body) << actions << hints(request) << timeout;
 }
 
 } // namespace
 
 void FreedesktopNotificationCenter::requestAuthorization(Authorized result) {
     m_buses.run([this, result = std::move(result)] {
-        m_buses.watch(Bus::Session, service(), [this] {
+        m_buses.watch(Bus::Session, service, [this] {
             m_shown.clear();
             requestCapabilities({});
         });
@@ -74,14 +69,14 @@ void FreedesktopNotificationCenter::add(const NotificationRequest &request) {
 
 // Some services broadcast every click, so the ids of other applications' notifications are ignored.
 void FreedesktopNotificationCenter::listenForClicks() {
-    m_buses.listen(service(), QStringLiteral("ActivationToken"), [this](const QDBusMessage &signal) {
+    m_buses.listen(service, QStringLiteral("ActivationToken"), [this](const QDBusMessage &signal) {
         if (m_shown.contains(signal.arguments().value(0).toUInt())) {
             m_activationToken = signal.arguments().value(1).toString().toUtf8();
         }
     });
-    m_buses.listen(service(), QStringLiteral("ActionInvoked"), [this](const QDBusMessage &signal) {
+    m_buses.listen(service, QStringLiteral("ActionInvoked"), [this](const QDBusMessage &signal) {
         if (m_shown.contains(signal.arguments().value(0).toUInt())) {
-            bringToFront(m_application, std::exchange(m_activationToken, {}));
+            m_application.showMainWindow(std::exchange(m_activationToken, {}));
         }
     });
 }

@@ -1,9 +1,9 @@
 #include "PortalNotificationCenter.h"
 
+#include "Application.h"
 #include "MessageBuses.h"
 #include "Portal.h"
-#include "bringToFront.h"
-#include "plainLine.h"
+#include "shownText.h"
 
 #include <QDBusArgument>
 #include <QVariantMap>
@@ -12,13 +12,8 @@ namespace kova {
 
 namespace {
 
-QString interface() {
-    return QStringLiteral("org.freedesktop.portal.Notification");
-}
-
-QString clickAction() {
-    return QStringLiteral("show-window");
-}
+const QString interface = QStringLiteral("org.freedesktop.portal.Notification");
+const QString clickAction = QStringLiteral("show-window");
 
 // Some desktops pass the token in a dictionary among the parameters of the action.
 QByteArray activationToken(const QDBusMessage &invoked) {
@@ -41,14 +36,14 @@ void PortalNotificationCenter::requestAuthorization(Authorized result) {
     m_buses.run([this, result = std::move(result)] {
         const QDBusMessage call =
             portalCall(QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"))
-            << interface() << QStringLiteral("version");
+            << interface << QStringLiteral("version");
         m_buses.call(Bus::Session, call, [result](const QDBusMessage &reply) {
             const bool granted = reply.type() == QDBusMessage::ReplyMessage;
             result(granted, granted ? std::nullopt : std::optional(reply.errorMessage()));
         });
-        m_buses.listen(interface(), QStringLiteral("ActionInvoked"), [this](const QDBusMessage &signal) {
-            if (signal.arguments().value(1) == clickAction()) {
-                bringToFront(m_application, activationToken(signal));
+        m_buses.listen(interface, QStringLiteral("ActionInvoked"), [this](const QDBusMessage &signal) {
+            if (signal.arguments().value(1) == clickAction) {
+                m_application.showMainWindow(activationToken(signal));
             }
         });
     });
@@ -60,9 +55,9 @@ void PortalNotificationCenter::add(const NotificationRequest &request) {
         {QStringLiteral("title"), request.title},
         {QStringLiteral("body"), plainLine(request.body)},
         {QStringLiteral("priority"), QStringLiteral("high")}, // urgent ones stay until they are dismissed
-        {QStringLiteral("default-action"), clickAction()},
+        {QStringLiteral("default-action"), clickAction},
     };
-    m_buses.call(Bus::Session, portalCall(interface(), QStringLiteral("AddNotification"))
+    m_buses.call(Bus::Session, portalCall(interface, QStringLiteral("AddNotification"))
                                    << request.identifier << notification);
 }
 

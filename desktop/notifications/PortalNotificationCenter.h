@@ -8,8 +8,7 @@ class Application;
 class MessageBuses;
 
 /// The notifications of a sandboxed application. The portal does not report whether the user permits them, so
-/// authorization is granted if it is available. A click on a notification brings the application to the
-/// front.
+/// authorization is granted if it is available. A click brings the application to the front.
 class PortalNotificationCenter : public NotificationCenter {
 public:
     PortalNotificationCenter(MessageBuses &buses, Application &application)

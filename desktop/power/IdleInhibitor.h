@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ProcessActivity.h"
-
+#include <QObject>
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace kova {
@@ -12,16 +12,14 @@ class MessageBuses;
 /// Inhibits idle sleep of the system, not of the screen: by a lock of logind, and by the session's own
 /// inhibitor, since some desktops ignore logind's idle locks. A late reply still takes effect, and a service
 /// that restarts is asked again. Any thread.
-class IdleInhibitor : public ActivityToken {
+class IdleInhibitor : public QObject {
 public:
     /// Runs once on the buses' thread: with 0 when the first of the two is acquired, or with a negative error
     /// number when both have failed.
     using ResultCallback = std::function<void(qint32 code)>;
 
     explicit IdleInhibitor(MessageBuses &buses);
-    /// Releases.
     ~IdleInhibitor() override;
-    Q_DISABLE_COPY_MOVE(IdleInhibitor)
 
     /// The desktop shows the reason. Replaces a former request.
     void acquire(const QString &reason, ResultCallback result = {});

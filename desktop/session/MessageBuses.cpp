@@ -2,7 +2,6 @@
 
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
-#include <QDBusServiceWatcher>
 #include <QDeadlineTimer>
 
 namespace kova {
@@ -38,7 +37,7 @@ MessageBuses::~MessageBuses() {
 
 bool MessageBuses::close(std::chrono::milliseconds timeout) {
     run([this] {
-        m_watchers = {};
+        m_forwarders = {};
         for (const Bus bus : {Bus::System, Bus::Session}) {
             if (const auto current = currentConnection(bus)) {
                 setCurrentConnection(bus, std::nullopt);
@@ -77,20 +76,33 @@ void MessageBuses::awaitReply(const QDBusPendingCall &call, const ReplyCallback 
     });
 }
 
-void MessageBuses::watch(Bus bus, const QString &service, std::function<void()> newOwner) {
-    m_watches.push_back({bus, service, std::move(newOwner)});
-    refreshWatches(bus);
+void MessageBuses::watch(Bus bus, const QString &service, const std::function<void()> &newOwner) {
+    const auto ownerChanged = [newOwner](const QDBusMessage &signal) {
+        if (!signal.arguments().value(2).toString().isEmpty()) {
+            newOwner();
+        }
+    };
+    const QStringList arguments{service};
+    subscribe({bus, QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), arguments,
+               ownerChanged, newOwner});
 }
 
 void MessageBuses::listen(const QString &interface, const QString &signal, SignalCallback received) {
-    m_subscriptions.push_back({interface, signal, std::move(received)});
-    refreshWatches(Bus::Session);
+    subscribe({Bus::Session, interface, signal, {}, std::move(received)});
 }
 
-void MessageBuses::refreshWatches(Bus bus) {
-    if (const auto current = currentConnection(bus)) {
-        startWatching(bus, *current);
+void MessageBuses::subscribe(const Subscription &subscription) {
+    m_subscriptions.push_back(subscription);
+    if (const auto current = currentConnection(subscription.bus); current && current->isConnected()) {
+        connectSignal(*current, subscription);
     }
+}
+
+void MessageBuses::connectSignal(QDBusConnection connection, const Subscription &subscription) {
+    QObject *const parent = m_forwarders[static_cast<size_t>(subscription.bus)].get();
+    connection.connect(QString(), QString(), subscription.interface, subscription.signal,
+                       subscription.arguments, QString(), new SignalForwarder(subscription.received, parent),
+                       SLOT(forward(QDBusMessage)));
 }
 
 // QtDBus keeps a lost connection under its name, so each new one gets another.
@@ -107,12 +119,15 @@ QDBusConnection MessageBuses::connection(Bus bus) {
         QStringLiteral("kova-%1").arg(++m_connections));
     setCurrentConnection(bus, connected);
     if (connected.isConnected()) {
-        startWatching(bus, connected);
-        if (std::exchange(m_wasConnected[static_cast<size_t>(bus)], true)) {
-            for (const Watch &watch : m_watches) {
-                if (watch.bus == bus) {
-                    run(watch.newOwner); // the state of the service was lost with the bus
-                }
+        m_forwarders[static_cast<size_t>(bus)] = std::make_unique<QObject>();
+        const bool isReconnected = std::exchange(m_wasConnected[static_cast<size_t>(bus)], true);
+        for (const Subscription &subscription : m_subscriptions) {
+            if (subscription.bus != bus) {
+                continue;
+            }
+            connectSignal(connected, subscription);
+            if (isReconnected) {
+                run(subscription.reconnected); // the state of the service was lost with the bus
             }
         }
     }
@@ -127,32 +142,6 @@ std::optional<QDBusConnection> MessageBuses::currentConnection(Bus bus) {
 void MessageBuses::setCurrentConnection(Bus bus, std::optional<QDBusConnection> connection) {
     const std::lock_guard lock(m_mutex);
     m_current[static_cast<size_t>(bus)] = std::move(connection);
-}
-
-void MessageBuses::startWatching(Bus bus, const QDBusConnection &connection) {
-    auto watchers = std::make_unique<QObject>();
-    for (const Watch &watch : m_watches) {
-        if (watch.bus != bus) {
-            continue;
-        }
-        auto *const watcher = new QDBusServiceWatcher(
-            watch.service, connection, QDBusServiceWatcher::WatchForOwnerChange, watchers.get());
-        QObject::connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, watchers.get(),
-                         [newOwner = watch.newOwner](const QString &, const QString &, const QString &owner) {
-                             if (!owner.isEmpty()) {
-                                 newOwner();
-                             }
-                         });
-    }
-    for (const Subscription &subscription : m_subscriptions) {
-        if (bus == Bus::Session) {
-            QDBusConnection(connection)
-                .connect(QString(), QString(), subscription.interface, subscription.signal,
-                         new SignalForwarder(subscription.received, watchers.get()),
-                         SLOT(forward(QDBusMessage)));
-        }
-    }
-    m_watchers[static_cast<size_t>(bus)] = std::move(watchers);
 }
 
 } // namespace kova

@@ -26,7 +26,6 @@ public:
     MessageBuses();
     /// Waits for the thread without a time limit.
     ~MessageBuses();
-    Q_DISABLE_COPY_MOVE(MessageBuses)
 
     /// Runs the action on the buses' thread. Any thread.
     void run(std::function<void()> action);
@@ -38,7 +37,7 @@ public:
 
     /// Calls `newOwner` whenever the service name gains an owner and after a lost bus is reconnected. Does
     /// not open the connection itself. On the buses' thread.
-    void watch(Bus bus, const QString &service, std::function<void()> newOwner);
+    void watch(Bus bus, const QString &service, const std::function<void()> &newOwner);
 
     /// Calls `received` for each such signal on the session bus, whoever sends it. On the buses' thread.
     void listen(const QString &interface, const QString &signal, SignalCallback received);
@@ -48,33 +47,29 @@ public:
     bool close(std::chrono::milliseconds timeout);
 
 private:
-    struct Watch {
-        Bus bus;
-        QString service;
-        std::function<void()> newOwner;
-    };
-
     struct Subscription {
+        Bus bus;
         QString interface;
         QString signal;
+        QStringList arguments; ///< the first ones of the signals to receive, or empty
         SignalCallback received;
+        std::function<void()> reconnected = [] {};
     };
 
     void awaitReply(const QDBusPendingCall &call, const ReplyCallback &reply);
     QDBusConnection connection(Bus bus);
-    void refreshWatches(Bus bus);
     std::optional<QDBusConnection> currentConnection(Bus bus);
     void setCurrentConnection(Bus bus, std::optional<QDBusConnection> connection);
-    void startWatching(Bus bus, const QDBusConnection &connection);
+    void subscribe(const Subscription &subscription);
+    void connectSignal(QDBusConnection connection, const Subscription &subscription);
 
     QThread m_thread;
-    QObject m_context;                                  ///< lives in the thread
-    std::array<std::unique_ptr<QObject>, 2> m_watchers; ///< of the current connections
+    QObject m_context;                                    ///< lives in the thread
+    std::array<std::unique_ptr<QObject>, 2> m_forwarders; ///< parents of those of the current connections
     std::mutex m_mutex;
     std::array<std::optional<QDBusConnection>, 2> m_current; ///< guarded; never held while a bus is called
     int m_connections = 0;
     std::array<bool, 2> m_wasConnected{};
-    std::vector<Watch> m_watches;
     std::vector<Subscription> m_subscriptions;
 };
 

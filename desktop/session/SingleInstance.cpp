@@ -70,8 +70,7 @@ bool SingleInstance::acquire() {
     return lock() && !isListenedTo(m_socketPath);
 }
 
-// Not QLockFile, which stores a process id: each sandbox counts its own. Close-on-exec, since a spawned
-// speech service that outlives this process must not keep the lock.
+// Close-on-exec, since a spawned speech service that outlives this process must not keep the lock.
 bool SingleInstance::lock() {
     const QString folder = QFileInfo(m_lockPath).path();
     QDir().mkpath(QFileInfo(folder).path());

@@ -1,6 +1,6 @@
 #include "PlayerProcess.h"
 
-#include "plainLine.h"
+#include "shownText.h"
 
 #include <QtDebug>
 #include <linux/close_range.h>

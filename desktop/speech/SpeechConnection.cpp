@@ -12,19 +12,16 @@ constexpr qint64 maxLineLength = 4096;
 constexpr qsizetype maxReplyLines = 20'000; // a module may list 13,000 voices
 constexpr int firstEventCode = 700;
 
-QString defaultSocketPath() {
-    const QString runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    const QString folder = runtimeFolder.isEmpty()
-                               ? QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)
-                               : runtimeFolder;
-    return folder + QStringLiteral("/speech-dispatcher/speechd.sock");
-}
-
 // "unix_socket" or "unix_socket:PATH", as libspeechd parses it.
 QString socketPath() {
     const QString address = qEnvironmentVariable("SPEECHD_ADDRESS");
     const QString prefix = QStringLiteral("unix_socket:");
-    return address.startsWith(prefix) ? address.mid(prefix.size()) : defaultSocketPath();
+    if (address.startsWith(prefix)) {
+        return address.mid(prefix.size());
+    }
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return (runtime.isEmpty() ? cache : runtime) + QStringLiteral("/speech-dispatcher/speechd.sock");
 }
 
 } // namespace

@@ -7,21 +7,19 @@ namespace kova {
 
 class SpeechDispatcherSynthesizers::Synthesizer : public SpeechSynthesizer {
 public:
-    Synthesizer(SpeechDispatcherSynthesizers &synthesizers, DidFinishSpeaking didFinish)
+    Synthesizer(SpeechDispatcherSynthesizers &synthesizers, const SpeechSettings &settings,
+                DidFinishSpeaking didFinish)
         : m_synthesizers(synthesizers),
-          m_didFinish(std::move(didFinish)) {}
-
-    ~Synthesizer() override { Synthesizer::stopSpeaking(); }
-
-    // The service's scale goes from -100 to 100.
-    void setVolume(float volume) override {
-        m_volume = static_cast<int>(std::lround(std::clamp(volume, 0.0F, 1.0F) * 200.0F)) - 100;
+          m_didFinish(std::move(didFinish)),
+          m_volume(static_cast<int>(std::lround(std::clamp(settings.volume, 0.0F, 1.0F) * 200.0F)) - 100) {
+        if (settings.timeLimit) {
+            m_end.setRemainingTime(*settings.timeLimit);
+        }
     }
-
-    void setTimeLimit(std::chrono::milliseconds time) override { m_end.setRemainingTime(time); }
+    ~Synthesizer() override { stop(); }
 
     void startSpeaking(const QString &text) override {
-        stopSpeaking();
+        stop();
         m_utterance = ++m_synthesizers.m_lastUtterance;
         m_synthesizers.m_listeners.insert(m_utterance, m_didFinish);
         m_synthesizers.run([&dispatcher = m_synthesizers.m_dispatcher,
@@ -30,17 +28,17 @@ public:
         });
     }
 
-    void stopSpeaking() override {
+private:
+    void stop() {
         if (m_synthesizers.m_listeners.remove(m_utterance)) {
             m_synthesizers.run(
                 [&dispatcher = m_synthesizers.m_dispatcher, id = m_utterance] { dispatcher->stop(id); });
         }
     }
 
-private:
     SpeechDispatcherSynthesizers &m_synthesizers;
     const DidFinishSpeaking m_didFinish;
-    int m_volume = 100;
+    const int m_volume; ///< -100 to 100, as the service counts it
     QDeadlineTimer m_end{QDeadlineTimer::Forever};
     quint64 m_utterance = 0; ///< 0 before the first
 };
@@ -62,9 +60,8 @@ bool SpeechDispatcherSynthesizers::close(std::chrono::milliseconds timeout) {
     return m_thread.wait(QDeadlineTimer(timeout));
 }
 
-// Starts the thread with the first synthesizer.
-std::unique_ptr<SpeechSynthesizer>
-SpeechDispatcherSynthesizers::make(SpeechSynthesizer::DidFinishSpeaking didFinish) {
+std::unique_ptr<SpeechSynthesizer> SpeechDispatcherSynthesizers::make(const SpeechSettings &settings,
+                                                                      DidFinishSpeaking didFinish) {
     if (!m_thread.isRunning()) {
         m_thread.start();
         run([this] {
@@ -76,7 +73,7 @@ SpeechDispatcherSynthesizers::make(SpeechSynthesizer::DidFinishSpeaking didFinis
                 SpeechDispatcher::Timing{});
         });
     }
-    return std::make_unique<Synthesizer>(*this, std::move(didFinish));
+    return std::make_unique<Synthesizer>(*this, settings, std::move(didFinish));
 }
 
 void SpeechDispatcherSynthesizers::run(std::function<void()> action) {
@@ -85,7 +82,7 @@ void SpeechDispatcherSynthesizers::run(std::function<void()> action) {
 
 // The callback may destroy the synthesizer.
 void SpeechDispatcherSynthesizers::ended(quint64 utterance, bool finished) {
-    if (const SpeechSynthesizer::DidFinishSpeaking didFinish = m_listeners.take(utterance)) {
+    if (const DidFinishSpeaking didFinish = m_listeners.take(utterance)) {
         didFinish(finished);
     }
 }

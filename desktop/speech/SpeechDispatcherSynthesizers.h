@@ -17,7 +17,8 @@ public:
     SpeechDispatcherSynthesizers();
     ~SpeechDispatcherSynthesizers() override;
 
-    std::unique_ptr<SpeechSynthesizer> make(SpeechSynthesizer::DidFinishSpeaking didFinish) override;
+    std::unique_ptr<SpeechSynthesizer> make(const SpeechSettings &settings,
+                                            DidFinishSpeaking didFinish) override;
 
     /// Stops speaking and ends the thread. Returns false if the thread has not ended within the timeout.
     bool close(std::chrono::milliseconds timeout);
@@ -29,8 +30,8 @@ private:
     void ended(quint64 utterance, bool finished);
 
     quint64 m_lastUtterance = 0;
-    QHash<quint64, SpeechSynthesizer::DidFinishSpeaking> m_listeners; ///< by current utterance
-    QObject m_context;                                                ///< lives in the main thread
+    QHash<quint64, DidFinishSpeaking> m_listeners; ///< by current utterance
+    QObject m_context;                             ///< lives in the main thread
     QThread m_thread;
     QObject m_service;                              ///< lives in the other thread
     std::unique_ptr<SpeechDispatcher> m_dispatcher; ///< used in the other thread only

@@ -39,8 +39,7 @@ WallClockTimer::~WallClockTimer() {
     }
 }
 
-// A timerfd that never expires but becomes readable when the clock is set or the machine resumes
-// (TFD_TIMER_CANCEL_ON_SET). Without it the timer notices up to a second late.
+// A timerfd that never expires but becomes readable when the clock is set or the machine resumes.
 void WallClockTimer::watchClock() {
     m_clockDescriptor = timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC);
     if (m_clockDescriptor < 0) {

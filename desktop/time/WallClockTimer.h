@@ -14,9 +14,8 @@ namespace kova {
 /// Returns the time from `now` to the next whole second, rounded up to milliseconds.
 std::chrono::milliseconds delayToNextSecond(const timespec &now);
 
-/// Runs an action just after each whole second of the wall clock, and immediately when the clock is set. It
-/// is rescheduled at every tick, since a periodic timer would drift and occasionally skip a second.
-class WallClockTimer : public QObject, public RepeatingTimer {
+/// Runs an action just after each whole second of the wall clock, and immediately when the clock is set.
+class WallClockTimer : public QObject {
 public:
     WallClockTimer(QObject *owner, std::function<void()> action);
     ~WallClockTimer() override;
@@ -39,7 +38,7 @@ private:
 /// The main thread's event loop.
 class EventLoopRunLoop : public RunLoop {
 public:
-    std::unique_ptr<RepeatingTimer> everySecond(QObject *owner, std::function<void()> action) override {
+    std::unique_ptr<QObject> everySecond(QObject *owner, std::function<void()> action) override {
         return std::make_unique<WallClockTimer>(owner, std::move(action));
     }
     void after(std::chrono::milliseconds delay, QObject *owner, std::function<void()> action) override {

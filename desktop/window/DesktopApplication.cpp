@@ -45,15 +45,17 @@ void DesktopApplication::activate() {
     }
 }
 
-void DesktopApplication::showMainWindow() {
-    if (m_window) {
-        m_window->setVisible(true);
-        activate();
-    }
-}
-
-void DesktopApplication::terminate() {
-    QCoreApplication::quit();
+void DesktopApplication::showMainWindow(const QByteArray &activationToken) {
+    const auto show = [this, activationToken] {
+        if (!activationToken.isEmpty()) {
+            qputenv("XDG_ACTIVATION_TOKEN", activationToken); // where Qt reads it
+        }
+        if (m_window) {
+            m_window->setVisible(true);
+            activate();
+        }
+    };
+    QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
 }
 
 // A closed window gets a new platform window when it is shown again.

@@ -15,8 +15,7 @@ public:
     void setMainWindow(QWindow *window);
 
     void activate() override;
-    void showMainWindow() override;
-    void terminate() override;
+    void showMainWindow(const QByteArray &activationToken = {}) override;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

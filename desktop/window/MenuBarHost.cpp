@@ -11,7 +11,6 @@ namespace kova {
 
 namespace {
 const QString watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
-const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 } // namespace
 
 void MenuBarHost::watch() {
@@ -24,9 +23,9 @@ void MenuBarHost::watch() {
 }
 
 void MenuBarHost::requestState() {
-    QDBusMessage call = QDBusMessage::createMethodCall(watcherService, watcherPath,
-                                                       QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                       QStringLiteral("Get"));
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        watcherService, QStringLiteral("/StatusNotifierWatcher"),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call.setArguments({watcherService, QStringLiteral("IsStatusNotifierHostRegistered")});
     call.setAutoStartService(false);
     m_buses.call(Bus::Session, call, [this](const QDBusMessage &reply) {
@@ -37,7 +36,6 @@ void MenuBarHost::requestState() {
     });
 }
 
-// Qt decides at the first icon how it shows all of them, so none may be created before a panel exists.
 void MenuBarHost::update(bool isRegistered) {
     if (m_isAvailable) {
         return;

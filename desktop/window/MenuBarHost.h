@@ -6,8 +6,8 @@ namespace kova {
 
 class MessageBuses;
 
-/// Watches for a panel that shows the menu-bar item: a status notifier host, or a tray of the X11 screen. An
-/// alarm clock is often started at login, before the panel. Main thread; does not block.
+/// Watches for a panel that shows the menu-bar item: a status notifier host, or a tray of the X11 screen.
+/// Main thread; does not block.
 class MenuBarHost : public QObject {
     Q_OBJECT
 

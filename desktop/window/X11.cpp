@@ -13,9 +13,7 @@ namespace {
 
 constexpr uint32_t sourceUserRequest = 2;
 
-struct Disconnect {
-    void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
-};
+using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
 
 struct Free {
     void operator()(void *memory) const { std::free(memory); }
@@ -53,7 +51,7 @@ xcb_timestamp_t serverTime(xcb_connection_t *connection, xcb_window_t root) {
 
 // Uses its own connection, so that waiting for the time cannot consume an event of Qt's.
 void activateX11Window(WId window) {
-    const std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(nullptr, nullptr));
+    const Connection connection(xcb_connect(nullptr, nullptr), &xcb_disconnect);
     if (xcb_connection_has_error(connection.get()) != 0) {
         return;
     }
@@ -96,7 +94,7 @@ void describeX11Window(WId window) {
 
 bool hasX11Tray() {
     int screen = 0;
-    const std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(nullptr, &screen));
+    const Connection connection(xcb_connect(nullptr, &screen), &xcb_disconnect);
     if (xcb_connection_has_error(connection.get()) != 0) {
         return false;
     }

@@ -1,7 +1,5 @@
 #include "AlarmGroup.h"
 
-#include "Clock.h"
-
 namespace kova {
 
 namespace {

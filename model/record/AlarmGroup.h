@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Instant.h"
+#include "Clock.h"
 
 #include <QList>
 #include <QString>
@@ -9,8 +9,6 @@
 #include <optional>
 
 namespace kova {
-
-class Clock;
 
 /// How long an alarm rings unless the user ends it.
 inline constexpr std::chrono::seconds longestRinging{55};

@@ -1,7 +1,7 @@
 #include "AlarmGroupJson.h"
 
 #include "JsonReader.h"
-#include "plainLine.h"
+#include "shownText.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -6,7 +6,7 @@
 #include "Clock.h"
 #include "ListStorage.h"
 #include "PowerManager.h"
-#include "elided.h"
+#include "shownText.h"
 
 #include <algorithm>
 

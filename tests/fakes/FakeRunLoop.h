@@ -36,7 +36,7 @@ public:
         runDue();
     }
 
-    std::unique_ptr<RepeatingTimer> everySecond(QObject *owner, std::function<void()> action) override {
+    std::unique_ptr<QObject> everySecond(QObject *owner, std::function<void()> action) override {
         timersMade += 1;
         m_tick = [owner = QPointer(owner), action = std::move(action)] {
             if (owner) {
@@ -56,7 +56,7 @@ private:
         QPointer<QObject> owner;
         std::function<void()> action;
     };
-    struct Timer : RepeatingTimer {
+    struct Timer : QObject {
         explicit Timer(FakeRunLoop &runLoop) : loop(runLoop) {}
         ~Timer() override { loop.m_tick = nullptr; }
         FakeRunLoop &loop;

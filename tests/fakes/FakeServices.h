@@ -23,8 +23,7 @@ public:
     int activations = 0;
 
     void activate() override { activations += 1; }
-    void showMainWindow() override {}
-    void terminate() override {}
+    void showMainWindow(const QByteArray &) override {}
 };
 
 /// A list in memory. It is written when something asks for it, like the newest one of a disk that is slow.
@@ -91,6 +90,7 @@ public:
         return id;
     }
     void release(AssertionID id) override { held.remove(id); }
+    std::unique_ptr<QObject> beginUserInitiated(const QString &) override { return nullptr; }
 };
 
 /// The real services on fake ports, in the order in which they need each other.

@@ -15,9 +15,11 @@ public:
     QStringList readings;                               ///< all texts begun, in order
     std::optional<std::chrono::milliseconds> timeLimit; ///< of the last synthesizer, if set
 
-    std::unique_ptr<SpeechSynthesizer> make(SpeechSynthesizer::DidFinishSpeaking didFinish) override {
+    std::unique_ptr<SpeechSynthesizer> make(const SpeechSettings &settings,
+                                            DidFinishSpeaking didFinish) override {
         m_didFinish = std::move(didFinish);
-        timeLimit.reset();
+        volume = settings.volume;
+        timeLimit = settings.timeLimit;
         return std::make_unique<Synthesizer>(*this);
     }
 
@@ -35,22 +37,19 @@ private:
     public:
         explicit Synthesizer(FakeSpeechSynthesizers &synthesizers) : m_all(synthesizers) {}
         ~Synthesizer() override {
-            stopSpeaking();
+            m_all.reading = QString();
             m_all.m_didFinish = nullptr;
         }
-        void setVolume(float value) override { m_all.volume = value; }
-        void setTimeLimit(std::chrono::milliseconds time) override { m_all.timeLimit = time; }
         void startSpeaking(const QString &text) override {
             m_all.reading = text;
             m_all.readings.append(text);
         }
-        void stopSpeaking() override { m_all.reading = QString(); }
 
     private:
         FakeSpeechSynthesizers &m_all;
     };
 
-    SpeechSynthesizer::DidFinishSpeaking m_didFinish;
+    DidFinishSpeaking m_didFinish;
 };
 
 } // namespace kova

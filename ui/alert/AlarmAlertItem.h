@@ -2,7 +2,7 @@
 
 #include "AlarmScheduler.h"
 #include "AlarmTimes.h"
-#include "elided.h"
+#include "shownText.h"
 
 #include <QObject>
 #include <qqmlregistration.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "AlarmGroup.h"
-#include "elided.h"
+#include "shownText.h"
 
 #include <QObject>
 #include <algorithm>

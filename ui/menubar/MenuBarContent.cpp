@@ -1,8 +1,7 @@
 #include "MenuBarContent.h"
 
 #include "AlarmTimes.h"
-#include "elided.h"
-#include "plainLine.h"
+#include "shownText.h"
 
 #include <algorithm>
 

@@ -9,7 +9,6 @@
 namespace kova {
 
 /// Converts Japanese text to kana by MeCab and its IPADIC dictionary, for voices that cannot read kanji.
-/// MeCab runs as a process, so that its 50 MB are freed when it exits.
 class KanaReader : public QObject {
 public:
     /// Receives the reading, or the text itself if there is none; the first failure is logged on standard

@@ -6,6 +6,10 @@
 
 namespace kova {
 
+/// Prepares descriptors 0 to 2: opens closed ones on /dev/null, makes output to pipes and terminals
+/// non-blocking, and sends Qt's messages to standard error. Call before anything else is opened.
+void prepareStandardStreams();
+
 /// Writes lines to an output descriptor.
 class LineWriter : public Log {
 public:
@@ -14,8 +18,6 @@ public:
     void print(const QString &line) override;
 
 private:
-    qsizetype writeNonBlocking(const QByteArray &bytes) const;
-
     const int m_descriptor;
     std::mutex m_mutex;
     bool m_lastLineIncomplete = false;

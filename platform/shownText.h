@@ -11,4 +11,9 @@ constexpr int maxShownLength = 1000;
 /// depends on `maxLength` only, so call this before a layout.
 QString elided(const QString &text, int maxLength = maxShownLength);
 
+/// Returns the text for display outside the application: on one line, with a space for each control character
+/// and line separator, and without format characters, such as those that reverse text, but for those that
+/// join.
+QString plainLine(QString text);
+
 } // namespace kova

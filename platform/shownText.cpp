@@ -1,5 +1,6 @@
-#include "plainLine.h"
+#include "shownText.h"
 
+#include <QTextBoundaryFinder>
 #include <algorithm>
 
 namespace kova {
@@ -26,6 +27,17 @@ bool isFormat(QChar character) {
 }
 
 } // namespace
+
+QString elided(const QString &text, int maxLength) {
+    constexpr qsizetype maxCharacterSize = 16; // a base with any number of combining marks is one character
+    const QString head = text.left(maxLength * maxCharacterSize);
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, head);
+    qsizetype end = 0;
+    for (int count = 0; count < maxLength && end < head.size(); ++count) {
+        end = characters.toNextBoundary();
+    }
+    return end < text.size() ? text.first(end) + u'…' : text;
+}
 
 QString plainLine(QString text) {
     text.removeIf(isFormat);

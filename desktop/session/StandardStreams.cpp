@@ -1,11 +1,12 @@
-#include "standardStreams.h"
+#include "StandardStreams.h"
 
-#include "LineWriter.h"
+#include "shownText.h"
 
-#include <QtGlobal>
-
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <fcntl.h>
+#include <poll.h>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -37,6 +38,29 @@ void makeNonBlocking(int descriptor) {
     }
 }
 
+// A pipe that poll() reports as writable normally accepts PIPE_BUF bytes without blocking.
+bool hasRoom(int descriptor) {
+    pollfd output{.fd = descriptor, .events = POLLOUT, .revents = 0};
+    return poll(&output, 1, 0) == 1 && (output.revents & POLLOUT) != 0;
+}
+
+// Returns the number of bytes written.
+qsizetype writeNonBlocking(int descriptor, const QByteArray &bytes) {
+    qsizetype written = 0;
+    while (written < bytes.size() && hasRoom(descriptor)) {
+        const auto size = static_cast<size_t>(std::min<qsizetype>(bytes.size() - written, PIPE_BUF));
+        const ssize_t count = ::write(descriptor, bytes.constData() + written, size);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            break;
+        }
+        written += count;
+    }
+    return written;
+}
+
 } // namespace
 
 void prepareStandardStreams() {
@@ -48,6 +72,18 @@ void prepareStandardStreams() {
     makeNonBlocking(STDOUT_FILENO);
     makeNonBlocking(STDERR_FILENO);
     qInstallMessageHandler(&message);
+}
+
+void LineWriter::print(const QString &line) {
+    QByteArray bytes = plainLine(line).toUtf8() + '\n';
+    const std::lock_guard lock(m_mutex);
+    if (m_lastLineIncomplete) {
+        bytes.prepend('\n');
+    }
+    const qsizetype written = writeNonBlocking(m_descriptor, bytes);
+    if (written > 0) {
+        m_lastLineIncomplete = written < bytes.size();
+    }
 }
 
 } // namespace kova

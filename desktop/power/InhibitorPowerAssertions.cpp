@@ -1,4 +1,4 @@
-#include "PowerPorts.h"
+#include "InhibitorPowerAssertions.h"
 
 #include <cerrno>
 #include <future>
@@ -25,7 +25,7 @@ void InhibitorPowerAssertions::release(AssertionID id) {
     }
 }
 
-std::unique_ptr<ActivityToken> InhibitorProcessActivity::beginUserInitiated(const QString &reason) {
+std::unique_ptr<QObject> InhibitorPowerAssertions::beginUserInitiated(const QString &reason) {
     auto inhibitor = std::make_unique<IdleInhibitor>(m_buses);
     inhibitor->acquire(reason);
     return inhibitor;
