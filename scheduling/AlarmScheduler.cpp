@@ -1,13 +1,6 @@
 #include "AlarmScheduler.h"
 
-#include "Application.h"
-#include "Clock.h"
-#include "Log.h"
-#include "NotificationCenter.h"
 #include "Platform.h"
-#include "RunLoop.h"
-#include "SoundPlayer.h"
-#include "TTSPlayer.h"
 #include "shownText.h"
 
 namespace kova {
@@ -58,8 +51,6 @@ QString alarmKey(const AlarmGroup &group, qint64 index) {
 AlarmScheduler::AlarmScheduler(const Ports &ports) : m_ports(ports) {
     requestNotificationAuthorization(m_ports.notificationCenter, m_ports.log);
 }
-
-AlarmScheduler::~AlarmScheduler() = default;
 
 AlarmScheduler &AlarmScheduler::shared() {
     static const Platform &platform = Platform::installed();

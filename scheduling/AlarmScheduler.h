@@ -1,21 +1,17 @@
 #pragma once
 
-#include "AlarmGroup.h"
 #include "AlarmTimes.h"
+#include "Application.h"
+#include "Clock.h"
+#include "Log.h"
+#include "NotificationCenter.h"
+#include "RunLoop.h"
+#include "SoundPlayer.h"
+#include "TTSPlayer.h"
 
-#include <QObject>
 #include <QSet>
-#include <memory>
 
 namespace kova {
-
-class Application;
-class Clock;
-class Log;
-class NotificationCenter;
-class RunLoop;
-class SoundPlayer;
-class TTSPlayer;
 
 /// A ringing alarm. The group is a copy, unaffected by later edits.
 struct FiringAlarm {
@@ -47,7 +43,6 @@ public:
 
     /// Requests permission for notifications. No alarm fires before start().
     explicit AlarmScheduler(const Ports &ports);
-    ~AlarmScheduler() override;
 
     /// Returns the scheduler of the process, which uses the installed ports.
     static AlarmScheduler &shared();

@@ -1,6 +1,5 @@
 #include "PowerManager.h"
 
-#include "Log.h"
 #include "Platform.h"
 
 namespace kova {

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "Log.h"
 #include "PowerAssertions.h"
 
 #include <QObject>
 
 namespace kova {
-
-class Log;
 
 /// Prevents idle system sleep between preventSleep() and allowSleep(). Main thread.
 class PowerManager : public QObject {

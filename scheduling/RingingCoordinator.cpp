@@ -1,8 +1,5 @@
 #include "RingingCoordinator.h"
 
-#include "AlarmScheduler.h"
-#include "FileChooser.h"
-
 #include <QCoreApplication>
 
 namespace kova {

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <QObject>
+#include "AlarmScheduler.h"
+#include "FileChooser.h"
 
 namespace kova {
-
-class AlarmScheduler;
-class FileChooser;
 
 /// Connects the ringing with the rest of the application: an alarm closes an open file dialog, which would
 /// cover the alert; closing the main window or quitting ends the ringing. Main thread.

@@ -1,11 +1,6 @@
 #include "AlarmViewModel.h"
 
 #include "AlarmGroupJson.h"
-#include "AlarmScheduler.h"
-#include "AlarmTimes.h"
-#include "Clock.h"
-#include "ListStorage.h"
-#include "PowerManager.h"
 #include "shownText.h"
 
 #include <algorithm>

@@ -1,16 +1,12 @@
 #pragma once
 
-#include "AlarmGroup.h"
+#include "AlarmScheduler.h"
+#include "ListStorage.h"
+#include "PowerManager.h"
 
 #include <QAbstractListModel>
-#include <QSet>
 
 namespace kova {
-
-class AlarmScheduler;
-class Clock;
-class ListStorage;
-class PowerManager;
 
 /// The store: the ordered list of groups, as a model whose rows are what their cards show, and the state of
 /// the editor. Saves the list at the end of each operation and passes every list to the scheduler. Main

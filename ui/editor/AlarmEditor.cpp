@@ -1,12 +1,5 @@
 #include "AlarmEditor.h"
 
-#include "AlarmTimes.h"
-#include "AlarmViewModel.h"
-#include "Bookmarks.h"
-#include "FileChooser.h"
-#include "Log.h"
-#include "SoundPlayer.h"
-#include "TTSPlayer.h"
 #include "builtInSounds.h"
 
 #include <QFileInfo>

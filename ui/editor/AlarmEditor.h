@@ -1,19 +1,11 @@
 #pragma once
 
+#include "AlarmViewModel.h"
+#include "Bookmarks.h"
 #include "EditedGroup.h"
-
-#include <QObject>
-#include <QStringList>
-#include <memory>
+#include "FileChooser.h"
 
 namespace kova {
-
-class AlarmViewModel;
-class Bookmarks;
-class FileChooser;
-class Log;
-class SoundPlayer;
-class TTSPlayer;
 
 /// The editor's two-way binding to the store's editing group. Each change is written back immediately. Main
 /// thread.

@@ -1,8 +1,5 @@
 #include "HomeEditMode.h"
 
-#include "AlarmViewModel.h"
-#include "SoundPlayer.h"
-
 namespace kova {
 
 HomeEditMode::HomeEditMode(AlarmViewModel &store, SoundPlayer &soundPlayer)

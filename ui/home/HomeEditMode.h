@@ -1,14 +1,10 @@
 #pragma once
 
-#include <QObject>
-#include <QSet>
-#include <QUuid>
+#include "AlarmViewModel.h"
+
 #include <qqmlregistration.h>
 
 namespace kova {
-
-class AlarmViewModel;
-class SoundPlayer;
 
 /// The ids of the selected groups, as the rows read them.
 struct SelectedGroups {

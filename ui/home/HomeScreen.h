@@ -1,9 +1,6 @@
 #pragma once
 
-#include "AlarmViewModel.h"
 #include "HomeEditMode.h"
-#include "PowerManager.h"
-#include "SoundPlayer.h"
 #include "alert/AlarmAlertItem.h"
 
 namespace kova {

@@ -1,11 +1,8 @@
 #include "MenuBarExtra.h"
 
-#include "AlarmViewModel.h"
-#include "PowerManager.h"
 #include "drawing/Symbol.h"
 
 #include <QGuiApplication>
-#include <QTimer>
 
 namespace kova {
 
@@ -26,7 +23,9 @@ QIcon bell() {
 MenuBarExtra::MenuBarExtra(const AlarmViewModel &store, const PowerManager &powerManager)
     : m_store(store),
       m_powerManager(powerManager) {
-    connect(&store, &AlarmViewModel::groupsChanged, this, &MenuBarExtra::scheduleRebuild);
+    m_rebuildTimer.setSingleShot(true);
+    connect(&m_rebuildTimer, &QTimer::timeout, this, &MenuBarExtra::rebuild);
+    connect(&store, &AlarmViewModel::groupsChanged, &m_rebuildTimer, qOverload<>(&QTimer::start));
     for (const MenuBarMenu *menu : {&m_menu, &m_exportedMenu}) {
         connect(menu, &MenuBarMenu::showWindow, this, &MenuBarExtra::showWindow);
         connect(menu, &MenuBarMenu::quit, this, &MenuBarExtra::quit);
@@ -52,16 +51,6 @@ void MenuBarExtra::activate(QSystemTrayIcon::ActivationReason reason) {
         Q_EMIT showWindow();
     } else {
         m_menu.popup(QCursor::pos());
-    }
-}
-
-void MenuBarExtra::scheduleRebuild() {
-    if (!m_isRebuildScheduled) {
-        m_isRebuildScheduled = true;
-        QTimer::singleShot(0, this, [this] {
-            m_isRebuildScheduled = false;
-            rebuild();
-        });
     }
 }
 

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "AlarmViewModel.h"
 #include "MenuBarMenu.h"
 
 #include <QSystemTrayIcon>
+#include <QTimer>
 
 namespace kova {
-
-class AlarmViewModel;
-class PowerManager;
 
 /// The item in the desktop's menu bar with its menu. The menu is updated at most once per event loop
 /// iteration after the store has changed. Main thread.
@@ -31,7 +30,6 @@ Q_SIGNALS:
 
 private:
     void activate(QSystemTrayIcon::ActivationReason reason);
-    void scheduleRebuild();
     void rebuild();
 
     const AlarmViewModel &m_store;
@@ -39,7 +37,7 @@ private:
     MenuBarMenu m_menu{MenuBarMenu::Drawn};
     MenuBarMenu m_exportedMenu{MenuBarMenu::Exported};
     QSystemTrayIcon m_icon;
-    bool m_isRebuildScheduled = false;
+    QTimer m_rebuildTimer; ///< of the next event loop iteration
 };
 
 } // namespace kova
