@@ -1,19 +1,13 @@
 #include "AccessibleChanges.h"
 
-#include "popups/popupsInFrontOf.h"
+#include "window/ViewWindow.h"
 
-#include <QAccessible>
 #include <QMetaMethod>
 #include <QQuickItem>
 #include <algorithm>
 #include <utility>
 
 namespace kova {
-
-namespace {
-// How far outside the viewport a list's entries are created and exposed, in logical pixels.
-constexpr int exposedMargin = 20000;
-} // namespace
 
 void AccessibleChanges::observe(QQuickItem &item) {
     if (!item.findChild<AccessibleChanges *>({}, Qt::FindDirectChildrenOnly)) {
@@ -38,7 +32,7 @@ AccessibleChanges::~AccessibleChanges() {
 
 // An item behind a panel is disabled while the panel is open.
 void AccessibleChanges::onItemCompleted() {
-    if (const QQuickItem *overlay = overlayOf(m_item)) {
+    if (const QQuickItem *overlay = ViewWindow::overlayOf(m_item)) {
         connect(overlay, &QQuickItem::visibleChildrenChanged, this, &AccessibleChanges::reportEnabled,
                 Qt::QueuedConnection);
     }
@@ -49,6 +43,7 @@ void AccessibleChanges::onItemCompleted() {
 
 // The entries outside the viewport take memory, so they are created for assistive tools only.
 void AccessibleChanges::accessibilityActiveChanged(bool active) {
+    constexpr int exposedMargin = 20000; // outside the viewport, in logical pixels
     if (!active) {
         return;
     }

@@ -1,7 +1,6 @@
 #include "AccessibleItem.h"
 
 #include "AccessibleChanges.h"
-#include "popups/popupsInFrontOf.h"
 #include "window/ViewWindow.h"
 
 #include <QQuickItem>
@@ -52,7 +51,7 @@ bool isPanel(QAccessible::Role role) {
 
 // While a panel is open, only the panel and the popups in front of it can be used.
 bool isBehindPanel(const QQuickItem &item) {
-    const QList<QQuickItem *> popups = popupsInFrontOf(item);
+    const QList<QQuickItem *> popups = ViewWindow::popupsInFrontOf(item);
     return std::any_of(popups.cbegin(), popups.cend(), [](QQuickItem *popup) {
         const QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(popup);
         return iface && isPanel(iface->role());

@@ -1,10 +1,16 @@
 #pragma once
 
+#include <QPainterPath>
 #include <QPen>
 #include <QQuickItem>
 #include <qqmlregistration.h>
 
 namespace kova {
+
+/// Returns a rectangle with continuous corners: cubic curves join an arc to the edges so that the curvature
+/// grows from 0 to the arc's without a step. On short sides less of the corner is smoothed, down to a plain
+/// arc.
+QPainterPath continuousRectangle(const QRectF &rect, qreal radius);
 
 /// A filled and outlined rectangle with continuous corners, its outline inside the edges. Painted by the
 /// software scene graph only.

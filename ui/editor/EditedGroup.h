@@ -5,6 +5,8 @@
 
 #include <QObject>
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <qqmlregistration.h>
 
 namespace kova {
@@ -40,7 +42,7 @@ struct EditedGroup : AlarmGroup {
 public:
     static constexpr int maximumAlarmCount = 20;
     static constexpr int maximumIntervalMinutes = 30;
-    static constexpr int volumeSteps = 20;
+    static constexpr float volumeSteps = 20;
     static constexpr int maximumTextLength = 32767; ///< of a QML text field
 
     int hourIndex() const { return indexBelow(24, targetHour); }
@@ -75,10 +77,20 @@ public:
     Q_INVOKABLE bool repeatsOn(int day) const { return repeatDays.contains(day); }
 
 private:
-    static int indexBelow(int count, qint64 value);
-    static int nearestInt(qint64 value);
-    static float nearestStep(float level);
-    static QString percentText(float level);
+    static int indexBelow(int count, qint64 value) {
+        return value >= 0 && value < count ? static_cast<int>(value) : -1;
+    }
+    static int nearestInt(qint64 value) {
+        using Limits = std::numeric_limits<int>;
+        return static_cast<int>(std::clamp<qint64>(value, Limits::min(), Limits::max()));
+    }
+    static float nearestStep(float level) {
+        return std::round(std::clamp(level, 0.0F, 1.0F) * volumeSteps) / volumeSteps;
+    }
+    // Multiplies as a 32-bit float, so that 0.7 gives 70, not 69.
+    static QString percentText(float level) {
+        return QString::number(std::trunc(static_cast<double>(level * 100.0F)), 'f', 0) + u'%';
+    }
 };
 
 } // namespace kova

@@ -1,7 +1,6 @@
 #include "ViewWindow.h"
 
 #include "accessibility/AccessibleItem.h"
-#include "popups/popupsInFrontOf.h"
 
 #include <QKeyEvent>
 #include <QPointer>
@@ -43,6 +42,30 @@ QList<QQuickItem *> hoveredItems(const QQuickItem &parent) {
 ViewWindow::ViewWindow(QQmlEngine *engine) : QQuickView(engine, nullptr) {
     AccessibleItem::install();
     connect(this, &QQuickView::statusChanged, this, &ViewWindow::observePopups);
+}
+
+QQuickItem *ViewWindow::overlayOf(const QQuickItem &item) {
+    const QList<QQuickItem *> layers =
+        item.window() ? item.window()->contentItem()->childItems() : QList<QQuickItem *>();
+    const auto overlay = std::find_if(layers.cbegin(), layers.cend(), [](const QQuickItem *layer) {
+        return layer->inherits("QQuickOverlay");
+    });
+    return overlay == layers.cend() ? nullptr : *overlay;
+}
+
+QList<QQuickItem *> ViewWindow::popupsInFrontOf(const QQuickItem &item) {
+    const QQuickItem *overlay = overlayOf(item);
+    const QList<QQuickItem *> layers = overlay ? overlay->childItems() : QList<QQuickItem *>();
+    QList<QQuickItem *> popups;
+    for (auto layer = layers.crbegin(); layer != layers.crend(); ++layer) {
+        if (*layer == &item || (*layer)->isAncestorOf(&item)) {
+            break;
+        }
+        if ((*layer)->isVisible() && (*layer)->inherits("QQuickPopupItem")) {
+            popups << *layer;
+        }
+    }
+    return popups;
 }
 
 // Queued, since a popup may be hidden while the views are being deleted.

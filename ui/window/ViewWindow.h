@@ -19,6 +19,11 @@ public:
     bool showsFocus() const { return m_showsFocus; }
     void setShowsFocus(bool shows);
 
+    /// Returns the parent of all popups in the item's window, null if there has been none yet.
+    static QQuickItem *overlayOf(const QQuickItem &item);
+    /// Returns the visible popups in front of the item, the topmost first.
+    static QList<QQuickItem *> popupsInFrontOf(const QQuickItem &item);
+
     /// Returns whether the item is a button or a picker.
     static bool isPressable(const QQuickItem &item);
     /// Has the effect of the space bar when the item has the focus.

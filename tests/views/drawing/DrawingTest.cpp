@@ -1,5 +1,5 @@
+#include "drawing/ContinuousRectangle.h"
 #include "drawing/Symbol.h"
-#include "drawing/continuousCorner.h"
 
 #include <QDir>
 #include <QTest>
