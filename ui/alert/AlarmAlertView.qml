@@ -113,7 +113,6 @@ Panel {
             PlainButton {
                 id: snoozeButton
 
-                bottomPadding: 12
                 color: Palette.textPrimary
                 cornerRadius: 10
                 fill: Palette.surface
@@ -121,7 +120,7 @@ Panel {
                 font.weight: Font.Medium
                 objectName: "snoozeButton"
                 text: "スヌーズ"
-                topPadding: 12
+                verticalPadding: 12
                 width: (parent.width - parent.spacing) / 2
 
                 onClicked: sheet.home.endRinging()
@@ -129,7 +128,6 @@ Panel {
             PlainButton {
                 id: stopButton
 
-                bottomPadding: 12
                 color: Palette.textOnAccent
                 cornerRadius: 10
                 fill: Palette.accent
@@ -137,7 +135,7 @@ Panel {
                 font.weight: Font.DemiBold
                 objectName: "stopButton"
                 text: "停止"
-                topPadding: 12
+                verticalPadding: 12
                 width: (parent.width - parent.spacing) / 2
 
                 onClicked: sheet.home.endRinging()

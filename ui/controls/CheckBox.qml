@@ -2,7 +2,6 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// Emits `toggled` for changes by the user only.
 T.CheckBox {
     id: control
 

@@ -80,7 +80,6 @@ Item {
             onClicked: control.activated(index)
 
             FocusRing {
-                cornerRadius: 6
                 target: segment
             }
         }

@@ -2,17 +2,10 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// Emits `moved` for changes by the user only.
 T.Slider {
     id: slider
 
-    function moveTo(target: real) {
-        value = Math.min(Math.max(target, from), to);
-        moved();
-    }
-
     implicitHeight: 20
-    implicitWidth: 100
     snapMode: T.Slider.SnapAlways
 
     background: ContinuousRectangle {
@@ -54,7 +47,9 @@ T.Slider {
             [Qt.Key_PageDown]: value - 5 * stepSize
         };
         event.accepted = event.key in targets;
-        if (event.accepted)
-            moveTo(targets[event.key]);
+        if (event.accepted) {
+            value = targets[event.key];
+            moved();
+        }
     }
 }

@@ -48,7 +48,6 @@ Item {
             x: stepper.width - width
 
             FocusRing {
-                cornerRadius: 6
                 target: stepper
             }
         }

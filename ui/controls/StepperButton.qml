@@ -1,7 +1,6 @@
 import QtQuick 2.15
 import Kova
 
-// One half of a stepper's buttons.
 Item {
     id: button
 

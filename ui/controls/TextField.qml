@@ -29,14 +29,13 @@ T.TextField {
 
     Accessible.name: placeholderText
     color: Palette.textPrimary
+    font.pixelSize: 13
     // The template clips the text at its padding. There is none above and below, since some scripts exceed the line
     // height of the font that the text is laid out for.
     implicitHeight: Math.ceil(contentHeight) + 16
-    implicitWidth: 160
     leftPadding: 8
     persistentSelection: menu.item !== null
     rightPadding: 8
-    selectByMouse: true
     selectedTextColor: Palette.textOnAccent
     selectionColor: Palette.accent
     verticalAlignment: TextInput.AlignVCenter

@@ -5,9 +5,7 @@
 
 namespace kova {
 
-namespace {
 constexpr qreal thickness = 2;
-}
 
 FocusRing::FocusRing(QQuickItem *parent) : ContinuousRectangle(parent) {
     setVisible(false);

@@ -18,8 +18,9 @@ Item {
     onIsOnScreenChanged: if (!isOnScreen)
         editor.leave()
 
-    ContinuousRectangle {
+    PanelBackground {
         anchors.fill: parent
+        borderColor: "transparent"
         color: Palette.background
         radius: 16
     }
@@ -27,8 +28,7 @@ Item {
         id: flickable
 
         T.ScrollBar.vertical: ScrollBar {
-            bottomPadding: 10 // clear of the corners
-            topPadding: 10
+            verticalPadding: 10 // clear of the corners
         }
         anchors.fill: parent
         boundsBehavior: Flickable.StopAtBounds
@@ -44,7 +44,6 @@ Item {
             x: 20
             y: 20
 
-            // The title is centred between the two buttons.
             Item {
                 implicitHeight: Math.max(cancelButton.implicitHeight, titleText.implicitHeight)
                 width: parent.width
@@ -91,7 +90,6 @@ Item {
 
                 TextField {
                     Accessible.name: "ラベル"
-                    font.pixelSize: 13
                     placeholderText: "例: 朝のアラーム"
                     text: view.editor.group.label
                     width: parent.width
@@ -130,8 +128,45 @@ Item {
                     width: parent.width
                 }
             }
-            VolumeSection {
-                editor: view.editor
+            SectionCard {
+                id: volumeSection
+
+                title: "音量"
+
+                Row {
+                    spacing: 8
+                    width: parent.width
+
+                    Symbol {
+                        id: quiet
+
+                        anchors.verticalCenter: parent.verticalCenter
+                        color: Palette.textSecondary
+                        name: "speaker.fill"
+                        size: 11
+                    }
+                    Slider {
+                        Accessible.name: volumeSection.title
+                        stepSize: view.editor.volumeStep
+                        value: view.editor.group.volume
+                        width: parent.width - quiet.width - loud.width - percent.width - 24
+
+                        onMoved: view.editor.group.volume = value
+                    }
+                    Symbol {
+                        id: loud
+
+                        anchors.verticalCenter: parent.verticalCenter
+                        color: Palette.textSecondary
+                        name: "speaker.wave.3.fill"
+                        size: 11
+                    }
+                    PercentText {
+                        id: percent
+
+                        text: view.editor.group.volumeText
+                    }
+                }
             }
             SpeechSection {
                 editor: view.editor

@@ -40,10 +40,6 @@ T.Popup {
 
             onClicked: panel.editor.cancel()
         }
-        PanelShadow {
-            anchors.fill: editView
-            radius: 20
-        }
 
         // Takes the clicks between the controls.
         MouseArea {

@@ -20,7 +20,6 @@ ContextMenu {
     }
     T.MenuSeparator {
         implicitHeight: 11
-        implicitWidth: 140
         padding: 5
 
         contentItem: Rectangle {

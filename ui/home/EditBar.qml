@@ -30,18 +30,16 @@ ContinuousRectangle {
         id: deleteButton
 
         anchors.verticalCenter: parent.verticalCenter
-        bottomPadding: 6
         color: Palette.textOnDanger
         cornerRadius: 8
         enabled: editBar.selection.count > 0
         fill: Qt.alpha(Palette.danger, enabled ? 1 : Palette.disabled)
         font.pixelSize: 13
-        leftPadding: 14
+        horizontalPadding: 14
         objectName: "deleteButton"
         opacity: down ? Palette.pressed : 1 // the fill shows whether it is enabled
-        rightPadding: 14
         text: editBar.selection.count + "件を削除"
-        topPadding: 6
+        verticalPadding: 6
         x: parent.width - width - 16
 
         onClicked: editBar.selection.askToDelete()

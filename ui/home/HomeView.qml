@@ -35,9 +35,24 @@ FocusScope {
                 font.pixelSize: 20
                 text: "KOVA"
             }
-            SleepMark {
+            Symbol {
+                id: sleepMark
+
+                Accessible.name: "スリープ防止中"
+                Accessible.role: Accessible.StaticText
                 anchors.verticalCenter: parent.verticalCenter
+                color: Qt.alpha(Palette.accent, 0.6)
+                name: "bolt.fill"
+                size: 10
                 visible: homeView.home.isPreventingSleep
+
+                HoverHandler {
+                    id: pointer
+                }
+                HoverTip {
+                    shown: pointer.hovered
+                    text: sleepMark.Accessible.name
+                }
             }
         }
         Row {

@@ -1,7 +1,6 @@
 import QtQuick 2.15
 import Kova
 
-// A short text on a rounded background.
 ContinuousRectangle {
     id: infoChip
 

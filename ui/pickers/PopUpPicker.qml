@@ -23,6 +23,7 @@ T.ComboBox {
         }
     }
 
+    font.pixelSize: 13
     implicitHeight: 26
     implicitWidth: 70
     leftPadding: 10
@@ -33,7 +34,6 @@ T.ComboBox {
         radius: 6
 
         FocusRing {
-            cornerRadius: 6
             target: picker
         }
     }
@@ -100,11 +100,10 @@ T.ComboBox {
         readonly property int rowsAbove: picker.currentIndex < 4 ? Math.max(picker.currentIndex, 0) : Math.max(4, picker.currentIndex - (picker.count - rowsShown))
         readonly property int rowsShown: Math.min(picker.count, 9)
 
-        bottomPadding: 4
         height: rowsShown * rowHeight + 8
         margins: 4
         modal: true // the click that closes it has no other effect
-        topPadding: 4
+        verticalPadding: 4
         width: picker.width + 16
         x: -14
         y: -rowsAbove * rowHeight - 4 + (picker.height - rowHeight) / 2

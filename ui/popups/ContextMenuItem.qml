@@ -9,11 +9,9 @@ T.MenuItem {
 
     Accessible.name: text
     font.pixelSize: 13
+    horizontalPadding: 10
     implicitHeight: 24
-    implicitWidth: 140
-    leftPadding: 10
     objectName: "menuItem"
-    rightPadding: 10
 
     background: ContinuousRectangle {
         color: !item.highlighted ? "transparent" : item.isDestructive ? Palette.danger : Palette.accent

@@ -8,9 +8,6 @@ PopupLoader {
     required property bool isShown
     required property string popup
 
-    // The popup needs the window, to which the content is added after its completion.
-    property bool isComplete: false
-
     function syncPopup() {
         const shown = lazyPopup.item;
         if (isShown && shown) {
@@ -22,11 +19,8 @@ PopupLoader {
         }
     }
 
-    Component.onCompleted: Qt.callLater(() => isComplete = true) // qmllint disable
-    onIsCompleteChanged: syncPopup()
-    onIsShownChanged: {
-        if (isComplete) {
-            syncPopup();
-        }
-    }
+    // The popup needs the window, to which the content is added after its completion.
+    Component.onCompleted: Qt.callLater(syncPopup) // qmllint disable
+    onIsShownChanged: if (Window.window)
+        syncPopup()
 }

@@ -8,7 +8,6 @@ T.ScrollBar {
 
     // Assistive tools reach all of the content without it.
     Accessible.ignored: true
-    implicitHeight: 10
     implicitWidth: 10
     minimumSize: 0.08
     padding: 2
@@ -17,8 +16,6 @@ T.ScrollBar {
 
     contentItem: ContinuousRectangle {
         color: Qt.alpha(Palette.textPrimary, bar.pressed ? 0.45 : bar.hovered ? 0.35 : 0.22)
-        implicitHeight: 6
-        implicitWidth: 6
         radius: 3
     }
 }

@@ -17,9 +17,7 @@ SectionCard {
             focus: true
             currentIndex: section.editor.group.hourIndex
             displayText: section.editor.group.hourText
-            font.pixelSize: 13
             model: section.editor.hourTexts
-            width: 70
 
             onActivated: index => section.editor.group.hourIndex = index
         }
@@ -37,9 +35,7 @@ SectionCard {
             Accessible.name: "分"
             currentIndex: section.editor.group.minuteIndex
             displayText: section.editor.group.minuteText
-            font.pixelSize: 13
             model: section.editor.minuteTexts
-            width: 70
 
             onActivated: index => section.editor.group.minuteIndex = index
         }

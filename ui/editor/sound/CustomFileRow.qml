@@ -12,12 +12,10 @@ Row {
     PlainButton {
         id: fileButton
 
-        bottomPadding: 6
         cornerRadius: 8
-        leftPadding: 10
-        rightPadding: 10
+        horizontalPadding: 10
         text: "ファイルから選択"
-        topPadding: 6
+        verticalPadding: 6
 
         background: ContinuousRectangle {
             borderColor: Qt.alpha(Palette.accent, 0.4)

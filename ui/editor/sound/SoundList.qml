@@ -98,7 +98,6 @@ Column {
                 onClicked: list.editor.preview(row.modelData)
             }
             FocusRing {
-                cornerRadius: 6
                 gap: -2
                 target: row
             }

@@ -16,7 +16,6 @@ Item {
     TextField {
         id: field
 
-        font.pixelSize: 13
         placeholderText: row.placeholder
         text: row.message
         width: button.x - 6
