@@ -11,7 +11,6 @@ bool ringsOn(const AlarmGroup &group, int day) {
     return group.isEnabled && (group.repeatDays.isEmpty() || group.repeatDays.contains(day));
 }
 
-// The last alarm of a run has a separate message.
 QString spokenMessage(const AlarmGroup &group, qint64 index) {
     if (isLastAlarm(group, index)) {
         return group.ttsLastEnabled ? group.ttsLastMessage : QString();
@@ -19,7 +18,6 @@ QString spokenMessage(const AlarmGroup &group, qint64 index) {
     return group.ttsEnabled ? group.ttsMessage : QString();
 }
 
-// The result is only logged.
 void requestNotificationAuthorization(NotificationCenter &center, Log &log) {
     center.requestAuthorization([&log](bool granted, const std::optional<QString> &error) {
         if (error) {
@@ -30,7 +28,6 @@ void requestNotificationAuthorization(NotificationCenter &center, Log &log) {
     });
 }
 
-// Posts the notification of the alarm with its planned time.
 void sendNotification(NotificationCenter &center, const AlarmGroup &group, qint64 index) {
     const QString prefix =
         group.label.isEmpty() ? QStringLiteral("アラーム ") : elided(group.label) + QStringLiteral(" — ");

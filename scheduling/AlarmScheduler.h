@@ -30,7 +30,6 @@ class AlarmScheduler : public QObject {
     Q_OBJECT
 
 public:
-    /// The ports and players that an alarm uses.
     struct Ports {
         Clock &clock;
         RunLoop &runLoop;

@@ -4,12 +4,6 @@
 
 namespace kova {
 
-PowerManager::PowerManager(PowerAssertions &assertions, Log &log) : m_assertions(assertions), m_log(log) {}
-
-PowerManager::~PowerManager() {
-    allowSleep();
-}
-
 PowerManager &PowerManager::shared() {
     static const Platform &platform = Platform::installed();
     static auto *const manager = new PowerManager(platform.powerAssertions, platform.log);

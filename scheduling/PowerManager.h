@@ -12,13 +12,12 @@ class PowerManager : public QObject {
     Q_OBJECT
 
 public:
-    PowerManager(PowerAssertions &assertions, Log &log);
-    ~PowerManager() override;
+    PowerManager(PowerAssertions &assertions, Log &log) : m_assertions(assertions), m_log(log) {}
+    ~PowerManager() override { allowSleep(); }
 
     /// Returns the manager of the process, which uses the installed ports.
     static PowerManager &shared();
 
-    /// Returns whether an assertion is held.
     bool isPreventingSleep() const { return m_isPreventingSleep; }
 
     /// Logs a failure; the next call retries.

@@ -21,10 +21,6 @@ AlarmGroup makeGroup(const Clock &clock) {
     return group;
 }
 
-QString AlarmGroup::idText() const {
-    return id.toString(QUuid::WithoutBraces).toUpper();
-}
-
 bool operator==(const AlarmGroup &a, const AlarmGroup &b) {
     return a.id == b.id && sameText(a.label, b.label) && a.targetHour == b.targetHour &&
            a.targetMinute == b.targetMinute && a.alarmCount == b.alarmCount &&

@@ -38,13 +38,12 @@ struct AlarmGroup {
     Instant createdAt = 0;
 
     /// Returns the id as canonical upper-case text of 36 characters.
-    QString idText() const;
+    QString idText() const { return id.toString(QUuid::WithoutBraces).toUpper(); }
 
     /// Compares all fields by value; canonically equivalent texts are equal, NaN is not equal to itself.
     friend bool operator==(const AlarmGroup &a, const AlarmGroup &b);
 };
 
-/// Returns a group with the defaults, a new id and the current time.
 AlarmGroup makeGroup(const Clock &clock);
 
 /// A built-in sound. The id is also the base name of its file.

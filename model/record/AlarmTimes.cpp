@@ -1,7 +1,6 @@
 #include "AlarmTimes.h"
 
-#include <algorithm>
-#include <cmath>
+#include <QtNumeric>
 
 namespace kova {
 
@@ -48,14 +47,13 @@ bool hasAlarms(const AlarmGroup &group) {
     if (group.alarmCount < 1 || group.alarmCount > maxSearchedAlarms) {
         return false;
     }
-    // Uses double to avoid integer overflow; rounding may reject runs within a few thousand minutes of the
-    // limit.
-    const auto length =
-        static_cast<double>(group.alarmCount - 1) * static_cast<double>(group.intervalMinutes);
-    const auto target = static_cast<double>(group.targetHour) * 60 + static_cast<double>(group.targetMinute);
-    const double end = group.startBefore ? target - length : target + length;
-    constexpr double firstBeyond = 0x1p63;
-    return std::max({std::abs(target), std::abs(length), std::abs(end)}) < firstBeyond;
+    qint64 length = 0;
+    qint64 target = 0;
+    qint64 end = 0;
+    return !qMulOverflow(group.alarmCount - 1, group.intervalMinutes, &length) &&
+           !qMulOverflow(group.targetHour, qint64(60), &target) &&
+           !qAddOverflow(target, group.targetMinute, &target) &&
+           !(group.startBefore ? qSubOverflow(target, length, &end) : qAddOverflow(target, length, &end));
 }
 
 QList<qint64> alarmsAt(const AlarmGroup &group, ClockTime time) {

@@ -3,11 +3,9 @@
 #include "AlarmGroup.h"
 
 #include <QStringList>
-#include <optional>
 
 namespace kova {
 
-/// A time of day without a date.
 struct ClockTime {
     int hour;   ///< 0 to 23
     int minute; ///< 0 to 59

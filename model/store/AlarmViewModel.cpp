@@ -81,10 +81,6 @@ void AlarmViewModel::deleteSelectedGroups(const QSet<QUuid> &ids) {
     finishChange();
 }
 
-void AlarmViewModel::startAdding() {
-    startEditing(makeGroup(m_clock));
-}
-
 void AlarmViewModel::startEditing(const AlarmGroup &group) {
     setEditingGroup(group);
     setIsEditing(true);
@@ -150,8 +146,7 @@ const AlarmGroup *AlarmViewModel::find(const QUuid &id) const {
 }
 
 qsizetype AlarmViewModel::indexOf(const QUuid &id) const {
-    const auto found = std::find_if(m_groups.cbegin(), m_groups.cend(),
-                                    [&id](const AlarmGroup &group) { return group.id == id; });
+    const auto found = std::ranges::find(m_groups, id, &AlarmGroup::id);
     return found == m_groups.cend() ? -1 : std::distance(m_groups.cbegin(), found);
 }
 
@@ -177,8 +172,7 @@ void AlarmViewModel::setIsEditing(bool isEditing) {
 // Passes every list to the scheduler, saved or not, and prevents sleep while any group is enabled.
 void AlarmViewModel::publishGroups() {
     m_scheduler.setGroups(m_groups);
-    if (std::any_of(m_groups.cbegin(), m_groups.cend(),
-                    [](const AlarmGroup &group) { return group.isEnabled; })) {
+    if (std::ranges::any_of(m_groups, &AlarmGroup::isEnabled)) {
         m_powerManager.preventSleep();
     } else {
         m_powerManager.allowSleep();

@@ -55,7 +55,7 @@ public:
     void deleteSelectedGroups(const QSet<QUuid> &ids);
 
     /// Opens the editor on a new group.
-    void startAdding();
+    void startAdding() { startEditing(makeGroup(m_clock)); }
     void startEditing(const AlarmGroup &group);
     void cancelEditing();
     void saveEditedGroup(const AlarmGroup &group);

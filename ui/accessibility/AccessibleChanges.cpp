@@ -26,10 +26,6 @@ AccessibleChanges::AccessibleChanges(QQuickItem &item) : QObject(&item), m_item(
     QMetaObject::invokeMethod(this, &AccessibleChanges::onItemCompleted, Qt::QueuedConnection);
 }
 
-AccessibleChanges::~AccessibleChanges() {
-    QAccessible::removeActivationObserver(this);
-}
-
 // An item behind a panel is disabled while the panel is open.
 void AccessibleChanges::onItemCompleted() {
     if (const QQuickItem *overlay = ViewWindow::overlayOf(m_item)) {

@@ -13,7 +13,7 @@ class AccessibleChanges : public QObject, private QAccessible::ActivationObserve
     Q_OBJECT
 
 public:
-    ~AccessibleChanges() override;
+    ~AccessibleChanges() override { QAccessible::removeActivationObserver(this); }
 
     /// Observes the item until it is destroyed. Does nothing if it is observed already.
     static void observe(QQuickItem &item);

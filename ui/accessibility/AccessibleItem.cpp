@@ -3,7 +3,6 @@
 #include "AccessibleChanges.h"
 #include "window/ViewWindow.h"
 
-#include <QQuickItem>
 #include <algorithm>
 
 namespace kova {
@@ -52,14 +51,10 @@ bool isPanel(QAccessible::Role role) {
 // While a panel is open, only the panel and the popups in front of it can be used.
 bool isBehindPanel(const QQuickItem &item) {
     const QList<QQuickItem *> popups = ViewWindow::popupsInFrontOf(item);
-    return std::any_of(popups.cbegin(), popups.cend(), [](QQuickItem *popup) {
+    return std::ranges::any_of(popups, [](QQuickItem *popup) {
         const QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(popup);
         return iface && isPanel(iface->role());
     });
-}
-
-bool isPicker(QAccessible::Role role) {
-    return role == QAccessible::ComboBox;
 }
 
 QAccessibleInterface *make(const QString & /*className*/, QObject *object) {
@@ -80,10 +75,6 @@ AccessibleItem::AccessibleItem(QQuickItem &item)
     AccessibleChanges::observe(item);
 }
 
-QWindow *AccessibleItem::window() const {
-    return m_item.window();
-}
-
 QAccessibleInterface *AccessibleItem::parent() const {
     QQuickItem *parent = m_item.parentItem();
     while (parent && !isExposed(*parent)) {
@@ -97,19 +88,14 @@ QList<QQuickItem *> AccessibleItem::children() const {
     QList<QQuickItem *> found;
     collectExposed(m_item, found);
     if (role() == QAccessible::List) {
-        std::stable_sort(found.begin(), found.end(), [](const QQuickItem *a, const QQuickItem *b) {
-            return a->y() != b->y() ? a->y() < b->y() : a->x() < b->x();
-        });
+        std::ranges::stable_sort(
+            found, {}, [](const QQuickItem *item) { return std::pair(item->y(), item->x()); });
     }
     return found;
 }
 
 QAccessibleInterface *AccessibleItem::child(int index) const {
     return QAccessible::queryAccessibleInterface(children().value(index));
-}
-
-int AccessibleItem::childCount() const {
-    return static_cast<int>(children().size());
 }
 
 int AccessibleItem::indexOfChild(const QAccessibleInterface *child) const {
@@ -150,7 +136,7 @@ QString AccessibleItem::text(QAccessible::Text kind) const {
         return description == text(QAccessible::Name) ? QString() : description; // Qt's: the placeholder
     }
     case QAccessible::Value:
-        return m_text.text(0, m_text.characterCount());
+        return m_text.text();
     default:
         return {};
     }
@@ -180,9 +166,9 @@ QAccessible::State AccessibleItem::state() const {
     state.selectable = attachedProperty("selectable").toBool();
     state.selected = attachedProperty("selected").toBool();
     state.editable = kind == QAccessible::EditableText;
-    state.expandable = isPicker(kind);
-    state.expanded = isPicker(kind) && m_item.property("down").toBool();
-    state.collapsed = isPicker(kind) && !state.expanded;
+    state.expandable = isPicker();
+    state.expanded = isPicker() && m_item.property("down").toBool();
+    state.collapsed = isPicker() && !state.expanded;
     return state;
 }
 
@@ -191,11 +177,11 @@ void *AccessibleItem::interface_cast(QAccessible::InterfaceType type) {
     if (type == QAccessible::ActionInterface) {
         return static_cast<QAccessibleActionInterface *>(this);
     }
-    if (type == QAccessible::ValueInterface && (isRange() || isPicker(role()))) {
+    if (type == QAccessible::ValueInterface && (isRange() || isPicker())) {
         return static_cast<QAccessibleValueInterface *>(this);
     }
     if (type == QAccessible::TextInterface &&
-        (isText || isPicker(role()) || role() == QAccessible::SpinBox)) {
+        (isText || isPicker() || role() == QAccessible::SpinBox)) {
         return static_cast<QAccessibleTextInterface *>(&m_text);
     }
     if (type == QAccessible::EditableTextInterface && isText) {
@@ -234,27 +220,13 @@ void AccessibleItem::doAction(const QString &name) {
     }
 }
 
-QStringList AccessibleItem::keyBindingsForAction(const QString & /*name*/) const {
-    return {};
-}
-
-// Whether the item is a slider or a stepper. Not by its role, which is set after its value.
-bool AccessibleItem::isRange() const {
-    return m_item.property("stepSize").isValid();
-}
-
-// Returns the value of a range, or the index of a picker's chosen entry.
-QVariant AccessibleItem::currentValue() const {
-    return m_item.property(isRange() ? "value" : "currentIndex");
-}
-
 // Emits the signal of a change by the user, so that the view takes the value over.
 void AccessibleItem::setCurrentValue(const QVariant &value) {
     const double clamped = std::clamp(value.toDouble(), minimumValue().toDouble(), maximumValue().toDouble());
     if (isDisabled() || clamped == currentValue().toDouble()) {
         return;
     }
-    if (isPicker(role())) {
+    if (isPicker()) {
         QMetaObject::invokeMethod(&m_item, "activated", Q_ARG(int, static_cast<int>(clamped)));
     } else {
         m_item.setProperty("value", clamped);
@@ -262,16 +234,8 @@ void AccessibleItem::setCurrentValue(const QVariant &value) {
     }
 }
 
-QVariant AccessibleItem::minimumValue() const {
-    return isRange() ? m_item.property("from") : 0;
-}
-
 QVariant AccessibleItem::maximumValue() const {
     return isRange() ? m_item.property("to") : m_item.property("count").toInt() - 1;
-}
-
-QVariant AccessibleItem::minimumStepSize() const {
-    return isRange() ? m_item.property("stepSize") : 1;
 }
 
 } // namespace kova

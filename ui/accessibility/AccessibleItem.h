@@ -3,8 +3,7 @@
 #include "AccessibleText.h"
 
 #include <QAccessibleObject>
-
-class QQuickItem;
+#include <QQuickWindow>
 
 namespace kova {
 
@@ -20,10 +19,10 @@ public:
 
     explicit AccessibleItem(QQuickItem &item);
 
-    QWindow *window() const override;
+    QWindow *window() const override { return m_item.window(); }
     QAccessibleInterface *parent() const override;
     QAccessibleInterface *child(int index) const override;
-    int childCount() const override;
+    int childCount() const override { return static_cast<int>(children().size()); }
     int indexOfChild(const QAccessibleInterface *child) const override;
     QAccessibleInterface *childAt(int x, int y) const override;
     QRect rect() const override;
@@ -34,18 +33,20 @@ public:
 
     QStringList actionNames() const override;
     void doAction(const QString &name) override;
-    QStringList keyBindingsForAction(const QString &name) const override;
+    QStringList keyBindingsForAction(const QString & /*name*/) const override { return {}; }
 
-    QVariant currentValue() const override;
+    QVariant currentValue() const override { return m_item.property(isRange() ? "value" : "currentIndex"); }
     void setCurrentValue(const QVariant &value) override;
-    QVariant minimumValue() const override;
+    QVariant minimumValue() const override { return isRange() ? m_item.property("from") : 0; }
     QVariant maximumValue() const override;
-    QVariant minimumStepSize() const override;
+    QVariant minimumStepSize() const override { return isRange() ? m_item.property("stepSize") : 1; }
 
 private:
     QList<QQuickItem *> children() const;
     bool isDisabled() const;
-    bool isRange() const;
+    // Whether the item is a slider or a stepper. Not by its role, which is set after its value.
+    bool isRange() const { return m_item.property("stepSize").isValid(); }
+    bool isPicker() const { return role() == QAccessible::ComboBox; }
     QVariant attachedProperty(const char *property) const;
 
     QQuickItem &m_item; // outlives the interface

@@ -7,10 +7,6 @@ namespace kova {
 
 constexpr qreal thickness = 2;
 
-FocusRing::FocusRing(QQuickItem *parent) : ContinuousRectangle(parent) {
-    setVisible(false);
-}
-
 void FocusRing::setTarget(QQuickItem *target) {
     m_target = target;
     connect(target, &QQuickItem::activeFocusChanged, this, &FocusRing::showFocus);

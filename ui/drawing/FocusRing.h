@@ -14,7 +14,7 @@ class FocusRing : public kova::ContinuousRectangle { // the type registrar finds
     Q_PROPERTY(qreal gap MEMBER m_gap)                             ///< between the parent's edge and the ring
 
 public:
-    explicit FocusRing(QQuickItem *parent = nullptr);
+    explicit FocusRing(QQuickItem *parent = nullptr) : ContinuousRectangle(parent) { setVisible(false); }
 
     void setTarget(QQuickItem *target);
 

@@ -63,18 +63,10 @@ void AlarmEditor::publishGroup() {
     Q_EMIT groupChanged();
 }
 
-EditedGroup AlarmEditor::group() const {
-    return {m_ports.store.editingGroup().value_or(AlarmGroup())};
-}
-
 void AlarmEditor::setGroup(const EditedGroup &group) {
     if (m_ports.store.isEditing()) {
         m_ports.store.setEditingGroup(group);
     }
-}
-
-bool AlarmEditor::isNew() const {
-    return !m_ports.store.find(group().id);
 }
 
 void AlarmEditor::toggleDay(int day) {
@@ -123,20 +115,8 @@ void AlarmEditor::selectBuiltInSound(const QString &soundId) {
     setGroup(changed);
 }
 
-void AlarmEditor::preview(const QString &soundId) {
-    m_ports.soundPlayer.preview(soundId, group().volume);
-}
-
 void AlarmEditor::trySpeech(const QString &message) {
     m_ports.ttsPlayer.speak(message, group().ttsVolume, false);
-}
-
-void AlarmEditor::save() {
-    m_ports.store.saveEditedGroup(group());
-}
-
-void AlarmEditor::cancel() {
-    m_ports.store.cancelEditing();
 }
 
 void AlarmEditor::cancelUnchanged() {

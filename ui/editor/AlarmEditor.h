@@ -40,11 +40,11 @@ public:
 
     /// Returns the store's editing group, or the defaults if there is none. groupChanged() is not emitted
     /// when the group is reset, so that the views keep their content while they fade out.
-    EditedGroup group() const;
+    EditedGroup group() const { return {m_ports.store.editingGroup().value_or(AlarmGroup())}; }
     /// Does nothing after the editor has closed; a text field may commit its text while the editor fades out.
     void setGroup(const EditedGroup &group);
 
-    bool isNew() const;
+    bool isNew() const { return !m_ports.store.find(group().id); }
 
     QStringList timeline() const { return m_timeline; }
 
@@ -62,12 +62,11 @@ public:
     Q_INVOKABLE void selectBuiltInSound(const QString &soundId);
 
     /// Plays a built-in sound once, at the group's volume, without choosing it.
-    Q_INVOKABLE void preview(const QString &soundId);
+    Q_INVOKABLE void preview(const QString &soundId) { m_ports.soundPlayer.preview(soundId, group().volume); }
     Q_INVOKABLE void trySpeech(const QString &message);
 
-    Q_INVOKABLE void save();
-    Q_INVOKABLE void cancel();
-    /// Cancels if the group has not been changed.
+    Q_INVOKABLE void save() { m_ports.store.saveEditedGroup(group()); }
+    Q_INVOKABLE void cancel() { m_ports.store.cancelEditing(); }
     Q_INVOKABLE void cancelUnchanged();
 
     /// Stops the sound and the speech. Call when the editor leaves the screen.

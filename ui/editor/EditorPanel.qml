@@ -2,8 +2,8 @@ import QtQuick 2.15
 import QtQuick.Templates as T
 import Kova
 
-// The editor as a panel over the dimmed window. It fills the window, so that it receives clicks beside the panel.
-T.Popup {
+// The editor over the dimmed window. It fills the window, so that it receives clicks beside the editor.
+Panel {
     id: panel
 
     required property AlarmEditor editor
@@ -12,13 +12,10 @@ T.Popup {
     // Reading `popup` instead of `down` would create the list of a picker as soon as it has the focus.
     readonly property bool isListOpen: (contentItem.Window.activeFocusItem as T.ComboBox)?.down ?? false
 
-    closePolicy: T.Popup.NoAutoClose
     dim: false
-    focus: true
     height: parent ? parent.height : 0
     modal: !isListOpen
     padding: 0
-    parent: T.Overlay.overlay
     width: parent ? parent.width : 0
 
     background: Rectangle {

@@ -19,7 +19,6 @@ FocusScope {
     readonly property bool editMode: home.selection.editMode
     readonly property bool isCurrent: ListView.isCurrentItem
     readonly property bool isPreviewing: !editMode && home.currentPreviewId === groupId
-    readonly property bool isSelected: home.selection.selected.contains(groupId)
     readonly property string title: label === "" ? timeText : timeText + " " + label
 
     // Emitted when the context menu is requested at a position in the row.
@@ -74,7 +73,7 @@ FocusScope {
         sourceComponent: SelectionMark {
             Accessible.name: "選択 " + row.title // qmllint disable unqualified
             activeFocusOnTab: activeFocus || row.isCurrent // qmllint disable unqualified
-            isSelected: row.isSelected // qmllint disable unqualified
+            isSelected: row.home.selection.selected.contains(row.groupId) // qmllint disable unqualified
 
             Keys.onBacktabPressed: event => row.leave(event, -1) // qmllint disable unqualified
             onClicked: row.home.selection.toggle(row.groupId) // qmllint disable unqualified

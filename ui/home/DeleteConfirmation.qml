@@ -9,9 +9,7 @@ Panel {
     readonly property string message: selection.count + "件のアラームを削除しますか？"
     readonly property string title: "削除確認"
 
-    color: Palette.surface
     padding: 16
-    radius: 14
     topPadding: 20
 
     contentItem: FocusScope {

@@ -8,10 +8,6 @@ HomeEditMode::HomeEditMode(AlarmViewModel &store, SoundPlayer &soundPlayer)
     connect(&store, &AlarmViewModel::groupsChanged, this, &HomeEditMode::changed);
 }
 
-bool HomeEditMode::isAllSelected() const {
-    return !m_store.groups().isEmpty() && count() == m_store.groups().size();
-}
-
 void HomeEditMode::toggleEditMode() {
     m_editMode = !m_editMode;
     if (!m_editMode) {

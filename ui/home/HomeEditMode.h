@@ -37,7 +37,7 @@ public:
     bool editMode() const { return m_editMode; }
     const SelectedGroups &selected() const { return m_selected; }
     int count() const { return static_cast<int>(m_selected.ids.size()); }
-    bool isAllSelected() const;
+    bool isAllSelected() const { return count() > 0 && count() == m_store.groups().size(); }
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
 
     /// Leaving the edit mode clears the selection and stops a preview.

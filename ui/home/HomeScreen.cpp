@@ -73,8 +73,4 @@ void HomeScreen::edit(const QString &groupId) {
     }
 }
 
-const AlarmGroup *HomeScreen::find(const QString &groupId) const {
-    return m_store.find(QUuid::fromString(groupId));
-}
-
 } // namespace kova

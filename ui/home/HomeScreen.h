@@ -91,7 +91,7 @@ Q_SIGNALS:
 private:
     void onActiveAlarmChanged();
     void present();
-    const AlarmGroup *find(const QString &groupId) const;
+    const AlarmGroup *find(const QString &groupId) const { return m_store.find(QUuid::fromString(groupId)); }
 
     AlarmViewModel &m_store;
     SoundPlayer &m_soundPlayer;

@@ -34,8 +34,7 @@ QList<MenuBarEntry> summary(const QList<AlarmGroup> &groups) {
     if (groups.isEmpty()) {
         return {{MenuBarEntry::Empty, QStringLiteral("アラームなし")}};
     }
-    const auto enabled = std::count_if(groups.cbegin(), groups.cend(),
-                                       [](const AlarmGroup &group) { return group.isEnabled; });
+    const auto enabled = std::ranges::count_if(groups, &AlarmGroup::isEnabled);
     QList<MenuBarEntry> lines{
         {MenuBarEntry::Summary, QStringLiteral("有効: %1 / %2").arg(enabled).arg(groups.size())},
         {MenuBarEntry::Separator, {}},

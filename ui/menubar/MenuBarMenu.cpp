@@ -60,21 +60,12 @@ QString exportedText(const QString &text) {
     return exported.contains(u'&') ? u'&' + exported : exported;
 }
 
-bool haveSameKinds(const QList<MenuBarEntry> &a, const QList<MenuBarEntry> &b) {
-    return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend(),
-                      [](const MenuBarEntry &x, const MenuBarEntry &y) { return x.kind == y.kind; });
-}
-
 } // namespace
-
-MenuBarMenu::MenuBarMenu(Use use) : m_use(use) {
-    setSeparatorsCollapsible(true);
-}
 
 // Updates lines in place where possible, so that an open menu does not close.
 void MenuBarMenu::setContent(const QList<MenuBarEntry> &content) {
     const QList<MenuBarEntry> before = std::exchange(m_content, content);
-    if (haveSameKinds(before, m_content)) {
+    if (std::ranges::equal(before, m_content, {}, &MenuBarEntry::kind, &MenuBarEntry::kind)) {
         const QList<QAction *> lines = actions();
         for (qsizetype line = 0; line < lines.size(); ++line) {
             if (before.at(line) != m_content.at(line)) {

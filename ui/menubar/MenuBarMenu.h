@@ -16,9 +16,8 @@ public:
         Exported ///< on the session bus, drawn by the desktop
     };
 
-    explicit MenuBarMenu(Use use);
+    explicit MenuBarMenu(Use use) : m_use(use) { setSeparatorsCollapsible(true); }
 
-    /// Updates only the lines that differ.
     void setContent(const QList<MenuBarEntry> &content);
 
 protected:

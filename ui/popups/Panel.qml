@@ -6,8 +6,8 @@ import Kova
 T.Popup {
     id: panel
 
-    required property color color
-    required property real radius
+    property color color: Palette.surface
+    property real radius: 14
 
     closePolicy: T.Popup.NoAutoClose
     focus: true

@@ -47,9 +47,8 @@ ViewWindow::ViewWindow(QQmlEngine *engine) : QQuickView(engine, nullptr) {
 QQuickItem *ViewWindow::overlayOf(const QQuickItem &item) {
     const QList<QQuickItem *> layers =
         item.window() ? item.window()->contentItem()->childItems() : QList<QQuickItem *>();
-    const auto overlay = std::find_if(layers.cbegin(), layers.cend(), [](const QQuickItem *layer) {
-        return layer->inherits("QQuickOverlay");
-    });
+    const auto overlay = std::ranges::find_if(
+        layers, [](const QQuickItem *layer) { return layer->inherits("QQuickOverlay"); });
     return overlay == layers.cend() ? nullptr : *overlay;
 }
 
@@ -81,8 +80,8 @@ void ViewWindow::endHoverBehindPopups() {
     const QList<QQuickItem *> items = hoveredItems(*contentItem());
     for (QQuickItem *item : items) {
         const QList<QQuickItem *> popups = popupsInFrontOf(*item);
-        if (std::any_of(popups.cbegin(), popups.cend(),
-                        [](QQuickItem *popup) { return popup->parent()->property("modal").toBool(); })) {
+        if (std::ranges::any_of(
+                popups, [](QQuickItem *popup) { return popup->parent()->property("modal").toBool(); })) {
             QHoverEvent leave(QEvent::HoverLeave, QPointF(), QPointF(), QPointF());
             QCoreApplication::sendEvent(item, &leave);
         }
