@@ -9,10 +9,9 @@ HomeScreen::HomeScreen(AlarmViewModel &store, SoundPlayer &soundPlayer, AlarmSch
       m_scheduler(scheduler),
       m_powerManager(powerManager),
       m_selection(store, soundPlayer) {
-    connect(&powerManager, &PowerManager::isPreventingSleepChanged, this,
-            &HomeScreen::isPreventingSleepChanged);
-    connect(&soundPlayer, &SoundPlayer::currentPreviewIdChanged, this, &HomeScreen::currentPreviewIdChanged);
-    connect(&store, &AlarmViewModel::isEditingChanged, this, &HomeScreen::isEditingChanged);
+    connect(&powerManager, &PowerManager::isPreventingSleepChanged, this, &HomeScreen::changed);
+    connect(&soundPlayer, &SoundPlayer::currentPreviewIdChanged, this, &HomeScreen::changed);
+    connect(&store, &AlarmViewModel::isEditingChanged, this, &HomeScreen::changed);
     connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, &HomeScreen::onActiveAlarmChanged);
     present();
 }
@@ -34,11 +33,11 @@ void HomeScreen::present() {
     }
     if (m_alert) {
         m_alert.reset();
-        Q_EMIT alertChanged();
+        Q_EMIT changed();
     }
     if (alarm) {
         m_alert.emplace(*alarm);
-        Q_EMIT alertChanged();
+        Q_EMIT changed();
     }
 }
 

@@ -41,11 +41,11 @@ class HomeScreen : public QObject {
     QML_UNCREATABLE("created by the application")
     Q_PROPERTY(QAbstractItemModel *groups READ groups CONSTANT)
     Q_PROPERTY(kova::HomeEditMode *selection READ selection CONSTANT)
-    Q_PROPERTY(bool isPreventingSleep READ isPreventingSleep NOTIFY isPreventingSleepChanged)
-    Q_PROPERTY(QString currentPreviewId READ currentPreviewId NOTIFY currentPreviewIdChanged)
-    Q_PROPERTY(bool isEditing READ isEditing NOTIFY isEditingChanged)
-    Q_PROPERTY(bool isRinging READ isRinging NOTIFY alertChanged)
-    Q_PROPERTY(kova::AlarmAlertItem alert READ alert NOTIFY alertChanged)
+    Q_PROPERTY(bool isPreventingSleep READ isPreventingSleep NOTIFY changed)
+    Q_PROPERTY(QString currentPreviewId READ currentPreviewId NOTIFY changed)
+    Q_PROPERTY(bool isEditing READ isEditing NOTIFY changed)
+    Q_PROPERTY(bool isRinging READ isRinging NOTIFY changed)
+    Q_PROPERTY(kova::AlarmAlertItem alert READ alert NOTIFY changed)
 
 public:
     /// All must outlive the screen.
@@ -83,10 +83,7 @@ public:
     Q_INVOKABLE void endRinging() { m_scheduler.endRinging(); }
 
 Q_SIGNALS:
-    void isPreventingSleepChanged();
-    void currentPreviewIdChanged();
-    void isEditingChanged();
-    void alertChanged();
+    void changed(); ///< any property
 
 private:
     void onActiveAlarmChanged();
