@@ -28,7 +28,7 @@ void HomeScreen::onActiveAlarmChanged() {
 
 void HomeScreen::present() {
     const std::optional<FiringAlarm> &alarm = m_scheduler.activeAlarm();
-    if (m_alert && alarm && m_alert->id() == AlarmAlertItem(*alarm).id()) {
+    if (m_alert && alarm && m_alert->id() == AlarmAlertItem{*alarm}.id()) {
         return;
     }
     if (m_alert) {
@@ -36,7 +36,7 @@ void HomeScreen::present() {
         Q_EMIT changed();
     }
     if (alarm) {
-        m_alert.emplace(*alarm);
+        m_alert = AlarmAlertItem{*alarm};
         Q_EMIT changed();
     }
 }

@@ -6,7 +6,7 @@
 namespace kova {
 
 /// A ringing alarm as the alert shows it.
-class AlarmAlertItem {
+struct AlarmAlertItem {
     Q_GADGET
     QML_VALUE_TYPE(alarmAlertItem)
     Q_PROPERTY(QString timeText READ alertTimeText)
@@ -14,23 +14,19 @@ class AlarmAlertItem {
     Q_PROPERTY(QString positionText READ positionText)
 
 public:
-    AlarmAlertItem() = default;
-    explicit AlarmAlertItem(FiringAlarm alarm) : m_alarm(std::move(alarm)) {}
+    FiringAlarm alarm{};
 
     /// Items with the same id are the same presentation.
-    QString id() const { return alarmKey(m_alarm.group, m_alarm.index); }
+    QString id() const { return alarmKey(alarm.group, alarm.index); }
 
     /// The planned time of the alarm, not the moment of firing.
-    QString alertTimeText() const { return timeText(alarmTime(m_alarm.group, m_alarm.index)); }
+    QString alertTimeText() const { return timeText(alarmTime(alarm.group, alarm.index)); }
 
-    QString label() const { return elided(m_alarm.group.label); }
+    QString label() const { return elided(alarm.group.label); }
 
     QString positionText() const {
-        return QStringLiteral("アラーム %1 / %2").arg(m_alarm.index + 1).arg(m_alarm.group.alarmCount);
+        return QStringLiteral("アラーム %1 / %2").arg(alarm.index + 1).arg(alarm.group.alarmCount);
     }
-
-private:
-    FiringAlarm m_alarm{};
 };
 
 /// The state and the actions of the main window: the list, its edit mode, the cards and the ringing alert.
