@@ -88,8 +88,8 @@ QList<QQuickItem *> AccessibleItem::children() const {
     QList<QQuickItem *> found;
     collectExposed(m_item, found);
     if (role() == QAccessible::List) {
-        std::ranges::stable_sort(
-            found, {}, [](const QQuickItem *item) { return std::pair(item->y(), item->x()); });
+        std::ranges::stable_sort(found, {},
+                                 [](const QQuickItem *item) { return std::pair(item->y(), item->x()); });
     }
     return found;
 }
@@ -180,8 +180,7 @@ void *AccessibleItem::interface_cast(QAccessible::InterfaceType type) {
     if (type == QAccessible::ValueInterface && (isRange() || isPicker())) {
         return static_cast<QAccessibleValueInterface *>(this);
     }
-    if (type == QAccessible::TextInterface &&
-        (isText || isPicker() || role() == QAccessible::SpinBox)) {
+    if (type == QAccessible::TextInterface && (isText || isPicker() || role() == QAccessible::SpinBox)) {
         return static_cast<QAccessibleTextInterface *>(&m_text);
     }
     if (type == QAccessible::EditableTextInterface && isText) {

@@ -21,7 +21,9 @@ public:
 
     int cursorPosition() const override { return m_item.property("cursorPosition").toInt(); }
     void setCursorPosition(int position) override { m_item.setProperty("cursorPosition", position); }
-    int selectionCount() const override { return m_item.property("selectedText").toString().isEmpty() ? 0 : 1; }
+    int selectionCount() const override {
+        return m_item.property("selectedText").toString().isEmpty() ? 0 : 1;
+    }
     void selection(int index, int *start, int *end) const override;
     void addSelection(int start, int end) override { setSelection(0, start, end); }
     void removeSelection(int /*index*/) override { QMetaObject::invokeMethod(&m_item, "deselect"); }

@@ -7,12 +7,13 @@ PopupLoader {
     required property string popup
 
     function syncPopup() {
-        if (!isShown)
+        if (!isShown) {
             item?.close(); // qmllint disable
-        else if (item)
+        } else if (item) {
             item.open(); // qmllint disable
-        else
+        } else {
             show(popup, inputs);
+        }
     }
 
     // The popup needs the window, to which the content is added after its completion.
