@@ -60,7 +60,6 @@ void restrictFileSystem() {
     }
     const std::uint64_t all = attributes.handled_access_fs;
     allow(rules, "/dev/null", all & LANDLOCK_ACCESS_FS_WRITE_FILE); // of ALSA's type null
-    allow(rules, "/tmp", LANDLOCK_ACCESS_FS_MAKE_SOCK);             // of ALSA's type dmix
     allow(rules, "/dev/snd", all & (LANDLOCK_ACCESS_FS_WRITE_FILE | deviceControl));
     allow(rules, "/dev/shm",
           all & (LANDLOCK_ACCESS_FS_WRITE_FILE | LANDLOCK_ACCESS_FS_MAKE_REG |
