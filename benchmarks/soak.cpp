@@ -18,8 +18,6 @@ constexpr time_t day = 86400;
 constexpr time_t start = 1774652400; // 2026-03-28 00:00:00 in Berlin; the clocks go forward in the next night
 constexpr long allowedGrowth = 1024;
 
-const QByteArray zone = "Europe/Berlin";
-
 // KiB
 long residentMemory() {
     long size = 0;
@@ -47,7 +45,6 @@ struct Day {
 class Soak {
 public:
     Soak() {
-        m_services.clock.setZone(zone);
         m_services.clock.time = start - 1 - instantEpoch;
         m_services.listStorage.store(encodeGroups(m_groups));
         m_store.load();
@@ -111,7 +108,7 @@ private:
 } // namespace kova
 
 int main() {
-    qputenv("TZ", kova::zone);
+    qputenv("TZ", "Europe/Berlin");
     tzset();
     kova::Soak soak;
     bool isGood = true;

@@ -3,59 +3,32 @@
 #include "Clock.h"
 
 #include <QDateTime>
-#include <QTimeZone>
 #include <cmath>
+#include <ctime>
 
 namespace kova {
 
-/// A clock that the test sets, in a time zone of its choice.
+/// A clock that the test sets, in the time zone of the environment.
 class FakeClock : public Clock {
 public:
     Instant time = 0;
     bool isReadable = true;
 
-    void setZone(const QByteArray &name) {
-        m_zone = QTimeZone(name);
-        m_validUntil = m_validFrom = 0;
-    }
-    /// Sets the local time; a time that the zone skips is moved forward.
+    /// Sets the local time.
     void set(const QDate &date, const QTime &timeOfDay) {
-        time = static_cast<double>(QDateTime(date, timeOfDay, m_zone).toMSecsSinceEpoch()) / 1000.0 -
-               instantEpoch;
+        time = static_cast<double>(QDateTime(date, timeOfDay).toSecsSinceEpoch()) - instantEpoch;
     }
 
     Instant now() const override { return time; }
 
     std::optional<LocalTime> localTime(Instant moment) const override {
-        if (!isReadable) {
+        const auto second = static_cast<time_t>(std::floor(moment + instantEpoch));
+        tm local{};
+        if (!isReadable || localtime_r(&second, &local) == nullptr) {
             return std::nullopt;
         }
-        const qint64 utc = static_cast<qint64>(std::floor(moment + instantEpoch));
-        const qint64 local = utc + offsetAt(utc);
-        const qint64 days = (local - (local % 86400 + 86400) % 86400) / 86400;
-        const auto second = static_cast<int>((local % 86400 + 86400) % 86400);
-        // 1970-01-01 was a Thursday, the fifth day of a week that starts on Sunday.
-        const auto weekday = static_cast<int>(((days + 4) % 7 + 7) % 7) + 1;
-        return LocalTime{second / 3600, second / 60 % 60, second % 60, weekday};
+        return LocalTime{local.tm_hour, local.tm_min, local.tm_sec, local.tm_wday + 1};
     }
-
-private:
-    // The offset is cached between two transitions.
-    qint64 offsetAt(qint64 utc) const {
-        if (utc < m_validFrom || utc >= m_validUntil) {
-            const QDateTime moment = QDateTime::fromSecsSinceEpoch(utc, QTimeZone::utc());
-            const QDateTime next = m_zone.nextTransition(moment).atUtc;
-            m_offset = m_zone.offsetFromUtc(moment);
-            m_validFrom = utc;
-            m_validUntil = next.isValid() ? next.toSecsSinceEpoch() : utc + 86400;
-        }
-        return m_offset;
-    }
-
-    QTimeZone m_zone = QTimeZone::utc();
-    mutable qint64 m_validFrom = 0;
-    mutable qint64 m_validUntil = 0;
-    mutable qint64 m_offset = 0;
 };
 
 } // namespace kova

@@ -5,7 +5,7 @@
 
 #include <QPointer>
 #include <algorithm>
-#include <vector>
+#include <map>
 
 namespace kova {
 
@@ -47,12 +47,11 @@ public:
     }
 
     void after(std::chrono::milliseconds delay, QObject *owner, std::function<void()> action) override {
-        m_delayed.push_back({m_elapsed + toSeconds(delay), QPointer(owner), std::move(action)});
+        m_delayed.emplace(m_elapsed + toSeconds(delay), Delayed{QPointer(owner), std::move(action)});
     }
 
 private:
     struct Delayed {
-        double due;
         QPointer<QObject> owner;
         std::function<void()> action;
     };
@@ -67,24 +66,19 @@ private:
     }
 
     double nextEvent() const {
-        double next = std::floor(m_clock.time) + 1;
-        for (const Delayed &delayed : m_delayed) {
-            next = std::min(next, m_clock.time + (delayed.due - m_elapsed));
-        }
-        return next;
+        const double tick = std::floor(m_clock.time) + 1;
+        return m_delayed.empty() ? tick
+                                 : std::min(tick, m_clock.time + (m_delayed.begin()->first - m_elapsed));
     }
     void moveTo(double time) {
         m_elapsed += time - m_clock.time;
         m_clock.time = time;
     }
     void runDue() {
-        const auto isDue = [this](const Delayed &delayed) { return delayed.due <= m_elapsed + 1e-6; };
-        for (auto due = std::find_if(m_delayed.begin(), m_delayed.end(), isDue); due != m_delayed.end();
-             due = std::find_if(m_delayed.begin(), m_delayed.end(), isDue)) {
-            const Delayed delayed = *due;
-            m_delayed.erase(due);
-            if (delayed.owner) {
-                delayed.action();
+        while (!m_delayed.empty() && m_delayed.begin()->first <= m_elapsed + 1e-6) {
+            const auto due = m_delayed.extract(m_delayed.begin());
+            if (due.mapped().owner) {
+                due.mapped().action();
             }
         }
     }
@@ -92,7 +86,7 @@ private:
     FakeClock &m_clock;
     double m_elapsed = 0;
     std::function<void()> m_tick;
-    std::vector<Delayed> m_delayed;
+    std::multimap<double, Delayed> m_delayed; ///< by the time when they are due
 };
 
 } // namespace kova

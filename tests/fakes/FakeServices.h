@@ -9,6 +9,7 @@
 #include "FakeResources.h"
 #include "FakeRunLoop.h"
 #include "FakeSpeechSynthesizers.h"
+#include "FileChooser.h"
 #include "ListStorage.h"
 #include "NotificationCenter.h"
 #include "PowerManager.h"
@@ -91,6 +92,22 @@ public:
     }
     void release(AssertionID id) override { held.remove(id); }
     std::unique_ptr<QObject> beginUserInitiated(const QString &) override { return nullptr; }
+};
+
+/// Returns a path set by the test, or cancels.
+class FakeFileChooser : public FileChooser {
+public:
+    std::optional<QString> answer;
+    QList<FileChooserRequest> requests;
+    std::function<void()> meanwhile = [] {}; ///< called while the dialog is open
+    int cancellations = 0;
+
+    std::optional<QString> chooseFile(const FileChooserRequest &request) override {
+        requests.append(request);
+        meanwhile();
+        return answer;
+    }
+    void cancel() override { cancellations += 1; }
 };
 
 /// The real services on fake ports, in the order in which they need each other.

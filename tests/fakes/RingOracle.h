@@ -14,21 +14,18 @@ namespace kova {
 /// A ring: the group's label and the alarm's number.
 using Ring = std::pair<QString, qint64>;
 
-/// Computes the expected rings independently of the product: a table of the day with every alarm of every
-/// group, and local time from the C library instead of the fake clock.
+/// Computes the expected rings independently of the product, from a table of the day with every alarm.
 class RingOracle {
 public:
     explicit RingOracle(const QList<AlarmGroup> &groups) {
         for (const AlarmGroup &group : groups) {
             for (qint64 k = 0; group.isEnabled && k < group.alarmCount; ++k) {
-                qint64 minute = group.targetHour * 60 + group.targetMinute;
-                for (qint64 step = 0; step < (group.startBefore ? group.alarmCount - 1 - k : k); ++step) {
-                    minute += group.startBefore ? -group.intervalMinutes : group.intervalMinutes;
-                }
-                while (minute < 0) {
-                    minute += 24 * 60;
-                }
-                m_table[minute % (24 * 60)].push_back({{group.label, k + 1}, group.repeatDays});
+                const qint64 steps = group.startBefore ? k + 1 - group.alarmCount : k;
+                const qint64 minute =
+                    group.targetHour * 60 + group.targetMinute + steps * group.intervalMinutes;
+                constexpr qint64 minutes = 24 * 60;
+                m_table[(minute % minutes + minutes) % minutes].push_back(
+                    {{group.label, k + 1}, group.repeatDays});
             }
         }
     }

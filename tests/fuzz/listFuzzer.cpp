@@ -5,8 +5,6 @@
 #include "AlarmTimes.h"
 #include "require.h"
 
-#include <cmath>
-#include <cstring>
 #include <limits>
 
 using namespace kova;
@@ -46,33 +44,6 @@ void checkGroups(const QList<AlarmGroup> &groups) {
     }
 }
 
-// A group with arbitrary numbers, made of bytes that are not a list.
-void checkRawGroup(const QByteArray &bytes) {
-    struct {
-        qint64 hour, minute, count, interval;
-        double createdAt;
-        float volume;
-    } raw;
-    if (bytes.size() < qsizetype(sizeof raw)) {
-        return;
-    }
-    std::memcpy(&raw, bytes.constData(), sizeof raw);
-    AlarmGroup group;
-    group.label = QString::fromUtf8(bytes.mid(sizeof raw));
-    group.targetHour = raw.hour;
-    group.targetMinute = raw.minute;
-    group.alarmCount = raw.count;
-    group.intervalMinutes = raw.interval;
-    group.startBefore = raw.interval % 2 == 0;
-    group.createdAt = raw.createdAt;
-    group.volume = raw.volume;
-    if (std::isfinite(raw.createdAt) && std::isfinite(raw.volume)) {
-        checkGroups({group});
-    } else {
-        require(!canEncode({group}));
-    }
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
@@ -81,9 +52,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
         checkGroups(groups.value());
     } else {
         require(!groups.error().isEmpty());
-    }
-    if (!bytes.startsWith('[')) {
-        checkRawGroup(bytes);
     }
     return 0;
 }

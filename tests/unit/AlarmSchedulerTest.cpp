@@ -4,6 +4,7 @@
 #include <QTest>
 
 using namespace kova;
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -15,100 +16,87 @@ AlarmGroup makeGroup(const QString &label, int hour, int minute, qint64 count, q
     return group;
 }
 
-const QString alarmSound = QStringLiteral("alarm");
+/// The services on fake ports, with the scheduler started on Monday, 2026-01-05.
+struct Services : FakeServices {
+    Services(const QTime &time, const QList<AlarmGroup> &groups) {
+        clock.set({2026, 1, 5}, time);
+        scheduler.start(groups);
+        log.lines.clear();
+    }
+
+    QStringList fires() const { return log.lines.filter(u"FIRE"_s); }
+    bool isSilent() const {
+        return audioPlayers.sounding.isEmpty() && synthesizers.reading.isNull() && !scheduler.activeAlarm();
+    }
+};
 
 } // namespace
 
 class AlarmSchedulerTest : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<FakeServices> m_services;
-
-    // Starts on 2026-01-05, a Monday.
-    AlarmScheduler &startAt(const QTime &time, const QList<AlarmGroup> &groups) {
-        m_services->clock.set({2026, 1, 5}, time);
-        m_services->scheduler.start(groups);
-        m_services->log.lines.clear();
-        return m_services->scheduler;
-    }
-    QStringList fires() const { return m_services->log.lines.filter(QStringLiteral("FIRE")); }
-    bool isSilent() const {
-        return m_services->audioPlayers.sounding.isEmpty() && m_services->synthesizers.reading.isNull() &&
-               !m_services->scheduler.activeAlarm();
-    }
-
 private Q_SLOTS:
-    void init() { m_services = std::make_unique<FakeServices>(); }
-
     void requestsPermissionOnceAndLogsTheResult() {
-        FakeNotificationCenter &center = m_services->notificationCenter;
-        QCOMPARE(center.asked, 1);
-        center.answer(true, std::nullopt);
-        center.answer(false, QStringLiteral("no service"));
-        QCOMPARE(m_services->log.lines,
-                 (QStringList{QStringLiteral("[Scheduler] Notifications granted"),
-                              QStringLiteral("[Scheduler] Notification error: no service"),
-                              QStringLiteral("[Scheduler] Notifications denied")}));
+        FakeServices services;
+        QCOMPARE(services.notificationCenter.asked, 1);
+        services.notificationCenter.answer(true, std::nullopt);
+        services.notificationCenter.answer(false, u"no service"_s);
+        QCOMPARE(services.log.lines, (QStringList{u"[Scheduler] Notifications granted"_s,
+                                                  u"[Scheduler] Notification error: no service"_s,
+                                                  u"[Scheduler] Notifications denied"_s}));
     }
 
     void startsTimerOnce() {
-        AlarmScheduler &scheduler = m_services->scheduler;
-        scheduler.start({});
-        scheduler.start({AlarmGroup()});
-        QCOMPARE(m_services->runLoop.timersMade, 1);
-        QCOMPARE(m_services->log.lines, QStringList{QStringLiteral("[Scheduler] Started")});
-        QCOMPARE(scheduler.groups().size(), 1);
+        FakeServices services;
+        services.scheduler.start({});
+        services.scheduler.start({AlarmGroup()});
+        QCOMPARE(services.runLoop.timersMade, 1);
+        QCOMPARE(services.log.lines, QStringList{u"[Scheduler] Started"_s});
+        QCOMPARE(services.scheduler.groups().size(), 1);
     }
 
     void firingPerformsItsStepsInOrder() {
-        AlarmGroup group = makeGroup(QStringLiteral("朝"), 7, 0, 3, 5);
+        AlarmGroup group = makeGroup(u"朝"_s, 7, 0, 3, 5);
         group.ttsEnabled = true;
-        group.ttsMessage = QStringLiteral("おはよう");
+        group.ttsMessage = u"おはよう"_s;
         group.ttsVolume = 0.5F;
-        AlarmScheduler &scheduler = startAt({6, 49, 59}, {group});
+        Services services({6, 49, 59}, {group});
         bool isHeardBeforeItIsShown = false;
-        m_services->notificationCenter.added = [&] {
-            isHeardBeforeItIsShown = m_services->soundPlayer.isPlaying() &&
-                                     m_services->synthesizers.reading == group.ttsMessage &&
-                                     m_services->application.activations == 0;
+        services.notificationCenter.added = [&] {
+            isHeardBeforeItIsShown = services.soundPlayer.isPlaying() &&
+                                     services.synthesizers.reading == group.ttsMessage &&
+                                     services.application.activations == 0;
         };
-        m_services->runLoop.advance(1s);
+        services.runLoop.advance(1s);
         QVERIFY(isHeardBeforeItIsShown);
-        QCOMPARE(m_services->log.lines,
-                 (QStringList{QStringLiteral("[Scheduler] FIRE: 朝 alarm #1"),
-                              QStringLiteral("[TTSPlayer] speaking: \"おはよう\" vol=0.5 loop=true")}));
-        QVERIFY(scheduler.activeAlarm() == (FiringAlarm{group, 0, m_services->clock.time}));
-        QCOMPARE(scheduler.firedToday(), QSet{group.idText() + QStringLiteral("-0")});
-        QCOMPARE(m_services->soundPlayer.currentPreviewId(), alarmSound);
-        QCOMPARE(m_services->audioPlayers.sounding.first().loops, -1);
-        QCOMPARE(m_services->application.activations, 1);
+        QCOMPARE(services.log.lines,
+                 (QStringList{u"[Scheduler] FIRE: 朝 alarm #1"_s,
+                              u"[TTSPlayer] speaking: \"おはよう\" vol=0.5 loop=true"_s}));
+        QVERIFY(services.scheduler.activeAlarm() == (FiringAlarm{group, 0, services.clock.time}));
+        QCOMPARE(services.scheduler.firedToday(), QSet{group.idText() + u"-0"_s});
+        QCOMPARE(services.soundPlayer.currentPreviewId(), u"alarm"_s);
+        QCOMPARE(services.audioPlayers.sounding.first().loops, -1);
+        QCOMPARE(services.application.activations, 1);
     }
 
     void notificationContainsThePlannedTime() {
-        startAt({6, 49, 59},
-                {makeGroup(QString(), 7, 5, 2, 15), makeGroup(QStringLiteral("Work"), 23, 55, 1, 1),
-                 makeGroup(QStringLiteral(" "), 8, 0, 1, 1), makeGroup(QString(2000, u'長'), 9, 0, 1, 1)});
-        m_services->runLoop.advance(18h);
+        Services services({6, 49, 59},
+                          {makeGroup(QString(), 7, 5, 2, 15), makeGroup(u"Work"_s, 23, 55, 1, 1),
+                           makeGroup(u" "_s, 8, 0, 1, 1), makeGroup(QString(2000, u'長'), 9, 0, 1, 1)});
+        services.runLoop.advance(18h);
         QStringList bodies;
-        QSet<QString> identifiers;
-        for (const NotificationRequest &request : m_services->notificationCenter.requests) {
-            QCOMPARE(request.title, QStringLiteral("KOVA"));
+        for (const NotificationRequest &request : services.notificationCenter.requests) {
+            QCOMPARE(request.title, u"KOVA"_s);
             QCOMPARE(request.lifetime, 55s);
             bodies.append(request.body);
-            identifiers.insert(request.identifier);
-            QCOMPARE(QUuid::fromString(request.identifier).toString(QUuid::WithoutBraces).toUpper(),
-                     request.identifier);
         }
-        QCOMPARE(bodies,
-                 (QStringList{QStringLiteral("アラーム 6:50"), QStringLiteral("アラーム 7:05"),
-                              QStringLiteral("  — 8:00"), QString(1000, u'長') + QStringLiteral("… — 9:00"),
-                              QStringLiteral("Work — 23:55")}));
-        QCOMPARE(identifiers.size(), 5);
+        QCOMPARE(bodies, (QStringList{u"アラーム 6:50"_s, u"アラーム 7:05"_s, u"  — 8:00"_s,
+                                      QString(1000, u'長') + u"… — 9:00"_s, u"Work — 23:55"_s}));
     }
 
     void speaksTheMessageOfEachAlarm() {
-        const QString m = QStringLiteral("m");
-        const QString last = QStringLiteral("last");
+        const QString m = u"m"_s;
+        const QString last = u"last"_s;
         const struct {
             qint64 count;
             bool ttsEnabled;
@@ -121,124 +109,119 @@ private Q_SLOTS:
             {1, false, true, m, {last}},
         };
         for (const auto &row : rows) {
-            init();
             AlarmGroup group = makeGroup(QString(), 7, 0, row.count, 1);
             group.ttsEnabled = row.ttsEnabled;
             group.ttsMessage = row.message;
             group.ttsLastEnabled = row.ttsLastEnabled;
             group.ttsLastMessage = last;
-            startAt({6, 50}, {group});
-            m_services->runLoop.advance(20min);
-            QCOMPARE(m_services->synthesizers.readings, row.spoken);
+            Services services({6, 50}, {group});
+            services.runLoop.advance(20min);
+            QCOMPARE(services.synthesizers.readings, row.spoken);
         }
     }
 
     void endsAutomatically() {
-        AlarmScheduler &scheduler = startAt({6, 59, 58}, {makeGroup(QString(), 7, 0, 3, 1, false)});
-        m_services->runLoop.advance(2s + 54999ms);
-        QVERIFY(scheduler.activeAlarm());
-        m_services->runLoop.advance(1ms);
-        QVERIFY(isSilent());
-        m_services->runLoop.advance(5s);
-        QCOMPARE(scheduler.activeAlarm()->index, 1);
-        m_services->clock.set({2026, 1, 5}, {7, 1, 59}); // set forward while it rings
-        m_services->runLoop.advance(55s);                // its automatic stop finds the group's next alarm
-        QCOMPARE(scheduler.activeAlarm()->index, 2);
+        Services services({6, 59, 58}, {makeGroup(QString(), 7, 0, 3, 1, false)});
+        services.runLoop.advance(2s + 54999ms);
+        QVERIFY(services.scheduler.activeAlarm());
+        services.runLoop.advance(1ms);
+        QVERIFY(services.isSilent());
+        services.runLoop.advance(5s);
+        QCOMPARE(services.scheduler.activeAlarm()->index, 1);
+        services.clock.set({2026, 1, 5}, {7, 1, 59}); // set forward while it rings
+        services.runLoop.advance(55s);                // its automatic stop finds the group's next alarm
+        QCOMPARE(services.scheduler.activeAlarm()->index, 2);
     }
 
     void stoppedAlarmDoesNotRingAgainThatDay() {
-        AlarmScheduler &scheduler = startAt({6, 59, 59}, {makeGroup(QString(), 7, 0, 1, 1)});
-        m_services->runLoop.advance(1s);
-        scheduler.endRinging();
-        QVERIFY(isSilent());
-        scheduler.tick();
-        m_services->clock.set({2026, 1, 5}, {6, 59, 59}); // the user sets the clock back
-        m_services->runLoop.advance(1h);
-        QCOMPARE(fires().size(), 1);
-        m_services->runLoop.advance(24h);
-        QCOMPARE(fires().size(), 2);
+        Services services({6, 59, 59}, {makeGroup(QString(), 7, 0, 1, 1)});
+        services.runLoop.advance(1s);
+        services.scheduler.endRinging();
+        QVERIFY(services.isSilent());
+        services.scheduler.tick();
+        services.clock.set({2026, 1, 5}, {6, 59, 59}); // the user sets the clock back
+        services.runLoop.advance(1h);
+        QCOMPARE(services.fires().size(), 1);
+        services.runLoop.advance(24h);
+        QCOMPARE(services.fires().size(), 2);
     }
 
     void newerAlarmReplacesRingingAlarm() {
-        const AlarmGroup a = makeGroup(QStringLiteral("a"), 7, 0, 1, 1);
-        AlarmGroup b = makeGroup(QStringLiteral("b"), 7, 1, 1, 1);
-        b.soundName = QStringLiteral("wakeup_pulse");
-        AlarmScheduler &scheduler = startAt({6, 59, 59}, {b, a});
-        m_services->runLoop.advance(31s);
-        QList<QString> seen;
-        connect(&scheduler, &AlarmScheduler::activeAlarmChanged, this, [&] {
-            seen.append(scheduler.activeAlarm() ? scheduler.activeAlarm()->group.label
-                                                : QStringLiteral("none"));
+        AlarmGroup b = makeGroup(u"b"_s, 7, 1, 1, 1);
+        b.soundName = u"wakeup_pulse"_s;
+        Services services({6, 59, 59}, {b, makeGroup(u"a"_s, 7, 0, 1, 1)});
+        services.runLoop.advance(31s);
+        QStringList seen;
+        connect(&services.scheduler, &AlarmScheduler::activeAlarmChanged, this, [&] {
+            seen.append(services.scheduler.activeAlarm() ? services.scheduler.activeAlarm()->group.label
+                                                         : u"none"_s);
         });
         // The clock is set forward to b's minute while a still rings.
-        m_services->clock.set({2026, 1, 5}, {7, 0, 59});
-        m_services->runLoop.advance(1s);
-        QCOMPARE(seen, (QList<QString>{QStringLiteral("none"), QStringLiteral("b")}));
-        QCOMPARE(m_services->audioPlayers.sounding.size(), 1);
-        m_services->runLoop.advance(54s); // a's automatic stop finds b
-        QCOMPARE(scheduler.activeAlarm()->group.label, QStringLiteral("b"));
-        QCOMPARE(m_services->audioPlayers.sounding.first().path,
-                 QStringLiteral("/resources/Sounds/wakeup_pulse.mp3"));
-        m_services->runLoop.advance(1s);
-        QVERIFY(isSilent());
+        services.clock.set({2026, 1, 5}, {7, 0, 59});
+        services.runLoop.advance(1s);
+        QCOMPARE(seen, (QStringList{u"none"_s, u"b"_s}));
+        QCOMPARE(services.audioPlayers.sounding.size(), 1);
+        services.runLoop.advance(54s); // a's automatic stop finds b
+        QCOMPARE(services.scheduler.activeAlarm()->group.label, u"b"_s);
+        QCOMPARE(services.audioPlayers.sounding.first().path, u"/resources/Sounds/wakeup_pulse.mp3"_s);
+        services.runLoop.advance(1s);
+        QVERIFY(services.isSilent());
     }
 
     void editsDoNotAffectRingingAlarm() {
-        AlarmGroup group = makeGroup(QStringLiteral("old"), 7, 0, 1, 1);
-        AlarmScheduler &scheduler = startAt({6, 59, 59}, {group});
-        m_services->runLoop.advance(1s);
-        group.label = QStringLiteral("new");
-        scheduler.setGroups({group});
-        QCOMPARE(scheduler.activeAlarm()->group.label, QStringLiteral("old"));
-        scheduler.setGroups({});
-        m_services->runLoop.advance(54s);
-        QVERIFY(scheduler.activeAlarm());
-        m_services->runLoop.advance(1s);
-        QVERIFY(isSilent());
+        AlarmGroup group = makeGroup(u"old"_s, 7, 0, 1, 1);
+        Services services({6, 59, 59}, {group});
+        services.runLoop.advance(1s);
+        group.label = u"new"_s;
+        services.scheduler.setGroups({group});
+        QCOMPARE(services.scheduler.activeAlarm()->group.label, u"old"_s);
+        services.scheduler.setGroups({});
+        services.runLoop.advance(54s);
+        QVERIFY(services.scheduler.activeAlarm());
+        services.runLoop.advance(1s);
+        QVERIFY(services.isSilent());
     }
 
     void firesOneAlarmPerTick() {
-        startAt({6, 59, 59},
-                {makeGroup(QStringLiteral("a"), 7, 0, 2, 0), makeGroup(QStringLiteral("b"), 7, 0, 1, 1)});
-        m_services->runLoop.advance(23h);
-        QCOMPARE(fires(), QStringList{QStringLiteral("[Scheduler] FIRE: a alarm #1")});
+        Services services({6, 59, 59}, {makeGroup(u"a"_s, 7, 0, 2, 0), makeGroup(u"b"_s, 7, 0, 1, 1)});
+        services.runLoop.advance(23h);
+        QCOMPARE(services.fires(), QStringList{u"[Scheduler] FIRE: a alarm #1"_s});
         // A second tick in the same second continues after the alarm that the first one fired.
-        m_services->clock.set({2026, 1, 6}, {7, 0, 0});
-        m_services->log.lines.clear();
+        services.clock.set({2026, 1, 6}, {7, 0, 0});
+        services.log.lines.clear();
         for (int tick = 0; tick < 4; ++tick) {
-            m_services->scheduler.tick();
+            services.scheduler.tick();
         }
-        QCOMPARE(fires(), (QStringList{QStringLiteral("[Scheduler] FIRE: a alarm #1"),
-                                       QStringLiteral("[Scheduler] FIRE: a alarm #2"),
-                                       QStringLiteral("[Scheduler] FIRE: b alarm #1")}));
+        QCOMPARE(services.fires(),
+                 (QStringList{u"[Scheduler] FIRE: a alarm #1"_s, u"[Scheduler] FIRE: a alarm #2"_s,
+                              u"[Scheduler] FIRE: b alarm #1"_s}));
     }
 
     void midnightDuringSuspendDoesNotReset() {
-        AlarmScheduler &scheduler = startAt({6, 59, 59}, {makeGroup(QString(), 7, 0, 1, 1)});
-        m_services->runLoop.advance(2s);
-        m_services->runLoop.sleep(23h + 59min + 50s); // over midnight, up to the next morning
-        m_services->runLoop.advance(1min);
-        QCOMPARE(fires().size(), 1);
-        QCOMPARE(scheduler.firedToday().size(), 1);
-        m_services->runLoop.advance(25h);
-        QCOMPARE(fires().size(), 2);
+        Services services({6, 59, 59}, {makeGroup(QString(), 7, 0, 1, 1)});
+        services.runLoop.advance(2s);
+        services.runLoop.sleep(23h + 59min + 50s); // over midnight, up to the next morning
+        services.runLoop.advance(1min);
+        QCOMPARE(services.fires().size(), 1);
+        QCOMPARE(services.scheduler.firedToday().size(), 1);
+        services.runLoop.advance(25h);
+        QCOMPARE(services.fires().size(), 2);
     }
 
     void alarmCountsAsFiredIfServicesFail() {
         AlarmGroup group = makeGroup(QString(), 7, 0, 1, 1);
-        group.soundName = QStringLiteral("missing");
-        AlarmScheduler &scheduler = startAt({6, 59, 59}, {group});
-        m_services->clock.isReadable = false;
-        scheduler.tick();
-        m_services->clock.isReadable = true;
-        m_services->soundPlayer.preview(QStringLiteral("wakeup_pulse"), 1);
-        m_services->runLoop.advance(1s);
-        QVERIFY(!m_services->soundPlayer.isPlaying());
-        QCOMPARE(m_services->log.lines,
-                 (QStringList{QStringLiteral("[Scheduler] FIRE:  alarm #1"),
-                              QStringLiteral("[SoundPlayer] Sound not found: missing")}));
-        QVERIFY(scheduler.activeAlarm());
-        QCOMPARE(m_services->notificationCenter.requests.size(), 1);
+        group.soundName = u"missing"_s;
+        Services services({6, 59, 59}, {group});
+        services.clock.isReadable = false;
+        services.scheduler.tick();
+        services.clock.isReadable = true;
+        services.soundPlayer.preview(u"wakeup_pulse"_s, 1);
+        services.runLoop.advance(1s);
+        QVERIFY(!services.soundPlayer.isPlaying());
+        QCOMPARE(services.log.lines, (QStringList{u"[Scheduler] FIRE:  alarm #1"_s,
+                                                  u"[SoundPlayer] Sound not found: missing"_s}));
+        QVERIFY(services.scheduler.activeAlarm());
+        QCOMPARE(services.notificationCenter.requests.size(), 1);
     }
 };
 

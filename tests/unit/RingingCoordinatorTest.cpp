@@ -1,6 +1,5 @@
 #include "RingingCoordinator.h"
 
-#include "FakeFileChooser.h"
 #include "FakeServices.h"
 
 #include <QTest>
@@ -11,41 +10,35 @@ using namespace kova;
 class RingingCoordinatorTest : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<FakeServices> m_services;
+    FakeServices m_services;
     FakeFileChooser m_fileChooser;
-    std::unique_ptr<RingingCoordinator> m_coordinator;
+    RingingCoordinator m_coordinator{m_services.scheduler, m_fileChooser};
 
     void ring() {
-        m_services->soundPlayer.play(AlarmGroup(), true, QStringLiteral("alarm"));
-        m_services->scheduler.setActiveAlarm(FiringAlarm{AlarmGroup(), 0, m_services->clock.time});
+        m_services.soundPlayer.play(AlarmGroup(), true, QStringLiteral("alarm"));
+        m_services.scheduler.setActiveAlarm(FiringAlarm{AlarmGroup(), 0, m_services.clock.time});
     }
     bool isSilent() const {
-        return m_services->audioPlayers.sounding.isEmpty() && !m_services->scheduler.activeAlarm();
+        return m_services.audioPlayers.sounding.isEmpty() && !m_services.scheduler.activeAlarm();
     }
 
 private Q_SLOTS:
-    void init() {
-        m_services = std::make_unique<FakeServices>();
-        m_fileChooser = {};
-        m_coordinator = std::make_unique<RingingCoordinator>(m_services->scheduler, m_fileChooser);
-    }
-
     void alarmClosesTheFileDialogAfterFiring() {
         ring();
         QCOMPARE(m_fileChooser.cancellations, 0);
         QCoreApplication::processEvents();
         QCOMPARE(m_fileChooser.cancellations, 1);
-        m_services->scheduler.endRinging();
+        m_services.scheduler.endRinging();
         QCoreApplication::processEvents();
         QCOMPARE(m_fileChooser.cancellations, 1);
     }
 
     void closingTheWindowEndsTheRingingButNotAPreview() {
-        m_services->soundPlayer.togglePreview(AlarmGroup());
-        m_coordinator->windowClosed();
+        m_services.soundPlayer.togglePreview(AlarmGroup());
+        m_coordinator.windowClosed();
         QVERIFY(!isSilent());
         ring();
-        m_coordinator->windowClosed();
+        m_coordinator.windowClosed();
         QVERIFY(isSilent());
     }
 

@@ -1,20 +1,12 @@
 #pragma once
 
 #include "AlarmViewModel.h"
-#include "FakeFileChooser.h"
 #include "FakeServices.h"
 #include "editor/AlarmEditor.h"
+#include "groups.h"
 #include "home/HomeScreen.h"
 
 namespace kova {
-
-inline AlarmGroup groupAt(qint64 hour, const QString &label = {}) {
-    AlarmGroup group;
-    group.id = QUuid::createUuid();
-    group.targetHour = hour;
-    group.label = label;
-    return group;
-}
 
 /// The home screen and the editor on fake ports.
 struct Fixture {

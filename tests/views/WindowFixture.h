@@ -101,9 +101,10 @@ struct Window : Fixture {
         click(item->mapToScene({item->width() * place.x(), item->height() * place.y()}));
     }
     void click(const char *type, int n = 0) { click(item(type, n)); }
-    void wheel(QPointF place, QPoint angle, Qt::KeyboardModifiers modifiers = {}) {
+    void wheel(QPointF place, QPoint angle, Qt::KeyboardModifiers modifiers = {}, quint64 timestamp = 0) {
         QWheelEvent event(place, window.mapToGlobal(place), {}, angle, Qt::NoButton, modifiers,
                           Qt::NoScrollPhase, false);
+        event.setTimestamp(timestamp);
         QCoreApplication::sendEvent(&window, &event);
     }
     void key(int key) { QTest::keyClick(&window, static_cast<Qt::Key>(key)); }
@@ -117,11 +118,79 @@ struct Window : Fixture {
         window.requestActivate(); // needed without a window manager
         QVERIFY(QTest::qWaitForWindowActive(&window));
     }
+    void showAlert(const AlarmGroup &group, qint64 index = 0) {
+        ring(group, index);
+        QTRY_VERIFY(shows("stopButton"));
+    }
+    void endAlert() {
+        services.scheduler.endRinging();
+        QTRY_VERIFY(!shows("stopButton"));
+    }
     /// Opens the editor on a group.
     void edit(const AlarmGroup &group) {
         store.startEditing(group);
         QTRY_VERIFY(shows("editorPanel") && !shows("doubleClickGuard"));
     }
 };
+
+/// A window that is tall enough for the whole editor, with two groups, and functions that open its popups.
+struct WholeWindow : Window {
+    WholeWindow() {
+        window.resize(460, 1500);
+        AlarmGroup first = groupAt(7, QStringLiteral("朝"));
+        first.intervalMinutes = 5;
+        first.repeatDays = {5, 1};
+        first.ttsEnabled = first.ttsLastEnabled = true;
+        first.ttsMessage = QStringLiteral("一");
+        first.ttsLastMessage = QStringLiteral("二");
+        first.ttsVolume = 0.6F;
+        add(first);
+        AlarmGroup second = groupAt(18);
+        second.alarmCount = 1;
+        second.isEnabled = false;
+        add(second);
+        QTRY_COMPARE(all("cardSurface").size(), 2);
+    }
+
+    void selectFirst() {
+        click("editButton");
+        click("selectionMark");
+    }
+    void selectAll() {
+        selectFirst();
+        click("selectAllButton");
+    }
+    void askToDelete() {
+        selectFirst();
+        click("deleteButton");
+        QTRY_VERIFY(shows("destructiveButton"));
+    }
+    void openMenu() {
+        click(frame("cardTime").center(), Qt::RightButton);
+        QTRY_COMPARE(all("menuItem").size(), 3);
+    }
+    void openEditor(const std::function<void(AlarmGroup &)> &change = [](AlarmGroup &) {}) {
+        AlarmGroup group = store.groups().constFirst();
+        change(group);
+        edit(group);
+    }
+    void openPicker() {
+        openEditor();
+        click("PopUpPicker", 1);
+        QTRY_VERIFY(shows("pickerItem"));
+    }
+    void ringFirst() {
+        services.clock.set({2026, 3, 2}, {6, 49, 59});
+        services.runLoop.advance(std::chrono::seconds(1));
+        QTRY_VERIFY(shows("stopButton"));
+    }
+};
+
+using Act = std::function<void(WholeWindow &)>;
+
+/// Opens the editor on the first group, after a change of the group.
+inline Act edited(const std::function<void(AlarmGroup &)> &change = [](AlarmGroup &) {}) {
+    return [change](WholeWindow &w) { w.openEditor(change); };
+}
 
 } // namespace kova

@@ -1,40 +1,16 @@
 #include "RandomUser.h"
 
 #include <QApplication>
+#include <QRegularExpression>
 #include <QScreen>
 
 using namespace kova;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-QStringList messages;
-
-void keepMessage(QtMsgType, const QMessageLogContext &, const QString &message) {
-    messages << message;
-}
-
-int fromEnvironment(const char *name, int otherwise) {
-    bool isNumber = false;
-    const int number = qEnvironmentVariableIntValue(name, &isNumber);
-    return isNumber ? number : otherwise;
-}
-
 QImage onScreen(const QWindow &window) {
     return window.screen()->grabWindow(window.winId()).toImage().convertToFormat(QImage::Format_RGB32);
-}
-
-QRect difference(const QImage &a, const QImage &b) {
-    QRect differing;
-    for (int y = 0; y < a.height(); ++y) {
-        const auto *lineA = reinterpret_cast<const QRgb *>(a.constScanLine(y));
-        const auto *lineB = reinterpret_cast<const QRgb *>(b.constScanLine(y));
-        for (int x = 0; x < a.width(); ++x) {
-            if (lineA[x] != lineB[x]) {
-                differing |= QRect(x, y, 1, 1);
-            }
-        }
-    }
-    return differing;
 }
 
 // Compares the result of incremental repaints with a complete repaint of the same state.
@@ -46,18 +22,12 @@ QString paintingFault(Window &w) {
         paint(w.window);
     }
     const QImage repainted = onScreen(w.window);
-    if (left.size() != repainted.size() || left.isNull()) {
-        return QStringLiteral("no picture");
-    }
-    const QRect differing = difference(left, repainted);
-    if (differing.isEmpty()) {
+    if (left == repainted && !left.isNull()) {
         return {};
     }
-    left.save(QDir::temp().filePath(QStringLiteral("play-left.png")));
-    repainted.save(QDir::temp().filePath(QStringLiteral("play-repainted.png")));
-    QString text;
-    QDebug(&text) << "the repaints differ in" << differing;
-    return text;
+    left.save(QDir::temp().filePath(u"play-left.png"_s));
+    repainted.save(QDir::temp().filePath(u"play-repainted.png"_s));
+    return u"the repaint differs, see play-repainted.png in %1"_s.arg(QDir::tempPath());
 }
 
 QQuickItem *topPanel(Window &w) {
@@ -73,27 +43,19 @@ QQuickItem *topPanel(Window &w) {
     return top;
 }
 
-// Checks that the focused item is visible, in front of all panels, and in the viewport if the keyboard has
-// moved it.
-QString focusFault(Window &w, bool moved) {
+// Checks that the focused item is visible and in front of all panels.
+QString focusFault(Window &w) {
     QQuickItem *const focus = w.window.activeFocusItem();
     if (!focus || focus == w.window.contentItem()) {
         return {};
     }
     const QString name = QString::fromLatin1(focus->metaObject()->className());
     if (!focus->isVisible() || !focus->isEnabled()) {
-        return QStringLiteral("the focus is on a hidden %1").arg(name);
+        return u"the focus is on a hidden %1"_s.arg(name);
     }
     QQuickItem *const panel = topPanel(w);
     if (panel && panel != focus && !panel->isAncestorOf(focus)) {
-        return QStringLiteral("the focus is behind a panel, on %1").arg(name);
-    }
-    const QRectF frame = focus->mapRectToScene({{}, focus->size()});
-    for (QQuickItem *item = focus->parentItem(); moved && item; item = item->parentItem()) {
-        if ((item->clip() || !item->parentItem()) &&
-            !item->mapRectToScene({{}, item->size()}).intersects(frame)) {
-            return QStringLiteral("the focus is outside the viewport, on %1").arg(name);
-        }
+        return u"the focus is behind a panel, on %1"_s.arg(name);
     }
     return {};
 }
@@ -106,9 +68,9 @@ class RandomPlayTest : public QObject {
 private Q_SLOTS:
     void randomActionsLeaveNoFault_data() {
         QTest::addColumn<quint32>("seed");
-        const int first = fromEnvironment("KOVA_PLAY_SEED", 1);
-        const int count =
-            fromEnvironment("KOVA_PLAY_SEEDS", qEnvironmentVariableIsSet("KOVA_THOROUGH") ? 20 : 4);
+        const int first = qEnvironmentVariable("KOVA_PLAY_SEED", u"1"_s).toInt();
+        const QString seeds = qEnvironmentVariableIsSet("KOVA_THOROUGH") ? u"20"_s : u"4"_s;
+        const int count = qEnvironmentVariable("KOVA_PLAY_SEEDS", seeds).toInt();
         for (int seed = first; seed < first + count; ++seed) {
             QTest::addRow("%d", seed) << quint32(seed);
         }
@@ -117,25 +79,20 @@ private Q_SLOTS:
         QFETCH(quint32, seed);
         Window w;
         RandomUser user(w, seed);
-        messages.clear();
-        const QtMessageHandler before = qInstallMessageHandler(&keepMessage);
+        QTest::failOnWarning(QRegularExpression(u"."_s));
         QString fault;
-        for (int i = 0; i < 500 && fault.isEmpty(); ++i) {
+        for (int i = 0; i < 500 && fault.isEmpty() && !QTest::currentTestFailed(); ++i) {
             user.step();
-            fault = focusFault(w, user.movedFocus());
+            fault = focusFault(w);
             if (fault.isEmpty() && i % 5 == 0) {
                 fault = paintingFault(w);
             }
-            if (!messages.isEmpty()) {
-                fault = messages.join(u'\n');
-            }
         }
-        qInstallMessageHandler(before);
         const QStringList last = user.actions().mid(user.actions().size() - 15);
-        QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("%1 after %2 steps: … %3")
-                                                 .arg(fault)
-                                                 .arg(user.actions().size())
-                                                 .arg(last.join(QStringLiteral(", ")))));
+        QVERIFY2(
+            fault.isEmpty() && !QTest::currentTestFailed(),
+            qPrintable(
+                u"%1 after %2 steps: … %3"_s.arg(fault).arg(user.actions().size()).arg(last.join(u", "_s))));
     }
 };
 

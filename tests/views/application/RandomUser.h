@@ -7,7 +7,6 @@
 #include <QQmlIncubationController>
 #include <QRandomGenerator>
 #include <QScreen>
-#include <QWheelEvent>
 
 namespace kova {
 
@@ -62,8 +61,6 @@ public:
     }
 
     const QStringList &actions() const { return m_actions; }
-    /// Returns whether the last step was a key that moves the focus.
-    bool movedFocus() const { return m_movedFocus; }
 
 private:
     // Completes what takes Qt or the display real time, so that every run of a seed is the same.
@@ -89,10 +86,7 @@ private:
         found.removeIf([](const QObject *object) { return !object->inherits("QQuickToolTip"); });
         return found;
     }
-    void note(const QString &what) {
-        m_actions << what;
-        m_movedFocus = false;
-    }
+    void note(const QString &what) { m_actions << what; }
     void note(const char *what, QPoint place) {
         note(QStringLiteral("%1 %2 %3").arg(QLatin1StringView(what)).arg(place.x()).arg(place.y()));
     }
@@ -170,10 +164,7 @@ private:
         const QPoint at = place();
         const QPoint turn = any<QPoint>({{0, -120}, {0, -120}, {0, 120}, {0, -720}, {0, 720}, {-120, 0}});
         note("wheel", at);
-        QWheelEvent event(at, m_w.window.mapToGlobal(at), {}, turn, Qt::NoButton, Qt::NoModifier,
-                          Qt::NoScrollPhase, false);
-        event.setTimestamp(quint64(m_time.elapsed()));
-        QCoreApplication::sendEvent(&m_w.window, &event);
+        m_w.wheel(at, turn, {}, quint64(m_time.elapsed()));
     }
     void key() {
         const Qt::Key key =
@@ -182,7 +173,6 @@ private:
                  Qt::Key_Home,     Qt::Key_End,  Qt::Key_PageUp, Qt::Key_Escape,  Qt::Key_Menu,
                  Qt::Key_PageDown, Qt::Key_7,    Qt::Key_A,      Qt::Key_Delete,  Qt::Key_Down});
         note(QVariant::fromValue(key).toString());
-        m_movedFocus = key == Qt::Key_Tab || key == Qt::Key_Backtab;
         QTest::keyClick(&m_w.window, key);
     }
     // Lets the pointer rest long enough for a tooltip.
@@ -238,7 +228,6 @@ private:
     QRandomGenerator m_random;
     ManualAnimationDriver m_time;
     QStringList m_actions;
-    bool m_movedFocus = false;
 };
 
 } // namespace kova

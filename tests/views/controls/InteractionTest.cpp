@@ -1,13 +1,10 @@
-#include "application/RandomUser.h"
-#include "application/WholeWindow.h"
+#include "WindowFixture.h"
 
 #include <QStyleHints>
 
 using namespace kova;
 
 namespace {
-
-using Act = std::function<void(WholeWindow &)>;
 
 qsizetype visibleRings(WholeWindow &w) {
     return w.all(Window::inherits("kova::FocusRing")).size();
@@ -22,17 +19,13 @@ void leaveAndReturn(WholeWindow &w) {
     w.activate();
 }
 
-// Returns the types of the hovered controls. Not the popups, of which the editor's is below the pointer
-// everywhere.
-QString hovered(WholeWindow &w) {
-    QStringList names;
-    for (QQuickItem *item : w.all([](const QQuickItem &item) {
-             return (item.property("hovered").toBool() && !item.inherits("QQuickPopupItem")) ||
-                    item.property("isHovered").toBool();
-         })) {
-        names << QString::fromLatin1(item->metaObject()->className()).section(u'_', 0, 0);
-    }
-    return names.join(u' ');
+// Counts the hovered controls. Not the popups, of which the editor's is below the pointer everywhere.
+qsizetype hovered(WholeWindow &w) {
+    const auto isHovered = [](const QQuickItem &item) {
+        return (item.property("hovered").toBool() && !item.inherits("QQuickPopupItem")) ||
+               item.property("isHovered").toBool();
+    };
+    return w.all(isHovered).size();
 }
 
 } // namespace
@@ -48,10 +41,8 @@ private Q_SLOTS:
         QTest::addColumn<Act>("interrupt");
         QTest::newRow("window left") << Act(&leaveAndReturn);
         QTest::newRow("alert") << Act([](WholeWindow &w) {
-            w.ring(w.store.groups().constFirst(), 0);
-            QTRY_VERIFY(w.shows("stopButton"));
-            w.services.scheduler.endRinging();
-            QTRY_VERIFY(!w.shows("stopButton"));
+            w.showAlert(w.store.groups().constFirst());
+            w.endAlert();
         });
         QTest::newRow("menu") << Act([](WholeWindow &w) {
             w.key(Qt::Key_Menu);
@@ -76,44 +67,41 @@ private Q_SLOTS:
 
     void hoverFollowsThePointerWhenAPopupCloses_data() {
         QTest::addColumn<QByteArray>("type");
-        QTest::addColumn<bool>("isAlert");
-        for (const char *type : {"PopUpPicker", "QQuickSpinBox", "CustomFileRow", "soundRow"}) {
-            QTest::addRow("%s, alert", type) << QByteArray(type) << true;
+        QTest::addColumn<Act>("open");
+        QTest::addColumn<Act>("close");
+        const Act showAlert = [](WholeWindow &w) { w.showAlert(w.store.groups().constFirst()); };
+        for (const char *type : {"PopUpPicker", "StepperButton", "CustomFileRow", "soundRow"}) {
+            QTest::addRow("%s, alert", type) << QByteArray(type) << showAlert << Act(&WholeWindow::endAlert);
         }
-        QTest::newRow("PopUpPicker, list") << QByteArray("PopUpPicker") << false;
+        const Act openList = [](WholeWindow &w) {
+            w.click("PopUpPicker");
+            QTRY_VERIFY(w.shows("pickerList"));
+        };
+        const Act closeList = [](WholeWindow &w) {
+            w.key(Qt::Key_Escape);
+            QTRY_VERIFY(!w.shows("pickerList"));
+        };
+        QTest::newRow("PopUpPicker, list") << QByteArray("PopUpPicker") << openList << closeList;
     }
     void hoverFollowsThePointerWhenAPopupCloses() {
         QFETCH(QByteArray, type);
-        QFETCH(bool, isAlert);
+        QFETCH(Act, open);
+        QFETCH(Act, close);
         WholeWindow w;
         w.openEditor();
-        const QRectF control = Window::rect(w.item(type));
-        const QPoint place = (type == "QQuickSpinBox" ? control.topRight() + QPointF(-10, 6)
-                                                      : control.topLeft() + QPointF(20, control.height() / 2))
-                                 .toPoint();
-        QTest::mouseMove(&w.window, place);
-        QTRY_VERIFY(!hovered(w).isEmpty());
-        const QString before = hovered(w);
+        const QRectF control = w.frame(type);
+        const QPoint place = (control.topLeft() + QPointF(10, control.height() / 2)).toPoint();
         const auto openAndClose = [&](QPoint meanwhile) {
-            if (isAlert) {
-                w.ring(w.store.groups().constFirst(), 0);
-                QTRY_VERIFY(w.shows("stopButton"));
-            } else {
-                w.click(QPointF(place));
-                QTRY_VERIFY(w.shows("pickerList"));
-            }
+            open(w);
             QTest::mouseMove(&w.window, meanwhile);
             QCoreApplication::processEvents();
-            if (isAlert) {
-                w.services.scheduler.endRinging();
-                QTRY_VERIFY(!w.shows("stopButton"));
-            } else {
-                w.key(Qt::Key_Escape);
-                QTRY_VERIFY(!w.shows("pickerList"));
-            }
+            close(w);
         };
+        QTest::mouseMove(&w.window, place);
+        QTRY_VERIFY(hovered(w) > 0);
+        const qsizetype before = hovered(w);
         openAndClose({230, 1490});
-        QTRY_COMPARE(hovered(w), QString());
+        QTRY_COMPARE(hovered(w), 0);
         QTest::mouseMove(&w.window, place);
         QTRY_COMPARE(hovered(w), before);
         openAndClose(place + QPoint(1, 0));
