@@ -92,8 +92,9 @@ def broken_file(watched):
 
 def player(how):
     def inject(program):
-        wait_until(lambda: players(program))
-        os.kill(players(program)[-1], how)
+        found = []
+        wait_until(lambda: found.extend(players(program)) or found)
+        os.kill(found[-1], how)
 
     def fault(watched):
         watched.run()
