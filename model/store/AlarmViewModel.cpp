@@ -42,6 +42,7 @@ void AlarmViewModel::save() {
 
 void AlarmViewModel::updateGroup(const AlarmGroup &group) {
     if (const qsizetype row = indexOf(group.id); row >= 0) {
+        m_scheduler.setGroups({}); // the change would copy a list that the scheduler shares
         m_groups[row] = group;
         Q_EMIT dataChanged(index(int(row)), index(int(row)));
         finishChange();
@@ -172,7 +173,7 @@ void AlarmViewModel::setIsEditing(bool isEditing) {
 // Passes every list to the scheduler, saved or not, and prevents sleep while any group is enabled.
 void AlarmViewModel::publishGroups() {
     m_scheduler.setGroups(m_groups);
-    if (std::ranges::any_of(m_groups, &AlarmGroup::isEnabled)) {
+    if (std::ranges::any_of(std::as_const(m_groups), &AlarmGroup::isEnabled)) {
         m_powerManager.preventSleep();
     } else {
         m_powerManager.allowSleep();
