@@ -23,6 +23,12 @@ void tickAt(double moment, FakeServices &services, RingOracle &oracle) {
     }
 }
 
+// The months in which the clocks of the zones are changed; the whole year in thorough runs.
+bool isTicked(int month) {
+    static const bool isThorough = qEnvironmentVariableIsSet("KOVA_THOROUGH");
+    return isThorough || QList{2, 3, 9, 10}.contains(month);
+}
+
 } // namespace
 
 class AlarmYearTest : public QObject {
@@ -54,6 +60,9 @@ private Q_SLOTS:
             localtime_r(&minute, &local);
             const bool isChange = local.tm_gmtoff != previousOffset; // the clocks were just changed
             previousOffset = local.tm_gmtoff;
+            if (!isTicked(local.tm_mon)) {
+                continue;
+            }
             const int kind = random.bounded(2000);
             if (isChange) {
                 // Second by second through the hours around the change.
@@ -71,7 +80,7 @@ private Q_SLOTS:
                 tick(static_cast<double>(minute) + 1 + random.bounded(59));
             }
         }
-        QVERIFY(services.notificationCenter.requests.size() > 5000);
+        QVERIFY(services.notificationCenter.requests.size() > 2000);
     }
 };
 
