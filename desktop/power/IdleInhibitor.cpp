@@ -19,7 +19,7 @@ struct Service {
     const char *path;
     const char *interface;
     const char *release; ///< the method that takes what Inhibit returned; null for a file descriptor
-    bool isStarted;      ///< if it does not run
+    bool isStarted;      ///< by the bus, if it does not run
     QVariantList (*arguments)(const QString &reason);
 };
 
@@ -97,7 +97,7 @@ qint32 errorNumber(const QDBusMessage &reply) {
 
 } // namespace
 
-// A lock of the first of some services that grants it.
+// An inhibitor, held by the first of the candidates that grants it.
 class IdleInhibitor::Lock : public std::enable_shared_from_this<IdleInhibitor::Lock> {
 public:
     Lock(MessageBuses &buses, std::span<const Service> candidates, QString reason, ResultCallback result)

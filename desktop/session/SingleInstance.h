@@ -28,7 +28,7 @@ public:
     /// is the desktop's permission to take the focus, or empty. Needs an application object.
     bool activateOwner(const QByteArray &activationToken) const;
 
-    /// Accepts requests of other processes from the event loop on.
+    /// Creates the socket and watches both files. Requests of other processes are handled by the event loop.
     void listen();
 
     /// Removes the socket, but keeps the lock.
@@ -48,7 +48,7 @@ private:
     const QString m_socketPath;
     int m_lock = -1;
     QLocalServer m_server;
-    std::unique_ptr<QFileSystemWatcher> m_watcher; ///< of both files, from listen() on
+    std::unique_ptr<QFileSystemWatcher> m_watcher; ///< of the lock file and the socket; null before listen()
 };
 
 } // namespace kova

@@ -15,7 +15,7 @@ namespace kova {
 
 namespace {
 
-void message(QtMsgType type, const QMessageLogContext &context, const QString &text) {
+void printMessage(QtMsgType type, const QMessageLogContext &context, const QString &text) {
     static LineWriter standardError(STDERR_FILENO);
     standardError.print(qFormatLogMessage(type, context, text));
 }
@@ -71,7 +71,7 @@ void prepareStandardStreams() {
     }
     makeNonBlocking(STDOUT_FILENO);
     makeNonBlocking(STDERR_FILENO);
-    qInstallMessageHandler(&message);
+    qInstallMessageHandler(&printMessage);
 }
 
 void LineWriter::print(const QString &line) {
