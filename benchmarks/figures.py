@@ -244,14 +244,25 @@ def memory(pid, key):
     return int(re.search(rf"^{key}:\s+(\d+)", Path(f"/proc/{pid}/smaps_rollup").read_text(), re.M)[1]) / 1024
 
 
-def activity(pid):
-    """Returns the context switches and the CPU seconds of all threads so far."""
-    switches = seconds = 0
+def threads(pid):
+    """Returns the context switches and the CPU seconds so far of each thread."""
+    result = {}
     for task in Path(f"/proc/{pid}/task").iterdir():
-        text = (task / "status").read_text()
-        switches += sum(map(int, re.findall(r"ctxt_switches:\s+(\d+)", text)))
-        seconds += int((task / "schedstat").read_text().split()[0]) / 1e9
-    return switches, seconds
+        switches = sum(map(int, re.findall(r"ctxt_switches:\s+(\d+)", (task / "status").read_text())))
+        result[task.name] = (switches, int((task / "schedstat").read_text().split()[0]) / 1e9)
+    return result
+
+
+def activity(pid, duration=30):
+    """Returns the wake-ups per second and the CPU time in %, without threads that end meanwhile."""
+    before = threads(pid)
+    time.sleep(duration)
+    switches = seconds = 0
+    for thread, now in threads(pid).items():
+        old = before.get(thread, (0, 0))
+        switches += now[0] - old[0]
+        seconds += now[1] - old[1]
+    return switches / duration, seconds / duration * 100
 
 
 def idle():
@@ -267,13 +278,11 @@ def idle():
             if state == "window closed":
                 session["display"].close_windows()
             time.sleep(10)
-            before = activity(program.pid)
-            time.sleep(30)
-            after = activity(program.pid)
+            wake_ups, cpu_time = activity(program.pid)
             row(f"resident memory, idle, 20 groups, {state}", [memory(program.pid, "Rss")], "MB")
             row(f"private memory, idle, 20 groups, {state}", [memory(program.pid, "Private_Dirty")], "MB")
-            row(f"wake-ups, idle, {state}", [(after[0] - before[0]) / 30], "per second")
-            row(f"CPU time, idle, {state}", [(after[1] - before[1]) / 30 * 100], "%")
+            row(f"wake-ups, idle, {state}", [wake_ups], "per second")
+            row(f"CPU time, idle, {state}", [cpu_time], "%")
     finally:
         session.close()
 

@@ -64,9 +64,7 @@ def start_and_idle(row, name, memory, activity, times):
             if turn < times:
                 program.kill()
         time.sleep(10)
-        before = activity(program.pid)
-        time.sleep(30)
-        wake_ups = (activity(program.pid)[0] - before[0]) / 30
+        wake_ups, _ = activity(program.pid)
         row(f"{name}: exec to window", to_window)
         row(f"{name}: private memory, idle", [memory(program.pid, "Private_Dirty")], "MB")
         row(f"{name}: wake-ups, idle", [wake_ups], "per second")
