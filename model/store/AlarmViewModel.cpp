@@ -44,6 +44,7 @@ void AlarmViewModel::updateGroup(const AlarmGroup &group) {
     if (const qsizetype row = indexOf(group.id); row >= 0) {
         m_scheduler.setGroups({}); // the change would copy a list that the scheduler shares
         m_groups[row] = group;
+        m_scheduler.setGroups(m_groups); // at once, so that no tick meets an empty list
         Q_EMIT dataChanged(index(int(row)), index(int(row)));
         finishChange();
     }
