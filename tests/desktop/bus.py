@@ -21,7 +21,6 @@ class Bus(Process):
     """A dbus-daemon that activates no services."""
 
     def __init__(self, kind, folder, env):
-        self.address = f"unix:path={folder}/{kind}-bus"
         config = Path(folder, f"{kind}-bus.conf")
         config.write_text(CONFIG.format(type=kind, socket=f"{folder}/{kind}-bus"))
         Path(folder, f"{kind}-bus").unlink(missing_ok=True)
@@ -45,5 +44,4 @@ class StandIn(Process):
         return json.loads(self.wait_for(is_wanted, timeout))
 
     def calls(self, event):
-        every = [json.loads(text) for text in self.texts()[1:]]
-        return [call for call in every if call["event"] == event]
+        return [call for call in map(json.loads, self.texts()[1:]) if call["event"] == event]

@@ -1,6 +1,5 @@
 """The program's wall clock, which can be set while it runs."""
 
-import glob
 import time
 from datetime import datetime
 from pathlib import Path
@@ -14,9 +13,8 @@ class Clock:
     def __init__(self, folder):
         self._file = Path(folder, "clock")
         self._offset = 0.0
-        library = glob.glob("/usr/lib/*/faketime/libfaketimeMT.so.1")[0]
         self.env = {
-            "LD_PRELOAD": library,
+            "LD_PRELOAD": str(next(Path("/usr/lib").glob("*/faketime/libfaketimeMT.so.1"))),
             "FAKETIME_TIMESTAMP_FILE": str(self._file),
             "FAKETIME_NO_CACHE": "1",
             "FAKETIME_DONT_FAKE_MONOTONIC": "1",

@@ -1,5 +1,3 @@
-from contextlib import closing
-
 import pytest
 
 from session import Session
@@ -7,5 +5,6 @@ from session import Session
 
 @pytest.fixture
 def session():
-    with closing(Session()) as session:
-        yield session
+    session = Session()
+    yield session
+    session.close()

@@ -38,7 +38,6 @@ class Process:
         self._next = 0  # the first line that no wait has skipped
         self._rest = b""
         if self.popen.stdout:
-            os.set_blocking(self.popen.stdout.fileno(), False)
             self._selector = selectors.DefaultSelector()
             self._selector.register(self.popen.stdout, selectors.EVENT_READ)
 
@@ -66,10 +65,7 @@ class Process:
         if not self._selector.select(timeout):
             return True
         when = time.monotonic()
-        try:
-            data = os.read(self.popen.stdout.fileno(), 1 << 16)
-        except BlockingIOError:
-            return True
+        data = os.read(self.popen.stdout.fileno(), 1 << 16)
         *whole, self._rest = (self._rest + data).split(b"\n")
         self._lines += [Line(text.decode(), when) for text in whole]
         return bool(data)
@@ -82,8 +78,7 @@ class Process:
         return self.popen.wait(timeout)
 
     def kill(self):
-        if self.popen.poll() is None:
-            self.popen.kill()
+        self.popen.kill()
         self.popen.wait()
 
     def is_running(self):

@@ -10,8 +10,6 @@ import tempfile
 import time
 from pathlib import Path
 
-import pytest
-
 import bus
 import sound
 import speech
@@ -46,14 +44,12 @@ class Session:
         self.services = {}
         self._others = []
 
-    # Services
-
     def start(self, *services):
         for service in services:
             self.services[service] = self._start(service)
 
-    def start_all(self, without=()):
-        self.start(*(service for service in SERVICES if service not in without))
+    def start_all(self, *others, without=()):
+        self.start(*(service for service in SERVICES if service not in without), *others)
 
     def _start(self, service):
         name, *options = service.split("+")
@@ -84,13 +80,10 @@ class Session:
         with self.record() as recording:
             wait_until(lambda: sound.sounding(recording.samples()[int(skipped * sound.RATE):]), timeout)
 
-    # The program
-
     def save(self, *groups):
-        """Writes the saved list, as groups or as raw bytes."""
+        """Writes the saved list."""
         self.config.mkdir(parents=True, exist_ok=True)
-        raw = groups[0] if groups and isinstance(groups[0], bytes) else json.dumps(groups).encode()
-        self.list_file.write_bytes(raw)
+        self.list_file.write_text(json.dumps(groups))
 
     def run(self, at="06:59:58.5", env=None, under=(), stderr=None):
         """Starts the program, under another command if given, waits until it is idle, and sets its clock to that
@@ -162,11 +155,3 @@ class Program(Process):
         """Terminates it and checks that it exits normally."""
         self.signal(number)
         assert self.wait(5) == 0
-
-
-def mounting(command):
-    """Returns a command that runs a program with a private mount. Skips the test if mounts are not permitted."""
-    private = ["/usr/bin/unshare", "--mount", *([] if os.getuid() == 0 else ["--map-root-user"])]
-    if subprocess.run([*private, "/bin/true"]).returncode != 0:
-        pytest.skip("mounts are forbidden here")
-    return [*private, "/bin/sh", "-c", f'/bin/mount {command} && exec "$@"', "sh"]

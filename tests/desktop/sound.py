@@ -87,9 +87,10 @@ def chirp():
 
 
 def write(path, samples):
-    """Writes a sound file in the format of its suffix."""
+    """Writes a sound file in the format of its suffix. Returns its path."""
     subprocess.run(["ffmpeg", "-v", "error", "-y", "-f", "f32le", "-ar", str(RATE), "-ac", "1", "-i", "-", path],
                    input=samples.astype("<f4").tobytes(), check=True)
+    return path
 
 
 def read(path):

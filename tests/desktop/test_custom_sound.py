@@ -48,8 +48,7 @@ def wav(channels):
 
 def cut(folder, suffix):
     """The beginning of a valid file."""
-    sound.write(folder / f"whole.{suffix}", numpy.tile(sound.chirp(), 4))
-    return (folder / f"whole.{suffix}").read_bytes()[:8000]
+    return sound.write(folder / f"whole.{suffix}", numpy.tile(sound.chirp(), 4)).read_bytes()[:8000]
 
 
 HEARD = []
@@ -96,8 +95,7 @@ def test_alarms_ring_after_the_package_is_removed(session, monkeypatch):
     found = [part.relative_to(there) for name in parts for part in there.glob(name)]
     subprocess.run(["cp", "-rL", "--parents", *found, here], cwd=there, check=True)
     monkeypatch.setattr("session.PROGRAM", here / PROGRAM.relative_to(there))
-    file = session.folder / "own.m4a"
-    sound.write(file, sound.chirp())
+    file = sound.write(session.folder / "own.m4a", sound.chirp())
     session.start("sound")
     session.save(group(), custom(file, time="7:01"))
     program = session.run()

@@ -27,10 +27,9 @@ def damaged(content, seed):
     *(pytest.param([(suffix, seed) for seed in range(first, first + 50)], id=f"{suffix}-{first}",
                    marks=THOROUGH) for suffix in FORMATS for first in (0, 50))])
 def test_damaged_files_are_repeated_or_rejected(session, files):
-    names = [f"{seed}.{suffix}" for suffix, seed in files]
     groups = []
     for minute, (suffix, seed) in enumerate(files):
-        good, file = session.folder / f"good.{suffix}", session.folder / names[minute]
+        good, file = session.folder / f"good.{suffix}", session.folder / f"{seed}.{suffix}"
         if not good.exists():
             sound.write(good, numpy.tile(sound.chirp(), 2))
         file.write_bytes(damaged(good.read_bytes(), seed))
@@ -38,14 +37,11 @@ def test_damaged_files_are_repeated_or_rejected(session, files):
     session.start("sound")
     session.save(*groups)
     program = session.run()
-    silent = []
-    for minute, name in enumerate(names):
+    for minute, name in enumerate(saved["label"] for saved in groups):
         session.clock.set_before(minute)
         program.wait_for(f"[Scheduler] FIRE: {name} alarm #1")
         with session.record() as recording:
             time.sleep(2.5)
         is_rejected = program.texts()[-1].startswith("[SoundPlayer]")
-        if not is_rejected and not sound.sounding(recording.samples()[-int(1.6 * sound.RATE):]):
-            silent.append(name)
-    assert not silent
+        assert is_rejected or sound.sounding(recording.samples()[-int(1.6 * sound.RATE):]), name
     assert not [text for text in program.texts() if "The player" in text or "has ended" in text]

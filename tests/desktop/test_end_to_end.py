@@ -18,19 +18,17 @@ def silent(recording):
 
 
 def add_group(session):
-    session.assist("press", "アラーム追加")
-    for verb, name, *value in [
-        ("set", "時", "6"), ("press", "分"), ("press", "45"), ("press", "開始"), ("write", "ラベル", "walk"),
-        ("toggle", "水"), ("toggle", "月"), ("set", "回数", "2"), ("set", "間隔", "3"), ("press", "Wake-up Pulse"),
-        ("set", "音量", "0.5"), ("toggle", "最終アラームで読み上げ"), ("write", "最終アラーム メッセージ", "get up"),
-        ("set", "TTS音量", "0.25"),
+    for step in [
+        ("press", "アラーム追加"), ("set", "時", "6"), ("press", "分"), ("press", "45"), ("press", "開始"),
+        ("write", "ラベル", "walk"), ("toggle", "水"), ("toggle", "月"), ("set", "回数", "2"), ("set", "間隔", "3"),
+        ("press", "Wake-up Pulse"), ("set", "音量", "0.5"), ("toggle", "最終アラームで読み上げ"),
+        ("write", "最終アラーム メッセージ", "get up"), ("set", "TTS音量", "0.25"),
     ]:
-        session.assist(verb, name, *value)
-    lines = session.assist("list")
+        session.assist(*step)
     assert {"dialog\t新規アラーム\t\t\tmodal", "combo box\t分\t\t45", "spin button\t回数\t\t2回", "heading\tサウンド\t\t",
             "check box\t月\t\t\tchecked", "check box\t火\t\t", "radio button\tWake-up Pulse\t\t\tchecked",
             "slider\t音量\t\t0.5 of 0 to 1", "text\tラベル\t例: 朝のアラーム\twalk", "list item\t6:45\t\t",
-            "list item\t6:48\t最終アラーム\t", "push button\tアラーム追加\t\t\tdisabled"} <= set(lines)
+            "list item\t6:48\t最終アラーム\t", "push button\tアラーム追加\t\t\tdisabled"} <= set(session.assist("list"))
     session.assist("try", "アラーム追加")
     session.assist("press", "保存")
     wait_until(session.list_file.exists)
@@ -42,17 +40,12 @@ def add_group(session):
 
 
 def change_group(session):
-    session.assist("press", "6:45 walk")
-    session.assist("write", "ラベル", "run")
-    session.assist("press", "保存")
-    session.assist("toggle", "6:45 run")
-    lines = session.assist("list")
+    for step in [("press", "6:45 walk"), ("write", "ラベル", "run"), ("press", "保存"), ("toggle", "6:45 run")]:
+        session.assist(*step)
     assert {"list item\t6:45 run\t\t", "check box\t6:45 run\t\t", "push button\t6:45 run\t月・水 2回 / 3分間隔\t",
-            "push button\t複製 6:45 run\t\t"} <= set(lines)
-    session.assist("toggle", "6:45 run")
-    session.assist("press", "編集")
-    session.assist("try", "0件を削除")
-    session.assist("toggle", "選択 6:45 run")
+            "push button\t複製 6:45 run\t\t"} <= set(session.assist("list"))
+    for step in [("toggle", "6:45 run"), ("press", "編集"), ("try", "0件を削除"), ("toggle", "選択 6:45 run")]:
+        session.assist(*step)
     assert "check box\t選択 6:45 run\t\t\tchecked" in session.assist("list")
     session.assist("press", "1件を削除")
     assert "dialog\t削除確認\t1件のアラームを削除しますか？\t\tmodal" in session.assist("list")
@@ -61,8 +54,7 @@ def change_group(session):
 
 
 def test_a_group_is_created_edited_and_stopped_by_an_assistive_tool(session):
-    session.start_all()
-    session.start("display", "accessibility")
+    session.start_all("display", "accessibility")
     program = session.run("06:40:00", ASSISTED)
     add_group(session)
     change_group(session)
@@ -77,13 +69,6 @@ def test_a_group_is_created_edited_and_stopped_by_an_assistive_tool(session):
     program.end()
 
 
-def menu_of(session, registered):
-    bus = dbus.bus.BusConnection(session["session-bus"].address)
-    properties = dbus.Interface(bus.get_object(registered["owner"], "/StatusNotifierItem"), dbus.PROPERTIES_IFACE)
-    path = properties.Get("org.kde.StatusNotifierItem", "Menu")
-    return dbus.Interface(bus.get_object(registered["owner"], path), "com.canonical.dbusmenu"), properties
-
-
 # In D-Bus menus "_" marks the mnemonic and "__" is an underscore. GNOME converts only one of them.
 GROUPS = [f"{hour}:05  g__{hour} ＆ co" for hour in range(5)]
 COMMANDS = ["---", "ウィンドウを表示", "終了"]
@@ -94,12 +79,15 @@ COMMANDS = ["---", "ウィンドウを表示", "終了"]
     (5, ["有効: 4 / 5", "---", *GROUPS, "---", "スリープ防止中", *COMMANDS]),
     (7, ["有効: 6 / 7", "---", *GROUPS, "他 2件...", "---", "スリープ防止中", *COMMANDS])])
 def test_the_menu_summarises_and_quits(session, count, labels):
-    session.start("session-bus", "system-bus", "logind", "menu-bar")
-    session.start("display")
+    session.start("session-bus", "system-bus", "logind", "menu-bar", "display")
     session.save(*[group(f"{hour}:05", label=f"g_{hour} & co", isEnabled=hour != 1) for hour in range(count)])
     program = session.run("05:30:00")
-    menu, properties = menu_of(session, session["menu-bar"].wait_for_call("Register"))
+    owner = session["menu-bar"].wait_for_call("Register")["owner"]
+    bus = dbus.bus.BusConnection(session.env["DBUS_SESSION_BUS_ADDRESS"])
+    properties = dbus.Interface(bus.get_object(owner, "/StatusNotifierItem"), dbus.PROPERTIES_IFACE)
     assert properties.Get("org.kde.StatusNotifierItem", "Title") == "KOVA"
+    path = properties.Get("org.kde.StatusNotifierItem", "Menu")
+    menu = dbus.Interface(bus.get_object(owner, path), "com.canonical.dbusmenu")
     _, (_, _, children) = menu.GetLayout(0, -1, dbus.Array(signature="s"))
     numbers, entries, _ = zip(*(child for child in children if child[1].get("visible", True)))
     assert [entry.get("label", "---") for entry in entries] == ["KOVA アラーム", "---", *labels]

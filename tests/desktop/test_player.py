@@ -34,8 +34,7 @@ def rings(session, program):
     (signal.SIGFPE, "The player crashed: Floating point exception")])
 def test_a_failed_player_is_replaced(session, is_custom, how, reason):
     session.start("sound")
-    file = session.folder / "own.wav"
-    sound.write(file, sound.chirp())
+    file = sound.write(session.folder / "own.wav", sound.chirp())
     session.save(custom(file, **RUN) if is_custom else RUN)
     program = session.run()
     first = rings(session, program)

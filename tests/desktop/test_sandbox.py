@@ -19,11 +19,6 @@ def watching(log):
     return ["/usr/bin/strace", "-D", "-ff", "-q", "-z", "-y", "--seccomp-bpf", "-o", log, "-e", f"trace={WATCHED}"]
 
 
-def has_ended(process, log):
-    calls = log.with_name(f"{log.name}.{process.pid}")
-    return calls.exists() and "+++ exited" in calls.read_text()
-
-
 def paths(call):
     """What a call opened, or the names that it changed."""
     opened = re.search(r" = \d+<(.*)>(\(deleted\))?$", call)
@@ -58,19 +53,17 @@ def test_a_run_accesses_nothing_else(session):
     log, own = session.folder / "calls", session.folder / "music/own.wav"
     own.parent.mkdir()
     sound.write(own, sound.read(SOUNDS / "wakeup_pulse.mp3")[:sound.RATE])
-    session.start_all()
-    session.start("display", "accessibility")
+    session.start_all("display", "accessibility")
     session.save(custom(own, label="x", ttsLastEnabled=True, ttsLastMessage="wake up"))
     # Each reading of a clock that can be set opens a file.
     fixed = session.clock.fixed_env("06:59:45") | {"FAKETIME_TIMESTAMP_FILE": None}
     program = session.run("06:59:45", fixed | ASSISTED, watching(log))
-    session.assist("press", "アラーム追加")
-    session.assist("press", "Wake-up Pulse 試聴")
-    session.assist("press", "保存")
+    for name in ("アラーム追加", "Wake-up Pulse 試聴", "保存"):
+        session.assist("press", name)
     program.wait_for("[TTSPlayer] speaking…", 30)
     session.assist("press", "停止")
     program.end()
-    wait_until(lambda: has_ended(program, log))
+    wait_until(lambda: "+++ exited" in log.with_suffix(f".{program.pid}").read_text())
     home, runtime = re.escape(str(session.folder)), re.escape(str(session.runtime))
     writable = [
         rf"{home}/config/kova-alarm(/.*)?",

@@ -56,8 +56,7 @@ def test_failing_services_delay_no_alarm(session, how, services):
 
 @pytest.mark.parametrize("bus", ["session-bus", "system-bus"])
 def test_a_late_bus_is_used(session, bus):
-    session.start_all()
-    session.start("display")
+    session.start_all("display")
     session.save(RUN)
     session[bus].signal(signal.SIGSTOP)
     program = session.launch("06:59:54")
@@ -84,8 +83,7 @@ def test_notifications_resume(session, service, how):
         session.start(*(["session-bus"] if service == "session-bus" else []), "notifications+markup")
     session.clock.set("07:00:58.2")
     rings(program, session, 1)
-    call = session["notifications+markup"].wait_for_call("Notify", body="x — 7:01")
-    assert call["replaces"] == 0
+    session["notifications+markup"].wait_for_call("Notify", body="x — 7:01", replaces=0)
 
 
 def test_portals_are_used_in_a_sandbox(session):
@@ -109,8 +107,7 @@ def test_portals_are_used_in_a_sandbox(session):
 @pytest.mark.parametrize("fail", [lambda display: display.signal(signal.SIGSTOP), lambda display: display.grab()],
                          ids=["hangs", "is grabbed"])
 def test_an_alarm_rings_without_its_display(session, fail):
-    session.start_all()
-    session.start("display")
+    session.start_all("display")
     session.save(group(ttsLastEnabled=True, ttsLastMessage="wake up"))
     program = session.run("06:58:30")
     display = session["display"]

@@ -19,8 +19,8 @@ def stalling(session):
 
 @pytest.mark.parametrize("is_playing", [False, True])
 def test_a_disk_that_hangs_for_4_s_interrupts_the_sound(session, is_playing):
-    file, hangs = session.folder / "own.wav", session.folder / "own.wav.player"
-    sound.write(file, sound.chirp())
+    file = sound.write(session.folder / "own.wav", sound.chirp())
+    hangs = session.folder / "own.wav.player"
     session.start("sound")
     session.save(custom(file))
     if not is_playing:
@@ -39,8 +39,8 @@ def test_a_disk_that_hangs_for_4_s_interrupts_the_sound(session, is_playing):
 @pytest.mark.parametrize("call", ["statx", "open"])
 def test_a_disk_that_sleeps_does_not_block(session, call):
     session.start("session-bus", "notifications", "sound")
-    trace, file = session.folder / "trace", session.folder / "sleepy.wav"
-    sound.write(file, sound.chirp())
+    trace = session.folder / "trace"
+    file = sound.write(session.folder / "sleepy.wav", sound.chirp())
     session.save(custom(file, label="x", alarmCount=4))
     sleeps = file.with_name(f"{file.name}.{call}")
     sleeps.touch()

@@ -1,6 +1,6 @@
 """Alarms ring although the standard streams are blocked or closed, or the process has run into a limit."""
 
-import contextlib
+import fcntl
 import os
 import pty
 import termios
@@ -12,11 +12,7 @@ from groups import group
 
 def unread_pipe():
     reading, writing = os.pipe()
-    os.set_blocking(writing, False)
-    with contextlib.suppress(BlockingIOError):
-        while True:
-            os.write(writing, b" ")
-    os.set_blocking(writing, True)
+    os.write(writing, bytes(fcntl.fcntl(writing, fcntl.F_GETPIPE_SZ)))  # fills it
     return reading, writing
 
 
@@ -53,6 +49,5 @@ def test_closed_streams_are_tolerated(session):
 def test_a_low_descriptor_limit_is_raised(session):
     session.start("sound")
     session.save(group())
-    program = session.run(under=["/usr/bin/prlimit", "--nofile=32:"])
-    program.wait_for("[Scheduler] FIRE…")
+    session.run(under=["/usr/bin/prlimit", "--nofile=32:"]).wait_for("[Scheduler] FIRE…")
     session.wait_for_sound()

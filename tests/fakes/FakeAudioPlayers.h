@@ -41,16 +41,11 @@ public:
     }
 
 private:
-    class Player : public AudioPlayer {
-    public:
-        Player(QList<Sound> &sounding, const Sound &sound) : m_sounding(sounding), m_sound(sound) {
-            m_sounding.append(m_sound);
-        }
-        ~Player() override { m_sounding.removeOne(m_sound); }
-
-    private:
-        QList<Sound> &m_sounding;
-        const Sound m_sound;
+    struct Player : AudioPlayer {
+        Player(QList<Sound> &sounds, const Sound &sound) : all(sounds), own(sound) { all.append(own); }
+        ~Player() override { all.removeOne(own); }
+        QList<Sound> &all;
+        const Sound own;
     };
 
     ErrorCallback m_onError;

@@ -23,11 +23,8 @@ public:
     void resolve(const QByteArray &bookmark, QObject *owner, Resolved done) override {
         later(owner, [this, bookmark, done] {
             const QString path = QString::fromUtf8(bookmark).section(u':', 1);
-            if (!bookmark.startsWith("bookmark:") || lost.contains(path)) {
-                done(Failure{QStringLiteral("no such file")});
-            } else {
-                done(path);
-            }
+            const bool isFound = bookmark.startsWith("bookmark:") && !lost.contains(path);
+            done(isFound ? Result<QString>(path) : Failure{QStringLiteral("no such file")});
         });
     }
 

@@ -43,7 +43,9 @@ public:
                 action();
             }
         };
-        return std::make_unique<Timer>(*this);
+        auto timer = std::make_unique<QObject>();
+        QObject::connect(timer.get(), &QObject::destroyed, [this] { m_tick = nullptr; });
+        return timer;
     }
 
     void after(std::chrono::milliseconds delay, QObject *owner, std::function<void()> action) override {
@@ -54,11 +56,6 @@ private:
     struct Delayed {
         QPointer<QObject> owner;
         std::function<void()> action;
-    };
-    struct Timer : QObject {
-        explicit Timer(FakeRunLoop &runLoop) : loop(runLoop) {}
-        ~Timer() override { loop.m_tick = nullptr; }
-        FakeRunLoop &loop;
     };
 
     static double toSeconds(std::chrono::milliseconds span) {

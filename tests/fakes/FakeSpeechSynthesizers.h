@@ -3,7 +3,6 @@
 #include "SpeechSynthesizer.h"
 
 #include <QStringList>
-#include <optional>
 
 namespace kova {
 
@@ -26,27 +25,23 @@ public:
     /// Ends the utterance, or interrupts it.
     void finish(bool finished = true) {
         reading = QString();
-        const auto didFinish = m_didFinish;
-        if (didFinish) {
+        if (const auto didFinish = m_didFinish) {
             didFinish(finished);
         }
     }
 
 private:
-    class Synthesizer : public SpeechSynthesizer {
-    public:
-        explicit Synthesizer(FakeSpeechSynthesizers &synthesizers) : m_all(synthesizers) {}
+    struct Synthesizer : SpeechSynthesizer {
+        explicit Synthesizer(FakeSpeechSynthesizers &synthesizers) : all(synthesizers) {}
         ~Synthesizer() override {
-            m_all.reading = QString();
-            m_all.m_didFinish = nullptr;
+            all.reading = QString();
+            all.m_didFinish = nullptr;
         }
         void startSpeaking(const QString &text) override {
-            m_all.reading = text;
-            m_all.readings.append(text);
+            all.reading = text;
+            all.readings.append(text);
         }
-
-    private:
-        FakeSpeechSynthesizers &m_all;
+        FakeSpeechSynthesizers &all;
     };
 
     DidFinishSpeaking m_didFinish;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "AlarmGroup.h"
+#include "groups.h"
 
 #include <QRandomGenerator>
 #include <algorithm>
@@ -62,11 +62,8 @@ private:
 inline QList<AlarmGroup> randomGroups(QRandomGenerator &random, int count) {
     QList<AlarmGroup> groups;
     for (int i = 0; i < count; ++i) {
-        AlarmGroup group;
-        group.id = QUuid::createUuid();
-        group.label = QString::number(i);
         // Every third group is near a daylight-saving transition or midnight.
-        group.targetHour = i % 3 == 0 ? random.bounded(4) : random.bounded(24);
+        AlarmGroup group = groupAt(random.bounded(i % 3 == 0 ? 4 : 24), QString::number(i));
         group.targetMinute = random.bounded(60);
         group.alarmCount = random.bounded(1, 21);
         group.intervalMinutes = random.bounded(0, 31);

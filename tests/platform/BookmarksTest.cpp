@@ -7,16 +7,6 @@
 
 using namespace kova;
 
-namespace {
-
-void write(const QString &path) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("sound");
-}
-
-} // namespace
-
 class BookmarksTest : public QObject {
     Q_OBJECT
 
@@ -59,6 +49,12 @@ private Q_SLOTS:
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
+
+    static void write(const QString &path) {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("sound");
+    }
 
     QByteArray bookmarked(const QString &name) const {
         write(path(name));

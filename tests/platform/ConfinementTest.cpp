@@ -12,26 +12,6 @@
 
 using namespace kova;
 
-namespace {
-
-// Returns whether the operation succeeds in a confined process.
-template <typename Operation> bool canStill(Operation operation) {
-    const pid_t child = fork();
-    if (child == 0) {
-        confine();
-        _exit(operation() ? 0 : 1);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
-bool canOpen(const QByteArray &path, int flags) {
-    return canStill([&] { return open(path.constData(), flags, 0600) >= 0; });
-}
-
-} // namespace
-
 class ConfinementTest : public QObject {
     Q_OBJECT
 
@@ -55,6 +35,23 @@ private Q_SLOTS:
             const int shared = memfd_create("shared", MFD_CLOEXEC);
             return ftruncate(shared, 64 << 20) == 0;
         }));
+    }
+
+private:
+    // Returns whether the operation succeeds in a confined process.
+    template <typename Operation> static bool canStill(Operation operation) {
+        const pid_t child = fork();
+        if (child == 0) {
+            confine();
+            _exit(operation() ? 0 : 1);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    }
+
+    static bool canOpen(const QByteArray &path, int flags) {
+        return canStill([&] { return open(path.constData(), flags, 0600) >= 0; });
     }
 };
 

@@ -2,25 +2,9 @@
 
 #include <QDateTime>
 #include <QTest>
-
 #include <limits>
 
 using namespace kova;
-
-namespace {
-
-Instant instant(const char *utc) {
-    const auto moment = QDateTime::fromString(QString::fromLatin1(utc), Qt::ISODateWithMs);
-    return static_cast<double>(moment.toMSecsSinceEpoch()) / 1000 - instantEpoch;
-}
-
-QString text(const std::optional<LocalTime> &time) {
-    return time ? QString::asprintf("%d:%02d:%02d day %d", time->hour, time->minute, time->second,
-                                    time->weekday)
-                : QStringLiteral("none");
-}
-
-} // namespace
 
 class DesktopClockTest : public QObject {
     Q_OBJECT
@@ -48,6 +32,18 @@ private Q_SLOTS:
             tzset();
             QCOMPARE(text(DesktopClock().localTime(moment)), QString::fromLatin1(local));
         }
+    }
+
+private:
+    static Instant instant(const char *utc) {
+        const auto moment = QDateTime::fromString(QString::fromLatin1(utc), Qt::ISODateWithMs);
+        return static_cast<double>(moment.toMSecsSinceEpoch()) / 1000 - instantEpoch;
+    }
+
+    static QString text(const std::optional<LocalTime> &time) {
+        return time ? QString::asprintf("%d:%02d:%02d day %d", time->hour, time->minute, time->second,
+                                        time->weekday)
+                    : QStringLiteral("none");
     }
 };
 

@@ -7,8 +7,7 @@
 #include <optional>
 
 using namespace kova;
-
-namespace {
+using namespace Qt::StringLiterals;
 
 // Mixed text, times, dates, counters and amounts, as they are written and pronounced.
 constexpr char readings[] = R"(
@@ -53,8 +52,6 @@ LED電球を買う Zoomで A4用紙 → LED デンキューヲ カウ Zoom デ A
 090-1234-56に 10000000000000000に → ゼロキューゼロ- イチニサンヨン- ゴロクニ イチゼロゼロゼロゼロゼロゼロゼロゼロゼロゼロゼロゼロゼロゼロゼロゼロニ
 )";
 
-} // namespace
-
 /// Uses the real MeCab and dictionary, and scripts for its failures.
 class KanaReaderTest : public QObject {
     Q_OBJECT
@@ -70,10 +67,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("kana");
         for (const QString &line : QString::fromUtf8(readings).split(u'\n', Qt::SkipEmptyParts)) {
-            const QStringList row = line.split(QStringLiteral(" → "));
+            const QStringList row = line.split(u" → "_s);
             QTest::newRow(qUtf8Printable(line)) << row.at(0) << row.at(1);
         }
-        QTest::newRow("lines") << QStringLiteral("朝の\r\n\r\n\tお茶") << QStringLiteral("アサノ\n\nオチャ");
+        QTest::newRow("lines") << u"朝の\r\n\r\n\tお茶"_s << u"アサノ\n\nオチャ"_s;
     }
 
     void textIsReadAsPronounced() {
@@ -89,31 +86,29 @@ private Q_SLOTS:
               QByteArray("exec /bin/sleep 60"), QByteArray("exit 0"), QByteArray("echo; echo 予約; echo")}) {
             const QTemporaryDir folder;
             qputenv("PATH", folder.path().toUtf8());
-            if (QFile program(folder.filePath(QStringLiteral("mecab"))); !analyser.isEmpty()) {
+            if (QFile program(folder.filePath(u"mecab"_s)); !analyser.isEmpty()) {
                 QVERIFY(program.open(QIODevice::WriteOnly));
                 program.write("#!/bin/sh\n" + analyser + '\n');
                 program.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
             }
             m_reader.emplace(std::chrono::milliseconds(analyser.startsWith("exec") ? 50 : 5000));
-            QTest::ignoreMessage(QtWarningMsg,
-                                 QRegularExpression(QStringLiteral("^kova-alarm: no kana reading.*: .")));
-            QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
-            QCOMPARE(read(QStringLiteral("予約")), QStringLiteral("予約"));
-            QCOMPARE(read(QStringLiteral("会議")), QStringLiteral("会議"));
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^kova-alarm: no kana reading.*: ."_s));
+            QTest::failOnWarning(QRegularExpression(u"."_s));
+            QCOMPARE(read(u"予約"_s), u"予約"_s);
+            QCOMPARE(read(u"会議"_s), u"会議"_s);
         }
     }
 
     void tooLongTextIsReturnedUnchanged() {
         const QString text(1'000'000, QChar(u'朝'));
-        QTest::ignoreMessage(QtWarningMsg,
-                             QRegularExpression(QStringLiteral("^kova-alarm: no kana reading.*: .")));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^kova-alarm: no kana reading.*: ."_s));
         QCOMPARE(read(text), text);
     }
 
     void newRequestReplacesThePendingOne() {
-        m_reader->read(QStringLiteral("予約"), [](const QString &) { QFAIL("replaced"); });
-        QCOMPARE(read(QStringLiteral("会議")), QStringLiteral("カイギ"));
-        QCOMPARE(read(QStringLiteral("会議")), QStringLiteral("カイギ"));
+        m_reader->read(u"予約"_s, [](const QString &) { QFAIL("replaced"); });
+        QCOMPARE(read(u"会議"_s), u"カイギ"_s);
+        QCOMPARE(read(u"会議"_s), u"カイギ"_s);
     }
 
 private:

@@ -7,30 +7,10 @@
 #include <QTest>
 #include <csignal>
 #include <sys/resource.h>
-#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace kova;
 using namespace std::chrono_literals;
-
-namespace {
-
-qsizetype openDescriptors() {
-    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size();
-}
-
-QList<pid_t> childIds() {
-    QFile file(QStringLiteral("/proc/self/task/%1/children").arg(getpid()));
-    QList<pid_t> found;
-    if (file.open(QFile::ReadOnly)) {
-        for (const QByteArray &id : file.readAll().simplified().split(' ')) {
-            found.append(id.toInt());
-        }
-    }
-    found.removeAll(0);
-    return found;
-}
-
-} // namespace
 
 class PlayerProcessTest : public QObject {
     Q_OBJECT
@@ -67,6 +47,22 @@ class PlayerProcessTest : public QObject {
         QFile file(m_folder.filePath(name));
         QVERIFY(file.open(QFile::WriteOnly));
         file.write(reinterpret_cast<const char *>(&event), sizeof event);
+    }
+
+    static qsizetype openDescriptors() {
+        return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size();
+    }
+
+    static QList<pid_t> childIds() {
+        QFile file(QStringLiteral("/proc/self/task/%1/children").arg(getpid()));
+        QList<pid_t> found;
+        if (file.open(QFile::ReadOnly)) {
+            for (const QByteArray &id : file.readAll().simplified().split(' ')) {
+                found.append(id.toInt());
+            }
+        }
+        found.removeAll(0);
+        return found;
     }
 
 private Q_SLOTS:

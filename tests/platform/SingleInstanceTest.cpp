@@ -7,7 +7,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
-
 #include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>

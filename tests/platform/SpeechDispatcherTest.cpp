@@ -7,6 +7,7 @@
 #include <QTest>
 
 using namespace kova;
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -35,7 +36,7 @@ public:
     QByteArrayList spoken;   ///< modules and texts
 
     Service() {
-        m_server.listen(m_folder.filePath(QStringLiteral("socket")));
+        m_server.listen(m_folder.filePath(u"socket"_s));
         qputenv("SPEECHD_ADDRESS", "unix_socket:" + m_server.fullServerName().toUtf8());
         QObject::connect(&m_server, &QLocalServer::newConnection, &m_server, [this] {
             m_client = m_server.nextPendingConnection();
@@ -124,8 +125,8 @@ class SpeechDispatcherTest : public QObject {
 private Q_SLOTS:
     // The speech service cannot be started, MeCab can.
     void initTestCase() {
-        const QString analyser = QStandardPaths::findExecutable(QStringLiteral("mecab"));
-        QVERIFY(QFile::link(analyser, m_programs.filePath(QStringLiteral("mecab"))));
+        const QString analyser = QStandardPaths::findExecutable(u"mecab"_s);
+        QVERIFY(QFile::link(analyser, m_programs.filePath(u"mecab"_s)));
         qputenv("PATH", m_programs.path().toUtf8());
     }
 
@@ -147,7 +148,7 @@ private Q_SLOTS:
         for (const auto &[reply, finished] : rows) {
             init();
             m_service->modules[0].reply = reply;
-            m_dispatcher->speak({.id = 1, .text = QStringLiteral(".é\n..\r\nx"), .volume = -40});
+            m_dispatcher->speak({.id = 1, .text = u".é\n..\r\nx"_s, .volume = -40});
             QTRY_COMPARE(m_ends, (QList<End>{{1, finished}}));
             QVERIFY(m_service->commands.contains("SET SELF VOLUME -40"));
             QCOMPARE(m_service->spoken, (QByteArrayList{"espeak-ng ..é", "espeak-ng ...", "espeak-ng x"}));
@@ -231,8 +232,7 @@ private Q_SLOTS:
                                         QByteArray("\r\n"), QByteArray("HTTP/1.0 400 Bad Request\r\n")}) {
             init();
             m_service->modules[0].reply = reply;
-            QTest::ignoreMessage(QtWarningMsg,
-                                 QRegularExpression(QStringLiteral("^kova-alarm: no speech: .")));
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^kova-alarm: no speech: ."_s));
             speak(1, "first");
             QTRY_COMPARE(m_service->spoken, QByteArrayList{"espeak-ng first"});
             if (reply == diesWithinAReply) {
@@ -269,10 +269,9 @@ private Q_SLOTS:
             m_service->faults = row.faults;
             makeDispatcher({.reply = 200ms, .retry = 1ms});
             if (row.isWarned) {
-                QTest::ignoreMessage(QtWarningMsg,
-                                     QRegularExpression(QStringLiteral("^kova-alarm: no speech: .")));
+                QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^kova-alarm: no speech: ."_s));
             }
-            QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
+            QTest::failOnWarning(QRegularExpression(u"."_s));
             speak(1, "会議中", QDeadlineTimer(1min));
             QTRY_COMPARE(m_service->spoken, row.spoken);
             QCOMPARE(m_ends, QList<End>());
@@ -285,9 +284,8 @@ private Q_SLOTS:
     void overdueTextIsSpokenAgain() {
         m_service->modules = {eSpeak, japanese};
         makeDispatcher({.retry = 1ms, .speech = 200ms});
-        QTest::ignoreMessage(QtWarningMsg,
-                             QRegularExpression(QStringLiteral("^kova-alarm: the speech module")));
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^kova-alarm: no speech: .")));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^kova-alarm: the speech module"_s));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^kova-alarm: no speech: ."_s));
         speak(1, "会議中", QDeadlineTimer(1min));
         QTRY_COMPARE(m_service->spoken,
                      (QByteArrayList{"jtalk 会議中", "espeak-ng カイギチュー", "jtalk 会議中"}));
@@ -300,11 +298,8 @@ private:
 
     void makeDispatcher(SpeechDispatcher::Timing timing) {
         m_ends.clear();
-        m_dispatcher.emplace(
-            [this](quint64 utterance, bool finished) {
-                m_ends.append({utterance, finished});
-            },
-            timing);
+        const auto recordEnd = [this](quint64 id, bool finished) { m_ends.append({id, finished}); };
+        m_dispatcher.emplace(recordEnd, timing);
     }
 
     const QTemporaryDir m_programs;

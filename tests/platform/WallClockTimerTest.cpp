@@ -1,7 +1,6 @@
 #include "WallClockTimer.h"
 
 #include <QTest>
-
 #include <cerrno>
 #include <sys/eventfd.h>
 #include <sys/syscall.h>

@@ -36,23 +36,20 @@ class AlarmSchedulerTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void requestsPermissionOnceAndLogsTheResult() {
+    void startsTimerAndRequestsPermissionOnce() {
         FakeServices services;
         QCOMPARE(services.notificationCenter.asked, 1);
-        services.notificationCenter.answer(true, std::nullopt);
-        services.notificationCenter.answer(false, u"no service"_s);
-        QCOMPARE(services.log.lines, (QStringList{u"[Scheduler] Notifications granted"_s,
-                                                  u"[Scheduler] Notification error: no service"_s,
-                                                  u"[Scheduler] Notifications denied"_s}));
-    }
-
-    void startsTimerOnce() {
-        FakeServices services;
         services.scheduler.start({});
         services.scheduler.start({AlarmGroup()});
         QCOMPARE(services.runLoop.timersMade, 1);
-        QCOMPARE(services.log.lines, QStringList{u"[Scheduler] Started"_s});
         QCOMPARE(services.scheduler.groups().size(), 1);
+        QCOMPARE(services.notificationCenter.asked, 1);
+        services.notificationCenter.answer(true, std::nullopt);
+        services.notificationCenter.answer(false, u"no service"_s);
+        QCOMPARE(services.log.lines,
+                 (QStringList{u"[Scheduler] Started"_s, u"[Scheduler] Notifications granted"_s,
+                              u"[Scheduler] Notification error: no service"_s,
+                              u"[Scheduler] Notifications denied"_s}));
     }
 
     void firingPerformsItsStepsInOrder() {
@@ -97,26 +94,20 @@ private Q_SLOTS:
     void speaksTheMessageOfEachAlarm() {
         const QString m = u"m"_s;
         const QString last = u"last"_s;
-        const struct {
-            qint64 count;
-            bool ttsEnabled;
-            bool ttsLastEnabled;
-            QString message;
-            QStringList spoken;
-        } rows[] = {
+        const std::tuple<qint64, bool, bool, QString, QStringList> rows[] = {
             {3, true, true, m, {m, m, last}}, {3, true, false, m, {m, m}}, {3, false, true, m, {last}},
             {3, false, false, m, {}},         {3, true, true, {}, {last}}, {1, true, false, m, {}},
             {1, false, true, m, {last}},
         };
-        for (const auto &row : rows) {
-            AlarmGroup group = makeGroup(QString(), 7, 0, row.count, 1);
-            group.ttsEnabled = row.ttsEnabled;
-            group.ttsMessage = row.message;
-            group.ttsLastEnabled = row.ttsLastEnabled;
+        for (const auto &[count, ttsEnabled, ttsLastEnabled, message, spoken] : rows) {
+            AlarmGroup group = makeGroup(QString(), 7, 0, count, 1);
+            group.ttsEnabled = ttsEnabled;
+            group.ttsMessage = message;
+            group.ttsLastEnabled = ttsLastEnabled;
             group.ttsLastMessage = last;
             Services services({6, 50}, {group});
             services.runLoop.advance(20min);
-            QCOMPARE(services.synthesizers.readings, row.spoken);
+            QCOMPARE(services.synthesizers.readings, spoken);
         }
     }
 

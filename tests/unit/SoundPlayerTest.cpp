@@ -198,11 +198,9 @@ private Q_SLOTS:
         QCOMPARE(m_audio.opened, 3);
     }
 
-    void soundsAreFoundInTheirFolderOrAtTheTopLevel() {
+    void soundIsAlsoFoundAtTheTopLevel() {
         m_resources.files.insert(u"/resources/extra.mp3"_s);
-        QCOMPARE(m_player->builtInSoundURL(u"morning_glass"_s), glass);
         QCOMPARE(m_player->builtInSoundURL(u"extra"_s), u"/resources/extra.mp3"_s);
-        QVERIFY(!m_player->builtInSoundURL(u"nope"_s));
     }
 };
 

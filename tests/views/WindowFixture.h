@@ -34,13 +34,6 @@ struct Window : Fixture {
 
     using Test = std::function<bool(const QQuickItem &)>;
 
-    /// Tests for a QML type, such as "Stepper", or an object name.
-    static Test isA(const QByteArray &type) {
-        return [type](const QQuickItem &item) {
-            return QByteArray(item.metaObject()->className()).startsWith(type + "_QML") ||
-                   item.objectName() == QString::fromLatin1(type);
-        };
-    }
     static Test inherits(const char *type) {
         return [type](const QQuickItem &item) { return item.inherits(type); };
     }
@@ -62,9 +55,12 @@ struct Window : Fixture {
         return found;
     }
     QList<QQuickItem *> all(const Test &test) { return all(window.contentItem(), test); }
-    /// Returns the visible items of a type or name, from the top.
+    /// Returns the visible items of a QML type, such as "Stepper", or an object name, from the top.
     QList<QQuickItem *> all(const QByteArray &type) {
-        QList<QQuickItem *> found = all(isA(type));
+        QList<QQuickItem *> found = all([&type](const QQuickItem &item) {
+            return QByteArray(item.metaObject()->className()).startsWith(type + "_QML") ||
+                   item.objectName() == QString::fromLatin1(type);
+        });
         std::stable_sort(found.begin(), found.end(), [](const QQuickItem *a, const QQuickItem *b) {
             return a->mapToScene({}).y() < b->mapToScene({}).y();
         });
@@ -165,8 +161,9 @@ struct WholeWindow : Window {
         click("deleteButton");
         QTRY_VERIFY(shows("destructiveButton"));
     }
+    void askMenu() { click(frame("cardTime").center(), Qt::RightButton); }
     void openMenu() {
-        click(frame("cardTime").center(), Qt::RightButton);
+        askMenu();
         QTRY_COMPARE(all("menuItem").size(), 3);
     }
     void openEditor(const std::function<void(AlarmGroup &)> &change = [](AlarmGroup &) {}) {

@@ -31,16 +31,11 @@ QString paintingFault(Window &w) {
 }
 
 QQuickItem *topPanel(Window &w) {
-    QQuickItem *top = nullptr;
-    for (QQuickItem *layer : w.window.contentItem()->childItems()) {
-        for (QQuickItem *item : layer->childItems()) {
-            const QObject *const popup = item->inherits("QQuickPopupItem") ? item->parent() : nullptr;
-            if (popup && popup->property("focus").toBool() && popup->property("opened").toBool()) {
-                top = item;
-            }
-        }
-    }
-    return top;
+    const QList<QQuickItem *> panels = w.all([](const QQuickItem &item) {
+        const QObject *const popup = item.inherits("QQuickPopupItem") ? item.parent() : nullptr;
+        return popup && popup->property("focus").toBool() && popup->property("opened").toBool();
+    });
+    return panels.isEmpty() ? nullptr : panels.constLast();
 }
 
 // Checks that the focused item is visible and in front of all panels.

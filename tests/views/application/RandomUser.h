@@ -90,10 +90,9 @@ private:
     void note(const char *what, QPoint place) {
         note(QStringLiteral("%1 %2 %3").arg(QLatin1StringView(what)).arg(place.x()).arg(place.y()));
     }
-    template <typename Choices> typename Choices::value_type oneOf(const Choices &choices) {
-        return choices.begin()[m_random.bounded(int(choices.size()))];
+    template <typename T> T oneOf(const QList<T> &choices) {
+        return choices.at(m_random.bounded(int(choices.size())));
     }
-    template <typename T> T any(std::initializer_list<T> choices) { return oneOf(choices); }
 
     void addGroups() {
         const QStringList labels{{},
@@ -104,7 +103,7 @@ private:
                                  QStringLiteral("Wake up & <b>go</b> to the early train at the station")};
         for (quint32 i = m_random.bounded(12U); i > 0; --i) {
             AlarmGroup group = groupAt(m_random.bounded(24), oneOf(labels));
-            group.alarmCount = any<qint64>({1, 2, 8, 20});
+            group.alarmCount = oneOf<qint64>({1, 2, 8, 20});
             group.isEnabled = m_random.bounded(2) == 1;
             group.ttsEnabled = m_random.bounded(2) == 1;
             m_w.add(group);
@@ -162,16 +161,16 @@ private:
     }
     void wheel() {
         const QPoint at = place();
-        const QPoint turn = any<QPoint>({{0, -120}, {0, -120}, {0, 120}, {0, -720}, {0, 720}, {-120, 0}});
+        const QPoint turn = oneOf<QPoint>({{0, -120}, {0, -120}, {0, 120}, {0, -720}, {0, 720}, {-120, 0}});
         note("wheel", at);
         m_w.wheel(at, turn, {}, quint64(m_time.elapsed()));
     }
     void key() {
         const Qt::Key key =
-            any({Qt::Key_Tab,      Qt::Key_Tab,  Qt::Key_Tab,    Qt::Key_Backtab, Qt::Key_Up,
-                 Qt::Key_Down,     Qt::Key_Left, Qt::Key_Right,  Qt::Key_Space,   Qt::Key_Return,
-                 Qt::Key_Home,     Qt::Key_End,  Qt::Key_PageUp, Qt::Key_Escape,  Qt::Key_Menu,
-                 Qt::Key_PageDown, Qt::Key_7,    Qt::Key_A,      Qt::Key_Delete,  Qt::Key_Down});
+            oneOf<Qt::Key>({Qt::Key_Tab,      Qt::Key_Tab,  Qt::Key_Tab,    Qt::Key_Backtab, Qt::Key_Up,
+                            Qt::Key_Down,     Qt::Key_Left, Qt::Key_Right,  Qt::Key_Space,   Qt::Key_Return,
+                            Qt::Key_Home,     Qt::Key_End,  Qt::Key_PageUp, Qt::Key_Escape,  Qt::Key_Menu,
+                            Qt::Key_PageDown, Qt::Key_7,    Qt::Key_A,      Qt::Key_Delete,  Qt::Key_Down});
         note(QVariant::fromValue(key).toString());
         QTest::keyClick(&m_w.window, key);
     }
@@ -195,7 +194,7 @@ private:
         m_w.services.scheduler.endRinging();
     }
     void resize() {
-        const QSize size = any<QSize>({{440, 620}, {420, 500}, {700, 560}, {900, 800}});
+        const QSize size = oneOf<QSize>({{440, 620}, {420, 500}, {700, 560}, {900, 800}});
         note(QStringLiteral("resize %1").arg(size.width()));
         m_w.window.resize(size);
     }
@@ -212,8 +211,8 @@ private:
         if (QQuickItem *const focus = m_w.window.activeFocusItem();
             focus && focus->inherits("QQuickTextInput")) {
             note(QStringLiteral("compose"));
-            QInputMethodEvent composing(any<QString>({{}, QStringLiteral("あさ")}), {});
-            composing.setCommitString(any<QString>({{}, {}, QStringLiteral("朝の")}));
+            QInputMethodEvent composing(oneOf<QString>({{}, QStringLiteral("あさ")}), {});
+            composing.setCommitString(oneOf<QString>({{}, {}, QStringLiteral("朝の")}));
             QCoreApplication::sendEvent(focus, &composing);
         }
     }

@@ -8,11 +8,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Tall enough to show the whole editor.
-constexpr QSize tall{460, 1500};
-
+/// The editor, by default in a window that is tall enough for all of it.
 struct Shown : Window {
-    explicit Shown(const AlarmGroup &group = {}, QSize size = tall) {
+    explicit Shown(const AlarmGroup &group = {}, QSize size = {460, 1500}) {
         window.resize(size);
         edit(group);
     }
@@ -58,9 +56,8 @@ private Q_SLOTS:
         shown.click("PopUpPicker", 1);
         QTRY_VERIFY(shown.shows("pickerList"));
         const auto distance = [&] {
-            const QQuickItem *const row =
-                Window::all(shown.item("pickerList"), Window::has("text", u"30"_s)).value(0);
-            return std::abs(Window::rect(row).center().y() - Window::rect(minute).center().y());
+            const auto rows = Window::all(shown.item("pickerList"), Window::has("text", u"30"_s));
+            return std::abs(Window::rect(rows.value(0)).center().y() - Window::rect(minute).center().y());
         };
         QTRY_VERIFY(distance() <= 8);
     }
@@ -134,28 +131,18 @@ private Q_SLOTS:
         const auto wheel = [&](QPoint angle, Qt::KeyboardModifiers modifiers = {}) {
             shown.wheel(shown.frame("TimelineStrip").center() + QPointF(0, 8), angle, modifiers);
         };
-        const std::pair<std::function<void()>, std::function<void()>> ways[] = {
-            {[&] {
-                 wheel({-120, 0});
-             },
-             [&] {
-                 wheel({120, 0});
-             }},
-            {[&] {
-                 wheel({0, -120}, Qt::ShiftModifier);
-             },
-             [&] {
-                 wheel({0, 120}, Qt::ShiftModifier);
-             }},
-            {[&] { shown.key(Qt::Key_Right); }, [&] { shown.key(Qt::Key_Left); }},
-            {[&] { shown.key(Qt::Key_End); }, [&] { shown.key(Qt::Key_Home); }},
+        const std::function<void(bool)> ways[] = {
+            [&](bool right) { wheel(QPoint(right ? -120 : 120, 0)); },
+            [&](bool right) { wheel(QPoint(0, right ? -120 : 120), Qt::ShiftModifier); },
+            [&](bool right) { shown.key(right ? Qt::Key_Right : Qt::Key_Left); },
+            [&](bool right) { shown.key(right ? Qt::Key_End : Qt::Key_Home); },
         };
-        for (const auto &[scrollRight, scrollLeft] : ways) {
-            scrollRight();
+        for (const auto &scroll : ways) {
+            scroll(true);
             QTRY_VERIFY(!isAtStart());
             shown.set(&EditedGroup::setIntervalMinutes, shown.edited().intervalMinutes == 7 ? 8 : 7);
             QVERIFY(!isAtStart());
-            scrollLeft();
+            scroll(false);
             QTRY_VERIFY(isAtStart());
             QCOMPARE(Window::rect(list).top(), top);
         }

@@ -1,6 +1,5 @@
-#include "application/RandomUser.h"
-
 #include "AlarmGroupJson.h"
+#include "application/RandomUser.h"
 
 #include <QAccessible>
 #include <QSignalSpy>
@@ -15,7 +14,6 @@ private Q_SLOTS:
     void aCardShowsItsLabelAsTypedAndTheStoresState() {
         Window w;
         w.add(groupAt(7, u"<b>&朝</b>"_s));
-        QTRY_VERIFY(w.shows("cardLabel"));
         QTRY_COMPARE(w.frame("cardSurface").topLeft(), QPointF(12, 52));
         QCOMPARE(w.text("cardLabel"), u"<b>&朝</b>"_s);
         QCOMPARE(w.item("cardLabel")->property("textFormat").toInt(), 0);
@@ -30,7 +28,6 @@ private Q_SLOTS:
     void theEditorLiesOverTheList() {
         Window w(1);
         w.click("cardTime");
-        QTRY_VERIFY(w.shows("editorPanel"));
         QTRY_COMPARE(w.frame("editorPanel"), QRectF(20, 20, 400, 580));
         w.window.resize(700, 560);
         QTRY_COMPARE(w.frame("editorPanel"), QRectF(120, 5, 460, 550));
@@ -119,16 +116,12 @@ private Q_SLOTS:
         QCOMPARE(list->property("cacheBuffer").toInt(), 0);
     }
 
-    void aKeyQuits() {
-        Window w;
+    void aKeyQuitsAndAClosedWindowComesBackWithItsAlert() {
+        Window w(1);
         QSignalSpy quit(&w.window, &MainWindow::quit);
+        QSignalSpy closed(&w.window, &MainWindow::closed);
         QTest::keyClick(&w.window, Qt::Key_Q, Qt::ControlModifier);
         QCOMPARE(quit.size(), 1);
-    }
-
-    void aHiddenWindowComesBackWithItsAlert() {
-        Window w(1);
-        QSignalSpy closed(&w.window, &MainWindow::closed);
         w.window.close(); // nothing could bring it back
         QVERIFY(w.window.isVisible() && w.window.windowStates() == Qt::WindowMinimized);
         w.window.hideOnClose();
@@ -225,12 +218,11 @@ private Q_SLOTS:
             return QAccessible::queryAccessibleInterface(w.window.activeFocusItem())->text(QAccessible::Name);
         };
         if (opens == 0) {
-            focusAfter(1); // the wait begins
-            QCOMPARE(focusAfter(900), u"6:50"_s);
-            w.key(Qt::Key_Space); // typed for something else: starts the wait again
-            focusAfter(1);
-            QCOMPARE(focusAfter(900), u"6:50"_s);
-            w.key(Qt::Key_Space);
+            for (int typed = 0; typed < 2; ++typed) {
+                focusAfter(1); // the wait begins
+                QCOMPARE(focusAfter(900), u"6:50"_s);
+                w.key(Qt::Key_Space); // typed for something else: starts the wait again
+            }
             QVERIFY(w.home.isRinging());
         }
         QTRY_COMPARE(focusAfter(200), focused);
