@@ -16,8 +16,10 @@ namespace {
 // A decoder needs a few megabytes; memory shared with the sound server is not counted.
 constexpr rlim_t memory = 256 << 20;
 
-// AddressSanitizer reserves terabytes.
-#ifdef __SANITIZE_ADDRESS__
+// AddressSanitizer reserves terabytes. Clang and GCC announce it differently.
+#ifdef __has_feature
+constexpr bool isMemoryLimited = !__has_feature(address_sanitizer);
+#elif defined __SANITIZE_ADDRESS__
 constexpr bool isMemoryLimited = false;
 #else
 constexpr bool isMemoryLimited = true;
