@@ -10,9 +10,9 @@ import time
 
 import sound
 from groups import bookmark, group
-from session import Session, wait_until
+from session import Session
 from test_custom_sound import wav
-from test_player import players
+from test_player import sounding_player
 from test_slow_disk import stalling
 from test_streams import stopped_terminal, unread_pipe
 
@@ -91,14 +91,9 @@ def broken_file(watched):
 
 
 def player(how):
-    def inject(program):
-        found = []
-        wait_until(lambda: found.extend(players(program)) or found)
-        os.kill(found[-1], how)
-
     def fault(watched):
         watched.run()
-        watched.rings(lambda: inject(watched.program))
+        watched.rings(lambda: os.kill(sounding_player(watched.session, watched.program), how))
 
     return fault
 

@@ -21,11 +21,15 @@ def players(program):
     return [int(player) for player in found.stdout.split()]
 
 
-def rings(session, program):
-    program.wait_for("[Scheduler] FIRE…")
+def sounding_player(session, program):
     session.wait_for_sound()
     wait_until(lambda: len(players(program)) == 1)  # the previous one may still be exiting
     return players(program)[0]
+
+
+def rings(session, program):
+    program.wait_for("[Scheduler] FIRE…")
+    return sounding_player(session, program)
 
 
 @pytest.mark.parametrize("is_custom", [False, True])

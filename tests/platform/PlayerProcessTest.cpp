@@ -128,6 +128,7 @@ private Q_SLOTS:
     }
 
     void startFailsCleanlyWithoutProgramOrDescriptors() {
+        // First, since without descriptors the sanitizer cannot check a type that is new to it.
         const auto missing = start(QStringLiteral("/nowhere"));
         QTRY_COMPARE(m_reasons.size(), 1);
         rlimit limit{};

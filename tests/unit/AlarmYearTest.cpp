@@ -31,18 +31,12 @@ class AlarmYearTest : public QObject {
 private Q_SLOTS:
     void everyAlarmRingsInItsMinute_data() {
         QTest::addColumn<QByteArray>("zone");
-        QTest::addColumn<QList<int>>("months"); // in which its clocks change, from 0
-        const std::pair<QByteArray, QList<int>> rows[] = {{"Asia/Tokyo", {0, 6}},
-                                                          {"Europe/Berlin", {2, 9}},
-                                                          {"America/New_York", {2, 10}},
-                                                          {"Australia/Lord_Howe", {3, 9}}};
-        for (const auto &[zone, months] : rows) {
-            QTest::newRow(zone) << zone << months;
+        for (const char *zone : {"Asia/Tokyo", "Europe/Berlin", "America/New_York", "Australia/Lord_Howe"}) {
+            QTest::newRow(zone) << QByteArray(zone);
         }
     }
     void everyAlarmRingsInItsMinute() {
-        QFETCH(const QByteArray, zone);
-        QFETCH(const QList<int>, months);
+        QFETCH(QByteArray, zone);
         qputenv("TZ", zone);
         tzset();
         QRandomGenerator random(static_cast<quint32>(zone.size()));
@@ -61,8 +55,8 @@ private Q_SLOTS:
             localtime_r(&minute, &local);
             const bool isChange = local.tm_gmtoff != previousOffset; // the clocks were just changed
             previousOffset = local.tm_gmtoff;
-            if (!isThorough && !months.contains(local.tm_mon)) {
-                continue;
+            if (!isThorough && !QList{2, 3, 9, 10}.contains(local.tm_mon)) {
+                continue; // the clocks of these zones change in the other months only
             }
             const int kind = random.bounded(2000);
             if (isChange) {
@@ -81,7 +75,7 @@ private Q_SLOTS:
                 tick(static_cast<double>(minute) + 1 + random.bounded(59));
             }
         }
-        QVERIFY(services.notificationCenter.requests.size() > (isThorough ? 5000 : 1000));
+        QVERIFY(services.notificationCenter.requests.size() > (isThorough ? 5000 : 2000));
     }
 };
 
