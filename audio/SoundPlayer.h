@@ -22,7 +22,7 @@ public:
     SoundPlayer(AudioPlayers &audioPlayers, Bookmarks &bookmarks, Resources &resources, RunLoop &runLoop,
                 Log &log);
 
-    /// The shared instance, on the installed ports.
+    /// Returns the shared instance, which uses the installed ports.
     static SoundPlayer &shared();
 
     bool isPlaying() const { return m_player != nullptr; }

@@ -16,7 +16,7 @@ public:
 
     TTSPlayer(SpeechSynthesizers &synthesizers, RunLoop &runLoop, Log &log);
 
-    /// Returns the single instance, created with the installed platform on first use.
+    /// Returns the shared instance, which uses the installed ports.
     static TTSPlayer &shared();
 
     /// Stops the current message and speaks the text, unless it is empty. The volume ranges from 0 to 1.

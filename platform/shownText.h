@@ -11,9 +11,8 @@ constexpr int maxShownLength = 1000;
 /// depends on `maxLength` only, so call this before a layout.
 QString elided(const QString &text, int maxLength = maxShownLength);
 
-/// Returns the text for display outside the application: on one line, with a space for each control character
-/// and line separator, and without format characters, such as those that reverse text, but for those that
-/// join.
+/// Returns the text for display outside the application, on one line: replaces control characters and line
+/// separators by spaces, and removes format characters, such as those that reverse text, except joiners.
 QString plainLine(QString text);
 
 } // namespace kova

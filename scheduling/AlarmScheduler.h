@@ -43,7 +43,7 @@ public:
     /// Requests permission for notifications. No alarm fires before start().
     explicit AlarmScheduler(const Ports &ports);
 
-    /// Returns the scheduler of the process, which uses the installed ports.
+    /// Returns the shared instance, which uses the installed ports.
     static AlarmScheduler &shared();
 
     const std::optional<FiringAlarm> &activeAlarm() const { return m_activeAlarm; }

@@ -15,7 +15,7 @@ public:
     PowerManager(PowerAssertions &assertions, Log &log) : m_assertions(assertions), m_log(log) {}
     ~PowerManager() override { allowSleep(); }
 
-    /// Returns the manager of the process, which uses the installed ports.
+    /// Returns the shared instance, which uses the installed ports.
     static PowerManager &shared();
 
     bool isPreventingSleep() const { return m_isPreventingSleep; }

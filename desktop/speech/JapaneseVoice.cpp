@@ -9,7 +9,7 @@ namespace {
 
 using Lines = SpeechConnection::Lines;
 
-// eSpeak's modules: their Japanese voice cannot read kanji, and to list their voices takes seconds.
+// eSpeak's modules: their Japanese voice cannot read kanji, and listing their voices takes seconds.
 bool isESpeak(const QByteArray &module) {
     return module.startsWith("espeak");
 }
@@ -115,7 +115,7 @@ void JapaneseVoice::reset() {
     m_current.clear();
 }
 
-// A module that does not reply blocks the whole service, so that the next connection does not ask again.
+// A module that does not reply blocks the whole service, so the next connection does not search again.
 void JapaneseVoice::connectionLost() {
     m_skipsSearch = m_skipsSearch || m_state == State::Searching;
     m_state = State::Unknown;

@@ -1,6 +1,7 @@
 #include "JsonReader.h"
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 
@@ -12,6 +13,10 @@ template <typename T> bool convert(const std::string &number, T &value) {
     const char *const end = number.data() + number.size();
     const auto [parsed, error] = std::from_chars(number.data(), end, value);
     return parsed == end && error == std::errc();
+}
+
+bool isHexadecimal(QChar character) {
+    return std::isxdigit(static_cast<unsigned char>(character.toLatin1())) != 0; // 0 if not Latin-1
 }
 
 // JSON does not permit everything that std::from_chars() parses.
@@ -110,13 +115,13 @@ bool JsonReader::readEscape(QString &value) {
         m_rest = m_rest.sliced(2);
         return true;
     }
-    constexpr qsizetype length = 6;
-    bool isUnit = m_rest.size() >= length && name == u'u' && m_rest.at(2).isLetterOrNumber();
-    if (isUnit) { // toUShort() accepts a sign and white space at the front
-        value.append(QChar(m_rest.sliced(2, 4).toUShort(&isUnit, 16)));
-        m_rest = m_rest.sliced(length);
+    const QStringView digits = m_rest.mid(2, 4); // fewer at the end
+    if (name != u'u' || digits.size() < 4 || !std::ranges::all_of(digits, isHexadecimal)) {
+        return false;
     }
-    return isUnit;
+    value.append(QChar(digits.toUShort(nullptr, 16)));
+    m_rest = m_rest.sliced(6);
+    return true;
 }
 
 bool JsonReader::readNumber(std::string &number) {

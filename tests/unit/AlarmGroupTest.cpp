@@ -51,6 +51,8 @@ constexpr Change replacements[] = {
     {"invalid JSON in an unknown key", "{", R"({"\n":7.,)", R"(" ": not a number)"},
     {"an unknown escape", "\\n", "\\x41", R"("ttsLastMessage": not a valid text)"},
     {"an incomplete escape", "\\n", "\\u+41", R"("ttsLastMessage": not a valid text)"},
+    {"an escape with a prefix", "\\n", "\\u0x41", R"("ttsLastMessage": not a valid text)"},
+    {"an escape with spaces", "\\n", "\\u41  ", R"("ttsLastMessage": not a valid text)"},
     {"a line break in a text", "\\n", "\n", R"("ttsLastMessage": not a valid text)"},
     {"null for a text", "\"朝\"", "null", R"("label": not a text)"},
     {"no comma", ",\"label\"", "\"label\"", "invalid JSON"},

@@ -67,6 +67,7 @@ public:
 
     Q_INVOKABLE void save() { m_ports.store.saveEditedGroup(group()); }
     Q_INVOKABLE void cancel() { m_ports.store.cancelEditing(); }
+    /// Cancels unless there are changes, which would be lost.
     Q_INVOKABLE void cancelUnchanged();
 
     /// Stops the sound and the speech. Call when the editor leaves the screen.
