@@ -59,8 +59,8 @@ def test_a_notification_shows_the_label_as_plain_text(session, service, label, l
 
 def test_the_message_is_repeated_after_a_pause_at_its_volume(session):
     session.start("sound", "speech")
-    session.save(*(group(f"7:{minute}", volume=0, ttsLastEnabled=True, ttsLastMessage="wake up", ttsVolume=volume)
-                   for minute, volume in enumerate((1.0, 0.6))))
+    session.save(*(group(f"7:{minute}", volume=0, ttsLastEnabled=True, ttsLastMessage="it is time to wake up",
+                         ttsVolume=volume) for minute, volume in enumerate((1.0, 0.6))))
     program = session.run()
     strengths = []
     for minute in range(2):
@@ -71,8 +71,9 @@ def test_the_message_is_repeated_after_a_pause_at_its_volume(session):
         # The first one may be of the previous alarm, and the last one is cut.
         _, first, second, _ = sound.sounding(recording.samples())
         # A reading ends with some silence of its own, and the next one is prepared.
-        assert 1.5 <= second[0] - first[1] < 2.5
-        assert first[1] - first[0] == pytest.approx(second[1] - second[0], abs=0.1)
+        assert 1.5 <= second[0] - first[1] < 3
+        # On a busy machine a dropout lengthens a reading.
+        assert first[1] - first[0] == pytest.approx(second[1] - second[0], rel=0.4)
         begin, end = (int(moment * sound.RATE) for moment in second)
         strengths.append(numpy.linalg.norm(recording.samples()[begin:end]))
     assert 0.1 < strengths[1] / strengths[0] < 0.8
