@@ -26,10 +26,17 @@ QQuickItem *popupContent(const QQuickItem *item) {
     return item && isPopup(*item) ? item->property("contentItem").value<QQuickItem *>() : nullptr;
 }
 
+bool isListEntry(const QQuickItem &item) {
+    const QQuickItem *content = item.parentItem();
+    return content && content->parentItem() && content->parentItem()->inherits("QQuickItemView");
+}
+
+// Later versions of Qt set `ignored` for the entries of a list outside its viewport. Not every version
+// attaches properties to popups created before accessibility is activated.
 bool isExposed(const QQuickItem &item) {
     const QObject *properties = accessibleProperties(item);
-    // Not every Qt version attaches properties to popups created before accessibility is activated.
-    const bool isIgnored = properties ? properties->property("ignored").toBool() : !isPopup(item);
+    const bool isIgnored =
+        properties ? properties->property("ignored").toBool() && !isListEntry(item) : !isPopup(item);
     return !isIgnored && popupContent(item.parentItem()) != &item;
 }
 
