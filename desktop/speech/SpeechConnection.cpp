@@ -85,10 +85,15 @@ bool SpeechConnection::startService() {
     if (std::exchange(m_hasStartedService, true)) {
         return false;
     }
+    // QProcess in Qt 6.4 loses a descriptor at each start of a missing program.
+    const QString program = QStandardPaths::findExecutable(QStringLiteral("speech-dispatcher"));
+    if (program.isEmpty()) {
+        open();
+        return true;
+    }
     m_timeout.start(startTimeout);
-    m_starter.start(QStringLiteral("speech-dispatcher"),
-                    {QStringLiteral("--spawn"), QStringLiteral("--communication-method"),
-                     QStringLiteral("unix_socket"), QStringLiteral("--socket-path"), socketPath()});
+    m_starter.start(program, {QStringLiteral("--spawn"), QStringLiteral("--communication-method"),
+                              QStringLiteral("unix_socket"), QStringLiteral("--socket-path"), socketPath()});
     return true;
 }
 
