@@ -16,7 +16,7 @@ template <typename T> bool convert(const std::string &number, T &value) {
 }
 
 bool isHexadecimal(QChar character) {
-    return std::isxdigit(static_cast<unsigned char>(character.toLatin1())) != 0; // 0 if not Latin-1
+    return std::isxdigit(static_cast<unsigned char>(character.toLatin1())) != 0; // a NUL if it is not Latin-1
 }
 
 // JSON does not permit everything that std::from_chars() parses.

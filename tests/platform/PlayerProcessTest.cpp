@@ -82,7 +82,7 @@ private Q_SLOTS:
     // The object of a released process holds a descriptor until it is deleted.
     void cleanup() {
         QTRY_VERIFY(childIds().isEmpty());
-        QTRY_VERIFY(openDescriptors() <= m_descriptors);
+        QTRY_COMPARE_LE(openDescriptors(), m_descriptors);
     }
 
     void misbehavingPlayerIsReportedOnceAndCleanedUp() {

@@ -3,6 +3,7 @@
 #include "KanaText.h"
 
 #include <QDir>
+#include <QStandardPaths>
 #include <QtDebug>
 
 namespace kova {
@@ -50,6 +51,12 @@ void KanaReader::read(const QString &text, Done done) {
 }
 
 void KanaReader::start() {
+    // QProcess in Qt 6.4 loses a descriptor at each start of a missing program.
+    const QString program = QStandardPaths::findExecutable(QStringLiteral("mecab"));
+    if (program.isEmpty()) {
+        fail(QStringLiteral("MeCab cannot be started"));
+        return;
+    }
     m_analyser = new QProcess(this);
     m_analyser->setStandardErrorFile(QProcess::nullDevice());
     connect(m_analyser, &QProcess::finished, this, &KanaReader::analysed);
@@ -59,7 +66,7 @@ void KanaReader::start() {
         }
     });
     m_timeout.start();
-    m_analyser->start(QStringLiteral("mecab"), arguments());
+    m_analyser->start(program, arguments());
     if (m_analyser) {
         m_analyser->write(forAnalyser(m_text));
         m_analyser->closeWriteChannel();
